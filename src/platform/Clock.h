@@ -1,0 +1,25 @@
+// Local time in the process's time zone (TZ).
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+// The present local time as strftime's "%c" gives it in the "C" locale.
+std::string LocalTimeText();
+
+// `seconds` since 1 January 1970 as ctime gives it: 24 characters and a line feed. "N/A\n" for a negative count.
+std::string CtimeText(std::int32_t seconds);
+
+struct CalendarTime {
+    int year = 1970;  // in full
+    int month = 1;    // 1 to 12
+    int day = 1;      // 1 to 31
+    int hour = 0, minute = 0, second = 0;
+};
+
+// Local calendar time of `seconds` since 1 January 1970; a negative count is taken as 0.
+CalendarTime LocalCalendar(std::int32_t seconds);
+
+}  // namespace platform

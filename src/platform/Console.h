@@ -1,0 +1,24 @@
+// The user at the console: standard output, boxes, questions and keys.
+#pragma once
+
+#include <string_view>
+
+namespace platform {
+
+// Writes `text` on standard output byte for byte and flushes it.
+void Print(std::string_view text);
+// Writes `text` on standard error byte for byte (no line end is added).
+void PrintError(std::string_view text);
+
+// A modal box with an OK button: `text` on standard error, with a line feed if it has none at its end. Waits for Enter
+// when standard input and standard error are both a terminal; else it counts as dismissed at once.
+void ShowBox(std::string_view text);
+
+// A modal question with Yes and No: `text` and " [y/N] " on standard error. On a terminal the answer is read; otherwise
+// it is No, unless the environment variable LANEWRIGHT_ANSWER is "yes".
+bool AskYesNo(std::string_view text);
+
+// One key without echo on a terminal; otherwise one byte of standard input, or nothing at its end.
+void WaitForKey();
+
+}  // namespace platform
