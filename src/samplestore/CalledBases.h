@@ -1,0 +1,63 @@
+// The called bases of a processed trace.
+#pragma once
+
+#include <lanewright/basecaller.h>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "samplestore/SampleInfo.h"
+
+// One called base: a library's record with a private copy of its peaks.
+class CCalledBase {
+  public:
+    // Copies `record` and the `peaks` behind it; record.peaks and record.peakCount follow the copy.
+    CCalledBase(const BaseRecord& record, std::span<const PeakRecord> peaks);
+
+    char Letter() const { return letter; }
+    double Quality() const { return quality; }  // percent
+    std::int32_t Descriptor() const { return descriptor; }
+    const BaseStrengths& Strengths() const { return strengths; }
+    std::span<const PeakRecord> Peaks() const { return peaks; }
+    // Position of the first peak, a raw scan number; 0 for a base without peaks.
+    float Position() const { return peaks.empty() ? 0.0f : peaks.front().position; }
+
+  private:
+    char letter;
+    float quality;
+    std::vector<PeakRecord> peaks;
+    BaseStrengths strengths;
+    std::int32_t descriptor;
+};
+
+// The bases in order with the good region. The bases lie in one block, so an access by index costs the same wherever it
+// lands and a pass over all bases is linear. The index of a base counts from 0; one that does not exist (below 0 or not
+// below Count()) gives the default told at each accessor.
+class CCalledBases {
+  public:
+    float qualityIndex = 0;       // overall quality in percent
+    std::int32_t goodStart = 0;   // base index of the first base of the good region
+    std::int32_t goodLength = 0;  // length of the good region in bases, as its source sets it
+
+    std::int32_t Count() const { return static_cast<std::int32_t>(bases.size()); }
+    void Append(CCalledBase base) { bases.push_back(std::move(base)); }
+    // Drops the bases; the good region and the quality stay.
+    void RemoveAll() { bases.clear(); }
+    std::span<const CCalledBase> All() const { return bases; }
+
+    char GetLetter(std::int32_t i) const;                        // 'N'
+    std::int32_t GetDescriptor(std::int32_t i) const;            // 0
+    BaseStrengths GetStrengths(std::int32_t i) const;            // 1.0 each
+    std::span<const PeakRecord> GetPeaks(std::int32_t i) const;  // empty
+    double GetQuality(std::int32_t i) const;                     // 0.0
+    // Position of base i's first peak, a raw scan number; 0 for no base or no peak.
+    float GetPosition(std::int32_t i) const;
+
+    // Scans of the first and last base of the good region: the position plus 0.5, truncated; 0 without such a base.
+    std::int32_t GoodStartScan() const;
+    std::int32_t GoodEndScan() const;
+
+  private:
+    const CCalledBase* Find(std::int32_t i) const;
+    std::vector<CCalledBase> bases;
+};
