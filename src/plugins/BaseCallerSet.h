@@ -1,0 +1,85 @@
+// The bound base-caller libraries with the settings and the operations of a run.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "plugins/BaseCaller.h"
+#include "plugins/DyeMatrix.h"
+
+class CPlate;
+class CRunDriver;
+class CSampleFile;
+
+class CBaseCallerSet {
+  public:
+    CBaseCaller* currentCaller = nullptr;               // one of `callers`, none before the first selection
+    std::vector<std::unique_ptr<CBaseCaller>> callers;  // in the order of the settings
+    std::vector<std::string> sampleSwitches;            // the operations replayed for every sample, in order
+    CRunDriver* driver;                                 // not owned
+    std::unique_ptr<CDyeMatrix> dyeMatrix;              // made by the first ReadDyeMatrix
+
+    // Run settings; flags are 0 or 1.
+    std::string baseOrder = "ACTGN0";
+    std::string fastaFile;
+    std::int32_t skipFailedExports = 0;
+    std::int32_t procedureIndex = 5;  // highest procedure number that may run
+    std::int32_t goodRegionOnly = 0;
+    std::int32_t noExtensions = 0;
+    std::int32_t exportToSubfolders = 1;
+    std::int32_t allowUserGoodRegion = 0;
+    std::int32_t userQualityCutoff = 0;     // percent
+    std::int32_t allowedJunkPercent = 100;  // percent
+    std::int32_t qualityWindow = 20;        // bases; below 1 counts as 1
+    std::int32_t annotationOn = 0;
+    std::int32_t baseOrderForced = 0;
+
+    // Reads the General settings unless the run is unattended. `driver` outlives the set.
+    explicit CBaseCallerSet(CRunDriver* driver);
+    virtual ~CBaseCallerSet();
+    CBaseCallerSet(const CBaseCallerSet&) = delete;
+    CBaseCallerSet& operator=(const CBaseCallerSet&) = delete;
+
+    void AddSwitch(std::string_view name) { sampleSwitches.emplace_back(name); }
+    void SetFastaFile(std::string_view path) { fastaFile = path; }
+    void SetBaseOrder(std::string_view order) { baseOrder = order; }
+
+    // --- config/ -----------------------------------------------------------------------------------------------------
+    // Takes section "General" of the analysis settings over into the fields above. Always 1; nothing in it is an error.
+    std::int32_t ReadGeneralSettings();
+
+    // --- plugins/: binding. Non-zero for success; failures have been reported.
+    // ---------------------------------------- Reads the list of libraries and selects `file` or, if that is empty or
+    // not there, the default.
+    std::int32_t BindCallers(const std::string& file);
+    // Adds one library, listed or not, and tests that it loads; for unattended runs.
+    std::int32_t BindOneCaller(const std::string& file);
+    // Makes the entry with this file name (case ignored) current.
+    std::int32_t SelectCaller(const std::string& file);
+    std::int32_t ReadCallerList();
+    bool IsNewCaller(const std::string& file, const std::string& name) const;
+    std::int32_t BindIndex(std::size_t i);
+    std::int32_t BindDefaultCaller();
+    // Index of the entry with this display name (case ignored); 0 after a report when there is none.
+    std::size_t FindCallerByName(const std::string& text);
+    // Reads the dye matrix file; the identity stands in when there is none or it is damaged.
+    void ReadDyeMatrix();
+
+    // --- run/: the walk ----------------------------------------------------------------------------------------------
+    // All samples of a plate with the current caller. 0 if the output folder cannot be made, else 1.
+    std::int32_t ProcessPlate(CPlate& plate);
+    // Makes the plate's output folder for the current caller. 0 if it cannot be made, else 1.
+    std::int32_t PreparePlate(CPlate& plate);
+    // Replays sampleSwitches for one sample. 1 if no base call failed and the last operation that reports a result
+    // succeeded.
+    std::int32_t ProcessSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan);
+    // Calls and stores one sample; the result of the base call.
+    std::int32_t BaseCallSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan);
+
+  private:
+    std::string PlateFastaFile(const CSampleFile& sample) const;
+    std::string RunFastaFile() const;
+};

@@ -1,0 +1,39 @@
+// One plate during a run: a plate folder, or the folder of a single sample file.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "discovery/FolderScan.h"
+#include "platform/Files.h"
+#include "samplestore/SampleFile.h"
+
+class CRunDriver;
+
+class CPlate {
+  public:
+    CFolderScan scan;                            // the input folder and the sample files found there
+    std::unique_ptr<CSampleFile> currentSample;  // in plate mode; none until the first load
+    std::string outputFolder;                    // where this plate's output goes with the current base caller
+    CRunDriver* driver;                          // not owned; may be null, then no run settings apply
+    std::string name;                            // last component of the input folder's path
+    platform::File logFile;                      // open only inside Log
+
+    // Scans `folder`.
+    CPlate(const std::string& folder, const std::vector<CFileTypeFilter>& fileTypes, CRunDriver* driver);
+    virtual ~CPlate();
+    CPlate(const CPlate&) = delete;
+    CPlate& operator=(const CPlate&) = delete;
+
+    // Replaces currentSample by the sample at `path`. 0 if that did not load.
+    std::int32_t LoadSample(const std::string& path);
+
+    // --- records/
+    // ------------------------------------------------------------------------------------------------------ Appends
+    // `text` to basecall.log in the input folder and prints it; a log that cannot be opened loses both.
+    void Log(const std::string& text);
+    // Enters a written file in log.xml in the input folder, under the section of that number (see HtmlFile.h).
+    void AddToMarkupLog(const std::string& path, std::int32_t section);
+};

@@ -1,0 +1,64 @@
+// The run: what goes in, where it comes out, and the way of the program through it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "discovery/FileTypeFilter.h"
+#include "plugins/BaseCallerSet.h"
+#include "samplestore/SampleFile.h"
+
+class CPlate;
+
+class CRunDriver {
+  public:
+    std::vector<CFileTypeFilter> fileTypes;
+    std::vector<std::string> inputFiles;   // single sample files
+    std::vector<std::string> inputPlates;  // plate folders
+    std::string analysisIniPath;           // stays empty unless LocateSettings looks for it
+    std::string settingsIniPath;
+    std::string outputFolder;  // root of all output
+    std::unique_ptr<CBaseCallerSet> baseCallers;
+    std::int32_t unattended = 0;
+    std::int32_t skipAnalysisIni;
+
+    explicit CRunDriver(std::int32_t skipAnalysisIni);
+    virtual ~CRunDriver();
+    CRunDriver(const CRunDriver&) = delete;
+    CRunDriver& operator=(const CRunDriver&) = delete;
+
+    // --- run/
+    // -----------------------------------------------------------------------------------------------------------
+    // Applies the command line and runs. 0 if the run did not start or ended early.
+    std::int32_t ProcessCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames,
+                                    const std::vector<CFileTypeFilter>& types);
+    // A run-level message: a box, or the start-up log in an unattended run, and standard output in both.
+    void Report(const std::string& text);
+    void ReportSyntaxError(const std::string& file, const std::string& section);
+    // Binds the base callers and walks the input. Non-zero if the walk was completed and the last single file went
+    // well.
+    std::int32_t Run(const std::vector<std::string>& callerNames);
+    void OpenPlate(const std::string& folder, std::unique_ptr<CPlate>& plate);
+    // 0 if the sample did not load.
+    std::int32_t OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate);
+    // 1 if there is room for `units` results on the output volume or the user goes on all the same.
+    std::int32_t CheckDiskSpace(std::int32_t units);
+
+    // --- config/
+    // -------------------------------------------------------------------------------------------------------- Finds
+    // the settings files. 1, or 0 after a box.
+    std::int32_t LocateSettings();
+    // Makes the folder if needed and takes it as outputFolder. 1, or 0 after a report.
+    std::int32_t SetOutputFolder(const std::string& path);
+    std::int32_t SetDefaultOutputFolder();
+    // One level only. 0 (after a report) only when the parent is missing; any other failure counts as 1.
+    std::int32_t MakeFolder(const std::string& path);
+
+  private:
+    std::int32_t BindFirst(const std::vector<std::string>& callerNames);
+    std::int32_t RunPlates(const std::vector<std::string>& callerNames);
+    std::int32_t RunFiles(const std::vector<std::string>& callerNames, std::int32_t& result);
+    void RunFile(const std::string& path, const std::vector<std::string>& callerNames, std::int32_t& result);
+};
