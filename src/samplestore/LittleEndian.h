@@ -1,0 +1,31 @@
+// Fixed-width numbers as the sample files hold them. The one place where the order of bytes is known.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+// Scan records and the arrays of the property tree are moved between file and memory as they are.
+static_assert(std::endian::native == std::endian::little, "sample files are read and written in place");
+
+inline std::uint16_t LoadU16(const std::uint8_t* from) {
+    return static_cast<std::uint16_t>(from[0] | from[1] << 8);
+}
+
+inline std::uint32_t LoadU32(const std::uint8_t* from) {
+    return from[0] | static_cast<std::uint32_t>(from[1]) << 8 | static_cast<std::uint32_t>(from[2]) << 16 |
+           static_cast<std::uint32_t>(from[3]) << 24;
+}
+
+inline std::int32_t LoadI32(const std::uint8_t* from) { return static_cast<std::int32_t>(LoadU32(from)); }
+
+inline float LoadFloat(const std::uint8_t* from) { return std::bit_cast<float>(LoadU32(from)); }
+
+inline void StoreU32(std::uint8_t* to, std::uint32_t value) {
+    for (int i = 0; i < 4; ++i)
+        to[i] = static_cast<std::uint8_t>(value >> (8 * i));
+}
+
+inline void StoreI32(std::uint8_t* to, std::int32_t value) { StoreU32(to, static_cast<std::uint32_t>(value)); }
+
+inline void StoreFloat(std::uint8_t* to, float value) { StoreU32(to, std::bit_cast<std::uint32_t>(value)); }
