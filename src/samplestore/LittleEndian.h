@@ -17,15 +17,23 @@ inline std::uint32_t LoadU32(const std::uint8_t* from) {
            static_cast<std::uint32_t>(from[3]) << 24;
 }
 
-inline std::int32_t LoadI32(const std::uint8_t* from) { return static_cast<std::int32_t>(LoadU32(from)); }
+inline std::int32_t LoadI32(const std::uint8_t* from) {
+    return static_cast<std::int32_t>(LoadU32(from));
+}
 
-inline float LoadFloat(const std::uint8_t* from) { return std::bit_cast<float>(LoadU32(from)); }
+inline float LoadFloat(const std::uint8_t* from) {
+    return std::bit_cast<float>(LoadU32(from));
+}
 
 inline void StoreU32(std::uint8_t* to, std::uint32_t value) {
     for (int i = 0; i < 4; ++i)
         to[i] = static_cast<std::uint8_t>(value >> (8 * i));
 }
 
-inline void StoreI32(std::uint8_t* to, std::int32_t value) { StoreU32(to, static_cast<std::uint32_t>(value)); }
+inline void StoreI32(std::uint8_t* to, std::int32_t value) {
+    StoreU32(to, static_cast<std::uint32_t>(value));
+}
 
-inline void StoreFloat(std::uint8_t* to, float value) { StoreU32(to, std::bit_cast<std::uint32_t>(value)); }
+inline void StoreFloat(std::uint8_t* to, float value) {
+    StoreU32(to, std::bit_cast<std::uint32_t>(value));
+}

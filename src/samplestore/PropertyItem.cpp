@@ -9,7 +9,9 @@ namespace {
 
 constexpr std::uint32_t typeCodes = 64;  // what six bits hold
 
-std::uint32_t LengthBytes(std::size_t n) { return n <= 0xFF ? 1 : n <= 0xFFFF ? 2 : 3; }
+std::uint32_t LengthBytes(std::size_t n) {
+    return n <= 0xFF ? 1 : n <= 0xFFFF ? 2 : 3;
+}
 
 // Bytes of a wide text with its NUL.
 std::size_t WideSize(const std::uint8_t* text) {

@@ -35,8 +35,7 @@ std::int32_t PutPlain(std::string_view component, Position level, std::int32_t p
 
     const Position pair = level + (found - level);
     if (found > tail || oldSize > static_cast<std::size_t>(tail - pair)) return failed;
-    const std::ptrdiff_t growth =
-        static_cast<std::ptrdiff_t>(encoded.size()) - static_cast<std::ptrdiff_t>(oldSize);
+    const std::ptrdiff_t growth = static_cast<std::ptrdiff_t>(encoded.size()) - static_cast<std::ptrdiff_t>(oldSize);
     if (growth >= limit - tail) return failed;
     const Position behind = pair + oldSize;
     std::memmove(pair + encoded.size(), behind, static_cast<std::size_t>(tail + 1 - behind));

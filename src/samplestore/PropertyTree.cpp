@@ -2,7 +2,9 @@
 
 namespace {
 
-std::uint8_t LowerCase(std::uint8_t c) { return c >= 'A' && c <= 'Z' ? static_cast<std::uint8_t>(c + 32) : c; }
+std::uint8_t LowerCase(std::uint8_t c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<std::uint8_t>(c + 32) : c;
+}
 
 // Below 0, 0 or above 0 as `component` sorts before, with or behind the NUL-terminated stored key.
 int CompareKeys(std::string_view component, const std::uint8_t* stored) {

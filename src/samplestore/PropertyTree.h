@@ -1,8 +1,8 @@
 // The property tree: typed values under dotted keys ("CHEMISTRY.CHANNEL1.BASE") in one contiguous stream of bytes.
 //
 // The tree exists only as that stream, in the form in which a sample file stores it; every operation parses and edits
-// it in place. A *pair* is a key item (text) followed by a value item; a *level* is a run of pairs in ascending order of
-// their keys, ASCII letter case ignored. The top level ends at the end marker, a sub-level after the number of pairs
+// it in place. A *pair* is a key item (text) followed by a value item; a *level* is a run of pairs in ascending order
+// of their keys, ASCII letter case ignored. The top level ends at the end marker, a sub-level after the number of pairs
 // that its subtree item tells. An empty tree is the end marker alone. Items are described in PropertyItem.h.
 //
 // The caller owns the buffer and holds three positions in it: `start` (first byte of the level), `limit` (one past the
@@ -27,7 +27,8 @@ class CPropertyTree {
     // --- Items. `data` are the values in memory order; for the two text types a text with its NUL, and then `count`
     // does not matter.
     static std::uint32_t ElementSize(std::uint32_t type);
-    // Bytes of the encoded item, with its N and L if asked for. A length above property::largestLength is not encodable.
+    // Bytes of the encoded item, with its N and L if asked for. A length above property::largestLength is not
+    // encodable.
     static std::size_t ItemSize(std::uint32_t type, std::uint32_t count, const void* data, std::size_t* n = nullptr,
                                 std::uint32_t* l = nullptr);
     // True if the item at the cursor is valid. With `advance` the cursor moves behind it (to a subtree's first child).

@@ -30,7 +30,9 @@ std::int32_t ReadAll(platform::File& file, std::span<std::byte> out) {
 
 }  // namespace
 
-CRsdFile::~CRsdFile() { Close(); }
+CRsdFile::~CRsdFile() {
+    Close();
+}
 
 void CRsdFile::Reset() {
     readOnly = infoDirty = scansDirty = false;

@@ -118,17 +118,27 @@ void CRsdTrailer::SetPlateSize(std::int32_t columns, std::int32_t rows) {
     StoreI32(&bytes[plateRowsAt], rows);
 }
 
-std::uint32_t CRsdTrailer::TotalSize() const { return LoadU32(&bytes[totalSizeAt]); }
+std::uint32_t CRsdTrailer::TotalSize() const {
+    return LoadU32(&bytes[totalSizeAt]);
+}
 
-std::uint32_t CRsdTrailer::TreeSize() const { return LoadU32(&bytes[treeSizeAt]); }
+std::uint32_t CRsdTrailer::TreeSize() const {
+    return LoadU32(&bytes[treeSizeAt]);
+}
 
 void CRsdTrailer::SetSizes(std::uint32_t totalSize, std::uint32_t treeSize) {
     StoreU32(&bytes[totalSizeAt], totalSize);
     StoreU32(&bytes[treeSizeAt], treeSize);
 }
 
-std::uint32_t CRsdTrailer::Checksum() const { return LoadU32(&bytes[checksumAt]); }
+std::uint32_t CRsdTrailer::Checksum() const {
+    return LoadU32(&bytes[checksumAt]);
+}
 
-void CRsdTrailer::SetChecksum(std::uint32_t checksum) { StoreU32(&bytes[checksumAt], checksum); }
+void CRsdTrailer::SetChecksum(std::uint32_t checksum) {
+    StoreU32(&bytes[checksumAt], checksum);
+}
 
-std::uint32_t CRsdTrailer::Share() const { return XorWords(std::as_bytes(std::span(bytes)).first(checkedSize)); }
+std::uint32_t CRsdTrailer::Share() const {
+    return XorWords(std::as_bytes(std::span(bytes)).first(checkedSize));
+}

@@ -1,0 +1,87 @@
+// CSampleFile: which channel shows which base.
+#include <algorithm>
+
+#include "plugins/BaseCallerSet.h"
+#include "records/Messages.h"
+#include "run/Plate.h"
+#include "run/RunDriver.h"
+#include "samplestore/ChannelOrder.h"
+#include "samplestore/SampleFile.h"
+
+namespace {
+
+// Files from this version on name the bases of their channels in the property tree.
+constexpr double versionWithNames = 1.2;
+
+char UpperCase(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
+}  // namespace
+
+bool CSampleFile::OrderFromNames() {
+    for (const CChannelInfo& channel : info.channel)
+        if (channel.base.empty()) return false;
+    for (std::size_t i = 0; i < channelCount; ++i)
+        baseOrder[i] = info.channel[i].base.front();
+    return true;
+}
+
+bool CSampleFile::OrderFromLetters(bool forced) {
+    if (forced) return false;
+    for (const auto& letters : info.channelBase)
+        if (letters.front() == '\0') return false;
+    for (std::size_t i = 0; i < channelCount; ++i)
+        baseOrder[i] = UpperCase(info.channelBase[i].front());
+    return true;
+}
+
+void CSampleFile::OrderFromFallback(const std::string& fallbackOrder) {
+    for (std::size_t i = 0; i < channelCount; ++i) {
+        const char c = i < fallbackOrder.size() ? fallbackOrder[i] : '\0';
+        baseOrder[i] = c;
+        info.channelBase[i].front() = c;
+        info.channel[i].base.assign(c == '\0' ? 0 : 1, c);
+    }
+}
+
+void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
+    const CRunDriver* driver = plate->driver;
+    const bool forced = driver && driver->baseCallers && driver->baseCallers->baseOrderForced;
+    const bool hasNames = info.version >= versionWithNames;
+    if (hasNames && forced) {
+        OrderFromFallback(fallbackOrder);
+        return;
+    }
+    if (!(hasNames && OrderFromNames()) && !OrderFromLetters(forced)) {
+        OrderFromFallback(fallbackOrder);
+        plate->Log(FormatMessage(MessageId::NoBaseOrder, {fileName}));
+    }
+    if (hasNames) return;
+
+    // An old file says nothing of plate, well and sample, but its name does: "xyzA01.rsd".
+    constexpr std::size_t extensionLength = 4, wellLength = 3;
+    const std::size_t stem = fileName.size() - std::min(fileName.size(), extensionLength);
+    const std::size_t well = stem - std::min(stem, wellLength);
+    info.plateId = plate->name;
+    info.wellId = fileName.substr(well, stem - well);
+    if (info.sampleName.empty()) info.sampleName = fileName.substr(0, well);
+}
+
+void CSampleFile::FillChannelOrders() const {
+    constexpr std::string_view acgt = "ACGT", cagt = "CAGT";
+    for (std::size_t j = 0; j < channelCount; ++j)
+        for (std::size_t i = 0; i < channelCount; ++i) {
+            if (baseOrder[j] == acgt[i]) channelOrderAcgt[i] = static_cast<std::int32_t>(j);
+            if (baseOrder[j] == cagt[i]) channelOrderCagt[i] = static_cast<std::int32_t>(j);
+        }
+}
+
+void CSampleFile::NameChemistry() {
+    if (!info.chemistryName.empty()) return;
+    std::string order = baseOrder.c_str();
+    std::transform(order.begin(), order.end(), order.begin(), UpperCase);
+    if (order == "TGCAN") info.chemistryName = "LD Terminators";
+    if (order == "ACTGN") info.chemistryName = "LD Primers";
+    if (order == "AGCTN") info.chemistryName = "RFK-Version 2 Terminators";
+}

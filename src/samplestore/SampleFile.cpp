@@ -1,0 +1,162 @@
+// CSampleFile: loading, and what a sample is made of.
+#include "samplestore/SampleFile.h"
+
+#include <cerrno>
+#include <cstring>
+#include <new>
+
+#include "platform/Clock.h"
+#include "platform/Console.h"
+#include "platform/Files.h"
+#include "plugins/BaseCallerSet.h"
+#include "records/Messages.h"
+#include "run/Plate.h"
+#include "run/RunDriver.h"
+#include "samplestore/RsdFile.h"
+
+namespace {
+
+std::string LastComponent(std::string_view path) {
+    const std::size_t separator = path.find_last_of("/\\");
+    return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
+}
+
+bool HasSampleExtension(const std::string& path) {
+    const std::size_t dot = path.rfind('.');
+    if (dot == std::string::npos || dot == 0) return false;
+    std::string extension = path.substr(dot);
+    for (char& c : extension)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
+    return extension == ".rsd" || extension == ".esd";
+}
+
+SampleKind KindFromSignature(const std::string& path) {
+    constexpr std::size_t needed = 11;
+    std::array<char, needed> head{};
+    std::size_t got = 0;
+    platform::File file;
+    if (file.Open(path, platform::OpenMode::Read) != 0 ||
+        file.Read(std::as_writable_bytes(std::span(head)), got) != 0 || got < needed)
+        return SampleKind::Processed;
+    if (std::memcmp(head.data(), "ABIF\0etdir", 10) == 0) return SampleKind::Abif;
+    if (std::memcmp(head.data(), ".scf", 4) == 0) return SampleKind::Scf;
+    return SampleKind::Processed;
+}
+
+// The kind of the file. A sample file that reads well stays open in `file`, with its description in `description`, so
+// that a load need not read them again.
+SampleKind Examine(const std::string& path, CRsdFile& file, CSampleInfo& description) {
+    if (!HasSampleExtension(path)) return KindFromSignature(path);
+    if (file.Open(path, true) != 0) {
+        platform::ShowBox("cannot read the file");
+        return SampleKind::Unreadable;
+    }
+    if (file.ReadInfo(description) != 0) {
+        file.Close();
+        return SampleKind::Unreadable;
+    }
+    return description.processed ? SampleKind::Processed : SampleKind::Raw;
+}
+
+void LogFailure(CPlate& plate, const std::string& message, std::int32_t error) {
+    plate.Log(message);
+    plate.Log(platform::ErrorText(error));
+    plate.Log("\r\n");
+}
+
+// Scan count and scans of an open file into the trace. A count that is not the one of the description gives
+// `mismatch` and the code 0.
+std::int32_t ReadTrace(CRsdFile& file, CCapTrace& trace, const CSampleInfo& info, bool& mismatch) {
+    std::uint32_t count = 0;
+    std::int32_t error = file.GetScanCount(count);
+    mismatch = error == 0 && count != info.scanCount;
+    if (error != 0 || mismatch) return error;
+    try {
+        std::vector<ScanRecord> scans(count);
+        error = file.ReadScans(scans);
+        if (error != 0) return error;
+        trace.scanCount = count;
+        trace.BuildFromScans(std::move(scans), info.analysis);
+    } catch (const std::bad_alloc&) {
+        trace.scanCount = 0;
+        trace.FreeArrays();
+        return ENOMEM;
+    }
+    return 0;
+}
+
+}  // namespace
+
+CSampleFile::CSampleFile(std::string_view path, CPlate* owner)
+    : fileName(LastComponent(path)), baseOrder("ACTGN0"), plate(owner) {}
+
+CSampleFile::~CSampleFile() = default;
+
+CTraceFile* CSampleFile::CreateProcessedTrace(const std::string& path, std::int32_t processed, CBaseCaller* caller) {
+    auto holder = std::make_unique<CTraceFile>(path, this, processed != 0, caller);
+    if (processed == 0) {
+        rawTrace = std::move(holder);
+        return rawTrace.get();
+    }
+    processedTraces.push_back(std::move(holder));
+    return processedTrace = processedTraces.back().get();
+}
+
+SampleKind CSampleFile::CheckSampleKind(const std::string& path) const {
+    CRsdFile file;
+    CSampleInfo description;
+    return Examine(path, file, description);
+}
+
+std::int32_t CSampleFile::LoadProcessed(CTraceFile& holder, std::int32_t readInfo) {
+    CRsdFile file;
+    CSampleInfo description;
+    const SampleKind kind = Examine(holder.path, file, description);
+    if (kind == SampleKind::Abif) return 0;
+    if (kind == SampleKind::Scf || kind == SampleKind::Unreadable) return 1;
+
+    if (file.IsOpen()) {
+        if (readInfo) info = std::move(description);
+    } else {
+        std::int32_t error = file.Open(holder.path, true);
+        if (error != 0) {
+            LogFailure(*plate, FormatMessage(MessageId::CannotOpenInput, {holder.path}), error);
+            return 0;
+        }
+        error = readInfo ? file.ReadInfo(info) : 0;
+        if (error != 0) {
+            constexpr std::string_view reason = ". Wrong file format.The file may contain analyzed data";
+            LogFailure(*plate, FormatMessage(MessageId::Skipped, {reason}), error);
+            return 0;
+        }
+    }
+
+    bool mismatch = false;
+    const std::int32_t error = ReadTrace(file, *holder.trace, info, mismatch);
+    if (error != 0 || mismatch) {
+        constexpr std::string_view reason = ". Wrong file format.The file may be corrupted";
+        LogFailure(*plate, FormatMessage(MessageId::Skipped, {reason}), error);
+        return 0;
+    }
+    if (CProcessedTrace* processed = holder.Processed()) processed->separationMatrix = info.separationMatrix;
+    file.Close();
+    return 1;
+}
+
+std::int32_t CSampleFile::Load(const std::string& path, std::int32_t processed) {
+    plate->Log(FormatMessage(MessageId::Loading, {fileName, plate->name, platform::LocalTimeText()}));
+    std::string fallbackOrder;
+    if (plate->driver && plate->driver->baseCallers) fallbackOrder = plate->driver->baseCallers->baseOrder;
+
+    CTraceFile* holder = CreateProcessedTrace(path, processed, nullptr);
+    if (!LoadProcessed(*holder, 1)) return 0;
+    if (info.processed != (processed != 0)) return 0;
+
+    ResolveBaseOrder(fallbackOrder);
+    FillChannelOrders();
+    baseOrder[4] = 'N';
+    baseOrder[5] = '\0';
+    NameChemistry();
+    plate->Log(FormatMessage(MessageId::UsingBaseOrder, {baseOrder.substr(0, 4).c_str()}));
+    return 1;
+}
