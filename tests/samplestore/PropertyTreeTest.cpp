@@ -1,0 +1,260 @@
+#include "samplestore/PropertyTree.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A tree in a buffer of a given size; checks after each step that the stream is still sound.
+class Tree {
+  public:
+    explicit Tree(std::size_t size = 200000) : buffer(size), tail(buffer.data()) {
+        EXPECT_TRUE(CPropertyTree::WriteEnd(buffer.data(), Limit()));
+    }
+
+    std::int32_t PutInt(const std::string& key, std::int32_t value) { return Put(key, property::Ints, 1, &value); }
+    std::int32_t PutText(const std::string& key, const std::string& text) {
+        return Put(key, property::Text, 0, text.c_str());
+    }
+    std::int32_t Put(const std::string& key, std::uint32_t type, std::uint32_t count, const void* data) {
+        const std::int32_t result = CPropertyTree::Put(key, buffer.data(), Limit(), type, count, data, tail);
+        EXPECT_EQ(CPropertyTree::FindEnd(buffer.data(), Limit()), tail) << key;
+        return result;
+    }
+    std::size_t Get(const std::string& key, CPropertyItem& item) const {
+        return CPropertyTree::Get(key, buffer.data(), item, Limit());
+    }
+    std::int32_t Int(const std::string& key) const {
+        CPropertyItem item;
+        if (Get(key, item) == 0 || item.type != property::Ints || item.count != 1) return -1;
+        return item.data[0] | item.data[1] << 8 | item.data[2] << 16 | item.data[3] << 24;
+    }
+    Bytes Stream() const { return Bytes(buffer.data(), static_cast<const std::uint8_t*>(tail) + 1); }
+    const std::uint8_t* Limit() const { return buffer.data() + buffer.size(); }
+
+    Bytes buffer;
+    CPropertyTree::Position tail;
+};
+
+TEST(PropertyTree, StreamOfOneNestedValue) {
+    Tree tree;
+    CPropertyItem item;
+    EXPECT_EQ(tree.Stream(), Bytes{0xFC});
+    EXPECT_EQ(tree.Get("A", item), 0u);
+    EXPECT_EQ(tree.PutInt("A.B", 7), 10);
+    EXPECT_EQ(tree.Stream(), (Bytes{5, 2, 'A', 0, 1, 2, 5, 2, 'B', 0, 0xB1, 4, 7, 0, 0, 0, 0xFC}));
+    EXPECT_EQ(tree.Get("A.B", item), 10u);
+    EXPECT_EQ(tree.Get("A", item), 6u);
+}
+
+TEST(PropertyTree, KeysIgnoreCaseAndStandInOrder) {
+    Tree tree;
+    tree.PutInt("plate id", 1);
+    tree.PutInt("Zone", 2);
+    tree.PutInt("A_", 3);
+    tree.PutInt("AB", 4);
+    tree.PutInt("PLATE ID", 5);
+    EXPECT_EQ(tree.Int("Plate Id"), 5);
+    const Bytes stream = tree.Stream();
+    const std::string text(stream.begin(), stream.end());
+    // Letters compare as lower case, so "_" stands before "B".
+    EXPECT_LT(text.find("A_"), text.find("AB"));
+    EXPECT_LT(text.find("AB"), text.find("PLATE ID"));
+    EXPECT_LT(text.find("PLATE ID"), text.find("Zone"));
+    EXPECT_EQ(text.find("plate id"), std::string::npos);
+}
+
+TEST(PropertyTree, ConflictsChangeNothing) {
+    Tree tree;
+    tree.PutInt("A", 1);
+    tree.PutText("S", "text");
+    tree.PutInt("T.B", 2);
+    const Bytes before = tree.Stream();
+    CPropertyItem item;
+    EXPECT_EQ(tree.PutText("A", "text"), 0);
+    EXPECT_EQ(tree.PutInt("S.B", 3), 0);
+    EXPECT_EQ(tree.PutInt("T", 3), 0);
+    EXPECT_TRUE(CPropertyTree::PutString("A", "x", tree.buffer.data(), tree.Limit(), tree.tail));
+    EXPECT_EQ(tree.Get("S.B", item), 0u);
+    for (const char* key : {"", ".", "A.", ".A", "T..B", "N."}) {
+        EXPECT_EQ(tree.PutInt(key, 3), -1) << key;
+        EXPECT_EQ(tree.Get(key, item), 0u) << key;
+    }
+    EXPECT_EQ(tree.Stream(), before);
+}
+
+TEST(PropertyTree, ShorterAndLongerValuesMoveTheRest) {
+    Tree tree;
+    tree.PutText("B", "a text of some length");
+    tree.PutInt("C.X", 1);
+    tree.PutInt("A", 2);
+    const auto* longTail = tree.tail;
+    tree.PutText("B", "");
+    EXPECT_EQ(longTail - tree.tail, 21);
+    EXPECT_EQ(tree.Int("C.X"), 1);
+    tree.PutText("B", std::string(300, 'x'));  // a length byte more
+    EXPECT_EQ(tree.Int("C.X"), 1);
+    EXPECT_EQ(tree.Int("A"), 2);
+}
+
+// The parent's header takes a second length byte at the 128th pair and a third at the 32,768th.
+TEST(PropertyTree, ParentHeadersGrow) {
+    Tree tree(1500000);
+    const auto key = [](int i) { return "P.Q." + std::to_string(100000 + i * 7919 % 40000); };
+    constexpr int pairs = 33000;
+    CPropertyItem item;
+    tree.PutInt("Z", 9);
+    for (int i = 0; i < 300; ++i) {
+        ASSERT_GT(tree.PutInt(key(i), i), 0);
+        ASSERT_EQ(tree.Int(key(i)), i);
+        ASSERT_EQ(tree.Int("Z"), 9);
+        ASSERT_GT(tree.Get("P.Q", item), 0u);
+        ASSERT_EQ(item.count, 2u * static_cast<unsigned>(i + 1));
+    }
+    for (int i = 0; i < 300; ++i)
+        ASSERT_EQ(tree.Int(key(i)), i);
+
+    // The other way round: a subtree that counts 32,766 pairs already.
+    Bytes& buffer = tree.buffer;
+    CPropertyTree::Position at = buffer.data();
+    const auto write = [&](std::uint32_t type, std::uint32_t count, const void* data) {
+        ASSERT_TRUE(CPropertyTree::WriteItem(at, tree.Limit(), type, count, data, true));
+    };
+    write(property::Text, 0, "P");
+    write(property::Subtree, 2 * 32766, nullptr);
+    for (int i = 0; i < 32766; ++i) {
+        write(property::Text, 0, std::to_string(100000 + i).c_str());
+        write(property::Ints, 1, &i);
+    }
+    write(property::Text, 0, "Z");
+    write(property::Ints, 1, &pairs);
+    tree.tail = at;
+    ASSERT_TRUE(CPropertyTree::WriteEnd(at, tree.Limit()));
+    for (int i = 32766; i < 32770; ++i)
+        ASSERT_GT(tree.PutInt("P." + std::to_string(100000 + i), i), 0);
+    ASSERT_GT(tree.PutInt("P.0.1", 1), 0);
+    EXPECT_EQ(buffer[4] & 3, 3);
+    EXPECT_EQ(tree.Int("P.132769"), 32769);
+    EXPECT_EQ(tree.Int("P.0.1"), 1);
+    EXPECT_EQ(tree.Int("Z"), pairs);
+}
+
+// However little room there is: nothing is written behind the limit, and what stood there can still be found.
+TEST(PropertyTree, LackOfRoomLeavesASoundTree) {
+    for (std::size_t size = 8; size < 60; ++size) {
+        Tree tree(size);
+        tree.PutInt("M", 5);
+        const bool had = tree.Int("M") == 5;
+        const std::int32_t result = tree.PutInt("M2.Sub.Value", 6);
+        EXPECT_TRUE(result > 0 || result == -1);
+        EXPECT_EQ(tree.Int("M2.Sub.Value"), result > 0 ? 6 : -1);
+        tree.PutInt("Z", 7);
+        EXPECT_EQ(tree.Int("M"), had ? 5 : -1);
+    }
+    Tree exact(11);  // one pair of 10 bytes and the end marker
+    EXPECT_EQ(exact.PutInt("A", 1), 10);
+    EXPECT_EQ(exact.PutInt("A", 2), 10);
+    EXPECT_EQ(exact.PutInt("B", 1), -1);
+}
+
+TEST(PropertyTree, ItemsThatDoNotParse) {
+    const auto parses = [](const Bytes& bytes) {
+        const std::uint8_t* cursor = bytes.data();
+        return CPropertyTree::ParseItem(nullptr, cursor, true, bytes.data() + bytes.size());
+    };
+    EXPECT_TRUE(parses({0xFC}));
+    EXPECT_FALSE(parses({0xFD, 0}));
+    EXPECT_FALSE(parses({}));
+    EXPECT_TRUE(parses({5, 2, 'A', 0}));
+    EXPECT_FALSE(parses({5, 2, 'A', 'B'}));         // no NUL
+    EXPECT_FALSE(parses({5, 0, 0}));                // not even a NUL
+    EXPECT_FALSE(parses({5, 3, 'A', 0}));           // beyond the limit
+    EXPECT_FALSE(parses({0xB1, 3, 0, 0, 0}));       // no whole number
+    EXPECT_TRUE(parses({0x09, 4, 'A', 0, 0, 0}));   // wide text
+    EXPECT_FALSE(parses({0x09, 4, 'A', 0, 0, 1}));  //
+    EXPECT_TRUE(parses({0x21, 1, 1}));              // boolean
+    EXPECT_FALSE(parses({0x21, 1, 2}));             //
+    EXPECT_TRUE(parses({0x80 | 1, 8, 1, 2, 3, 4, 5, 6, 7, 8}));
+    EXPECT_TRUE(parses({0x64, 0xFC}));  // no length bytes: no payload
+    EXPECT_FALSE(parses({0x64}));       // the header must end before the limit
+    EXPECT_FALSE(parses({0x67, 0xFF, 0xFF}));
+}
+
+// Items of every type, also those that this program never writes, are passed over on the way to a later key.
+TEST(PropertyTree, UnknownItemsArePassed) {
+    Tree tree;
+    const std::uint8_t eight[8] = {1, 2, 3, 4, 5, 6, 7, 8};
+    const std::uint8_t wide[4] = {'A', 0, 0, 0};
+    tree.PutInt("Z", 1);
+    EXPECT_GT(tree.Put("B", property::Words8, 1, eight), 0);
+    EXPECT_GT(tree.Put("C", property::WideText, 1, wide), 0);
+    EXPECT_GT(tree.Put("D", 50, 8, eight), 0);
+    EXPECT_GT(tree.Put("E", property::Boolean, 1, eight), 0);
+    CPropertyItem item;
+    EXPECT_GT(tree.Get("C", item), 0u);
+    EXPECT_EQ(item.count, 1u);
+    EXPECT_EQ(tree.Int("Z"), 1);
+    EXPECT_EQ(tree.Put("Y", property::Bytes, property::largestLength + 1, eight), -1);
+    EXPECT_EQ(tree.Put("Y", 64, 1, eight), -1);
+}
+
+// A million bytes of subtrees in subtrees must not cost a million stack frames.
+TEST(PropertyTree, DeepNesting) {
+    Tree tree(1200000);
+    CPropertyTree::Position at = tree.buffer.data();
+    for (int i = 0; i < 180000; ++i) {
+        CPropertyTree::WriteItem(at, tree.Limit(), property::Text, 0, "A", true);
+        CPropertyTree::WriteItem(at, tree.Limit(), property::Subtree, 2, nullptr, true);
+    }
+    CPropertyItem item;
+    EXPECT_EQ(tree.Get("Z", item), 0u);
+    tree.tail = at;
+    CPropertyTree::WriteEnd(at, tree.Limit());
+    EXPECT_EQ(tree.PutInt("Z", 1), -1);
+}
+
+// Damaged streams: no operation may leave the buffer, and a refused store changes nothing.
+TEST(PropertyTree, DamagedStreams) {
+    Tree good(3000);
+    const char* keys[] = {"A", "B.C", "B.D.E", "B.D.F", "M", "Z.Y"};
+    for (const char* key : keys)
+        good.PutInt(key, 1);
+    good.PutText("B.T", "text");
+    const Bytes stream = good.Stream();
+
+    std::mt19937 random(20240607);
+    for (int round = 0; round < 20000; ++round) {
+        Bytes damaged = stream;
+        for (unsigned i = random() % 4 + 1; i > 0; --i)
+            damaged[random() % damaged.size()] = static_cast<std::uint8_t>(random() % 3 ? random() % 8 : random());
+        damaged.resize(random() % 4 ? damaged.size() : random() % damaged.size() + 1);
+        // Memory of exactly that length, so that a sanitizer sees every step beyond it.
+        Bytes bytes(damaged);
+        const std::uint8_t* end = CPropertyTree::FindEnd(bytes.data(), bytes.data() + bytes.size());
+        for (const char* key : keys) {
+            CPropertyItem item;
+            const std::size_t size = CPropertyTree::Get(key, bytes.data(), item, bytes.data() + bytes.size());
+            ASSERT_LE(size, bytes.size());
+        }
+        if (!end) continue;
+        auto used = static_cast<std::size_t>(end - bytes.data());
+        bytes.resize(used + 1 + random() % 40);
+        for (const char* key : keys) {
+            const Bytes before(bytes);
+            CPropertyTree::Position tail = bytes.data() + used;
+            const std::int32_t value = 2;
+            const std::int32_t result =
+                CPropertyTree::Put(key, bytes.data(), bytes.data() + bytes.size(), property::Ints, 1, &value, tail);
+            ASSERT_TRUE(result != 0 || bytes == before);
+            used = static_cast<std::size_t>(tail - bytes.data());
+            ASSERT_LT(used, bytes.size());
+            ASSERT_EQ(bytes[used], property::endMarkerByte);
+        }
+    }
+}
+
+}  // namespace
