@@ -1,0 +1,38 @@
+// One entry of an ABIF file: the type and the stored bytes of a tag's value.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "tracewriter/BigEndian.h"
+#include "tracewriter/TagValue.h"
+
+// Type codes of the format that this component writes.
+enum class AbifType : std::uint16_t {
+    Char = 2,       // 8 bits
+    Short = 4,      // signed, 16 bits
+    Date = 10,      // year (16 bits), month, day
+    Time = 11,      // hour, minute, second, hundredth of a second
+    PString = 18,   // a byte with the length, then the characters
+    CString = 19,   // the characters, then a NUL
+    Folder = 1023,  // the list of entries
+};
+
+struct AbifElement {
+    AbifType type = AbifType::Char;
+    std::uint16_t elementSize = 1;
+    std::uint32_t count = 0;
+    Bytes data;  // big-endian
+};
+
+// How a value that is not empty is stored under a tag:
+//
+//   text                   PString; CString beyond 255 characters
+//   number                 one Short
+//   shorts                 Shorts; under "RUND" two of them (month + 256 * day, year) make a Date
+//   bytes                  Chars; under "RUNT" four of them (0, seconds, minutes, hours) make a Time
+AbifElement MakeAbifElement(const std::string& name, const CTagValue& value);
+
+// Base qualities as readers look for them ("PCON", Chars): 10 times the negative logarithm of the error that each
+// percentage of `percent` (Shorts, 0 to 100) leaves, rounded; 100 percent, of which no error is known, counts as 40.
+AbifElement QualitiesFromPercent(const AbifElement& percent);

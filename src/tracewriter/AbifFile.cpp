@@ -1,0 +1,103 @@
+#include "tracewriter/AbifFile.h"
+
+#include <new>
+
+namespace {
+
+constexpr std::uint32_t formatVersion = 101;
+constexpr std::size_t dataOffset = 128;
+constexpr std::size_t entrySize = 28;
+constexpr std::size_t inlineSize = 4;
+
+void PutEntryHead(Bytes& out, const std::string& name, std::int32_t number, const AbifElement& element,
+                  std::size_t size) {
+    PutText(out, name);
+    Put32(out, static_cast<std::uint32_t>(number));
+    Put16(out, static_cast<std::uint32_t>(element.type));
+    Put16(out, element.elementSize);
+    Put32(out, element.count);
+    Put32(out, static_cast<std::uint32_t>(size));
+}
+
+void PutHeader(Bytes& out, std::size_t entries, std::size_t directoryOffset) {
+    const AbifElement directory{AbifType::Folder, entrySize, static_cast<std::uint32_t>(entries), {}};
+    PutText(out, "ABIF");
+    Put16(out, formatVersion);
+    PutEntryHead(out, "tdir", 1, directory, entries * entrySize);
+    Put32(out, static_cast<std::uint32_t>(directoryOffset));
+    Put32(out, 0);
+    PutZeros(out, dataOffset - out.size());
+}
+
+void PutBytes(Bytes& out, const Bytes& bytes) {
+    out.insert(out.end(), bytes.begin(), bytes.end());
+}
+
+}  // namespace
+
+HRESULT CAbifFile::QueryInterface(const Guid& id, void*& interface) {
+    interface = id == IAbdWriter::iid ? static_cast<IAbdWriter*>(this) : nullptr;
+    return interface ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CAbifFile::OpenFile(const std::string& path, std::int32_t, std::int32_t& opened) {
+    opened = 0;
+    if (file.IsOpen()) return E_UNEXPECTED;
+    if (const int error = file.Open(path); error != 0) return HresultFromErrno(error);
+    tags.clear();
+    opened = 1;
+    return S_OK;
+}
+
+HRESULT CAbifFile::AddTag(const std::string& name, std::int32_t number, const CTagValue& value) try {
+    if (!file.IsOpen()) return E_UNEXPECTED;
+    if (name.size() != 4) return E_INVALIDARG;
+    if (!std::holds_alternative<std::monostate>(value))
+        tags.insert_or_assign({name, number}, MakeAbifElement(name, value));
+    return S_OK;
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+}
+
+HRESULT CAbifFile::CloseFile(std::int32_t& status) try {
+    status = 0;
+    if (!file.IsOpen()) return E_UNEXPECTED;
+    AddDerivedTags();
+    const int error = file.Commit(Encode());
+    status = error == 0 ? 1 : 0;
+    return HresultFromErrno(error);
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+}
+
+// Qualities: readers know "PCON", the caller sends percentages as "QVAL".
+void CAbifFile::AddDerivedTags() {
+    for (const std::int32_t number : {1, 2})
+        if (const auto percent = tags.find({"QVAL", number});
+            percent != tags.end() && percent->second.type == AbifType::Short)
+            tags.try_emplace({"PCON", number}, QualitiesFromPercent(percent->second));
+}
+
+Bytes CAbifFile::Encode() const {
+    std::size_t directoryOffset = dataOffset;
+    for (const auto& [key, element] : tags)
+        if (element.data.size() > inlineSize) directoryOffset += element.data.size();
+    Bytes out;
+    out.reserve(directoryOffset + tags.size() * entrySize);
+    PutHeader(out, tags.size(), directoryOffset);
+    for (const auto& [key, element] : tags)
+        if (element.data.size() > inlineSize) PutBytes(out, element.data);
+    std::size_t next = dataOffset;
+    for (const auto& [key, element] : tags) {
+        PutEntryHead(out, key.first, key.second, element, element.data.size());
+        if (element.data.size() > inlineSize) {
+            Put32(out, static_cast<std::uint32_t>(next));
+            next += element.data.size();
+        } else {
+            PutBytes(out, element.data);
+            PutZeros(out, inlineSize - element.data.size());
+        }
+        Put32(out, 0);
+    }
+    return out;
+}

@@ -1,0 +1,32 @@
+// Results of the trace writer's operations: 32-bit codes of which those below 0 are failures.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+using HRESULT = std::int32_t;
+
+constexpr HRESULT MakeHresult(std::uint32_t bits) {
+    return static_cast<HRESULT>(bits);
+}
+
+constexpr HRESULT S_OK = 0;
+constexpr HRESULT E_NOINTERFACE = MakeHresult(0x80004002);
+constexpr HRESULT E_POINTER = MakeHresult(0x80004003);
+constexpr HRESULT E_FAIL = MakeHresult(0x80004005);
+constexpr HRESULT E_UNEXPECTED = MakeHresult(0x8000FFFF);
+constexpr HRESULT E_OUTOFMEMORY = MakeHresult(0x8007000E);
+constexpr HRESULT E_INVALIDARG = MakeHresult(0x80070057);
+constexpr HRESULT REGDB_E_CLASSNOTREG = MakeHresult(0x80040154);
+constexpr HRESULT DISP_E_BADINDEX = MakeHresult(0x8002000B);
+
+// Codes that an interface defines for itself lie between these two, both included; the first stands for number 0.
+constexpr HRESULT firstInterfaceCode = MakeHresult(0x80040200);
+constexpr HRESULT lastInterfaceCode = MakeHresult(0x8004FFFF);
+
+// The failure for an errno value of the host system, in a facility of this component's own; S_OK for 0.
+HRESULT HresultFromErrno(int error);
+
+// What the system says about a code, without a line end; nothing when it knows none.
+std::optional<std::string> SystemMessage(HRESULT code);

@@ -1,0 +1,142 @@
+#include "tracewriter/ScfFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+
+#include "tracewriter/WholeFile.h"
+
+namespace {
+
+constexpr std::uint32_t headerSize = 128;
+constexpr std::size_t spareSize = 72;
+constexpr std::uint32_t bytesPerScan = 8;
+constexpr std::uint32_t bytesPerBase = 12;
+constexpr std::uint32_t sampleBytes = 2;
+constexpr std::int32_t maxScans = 1 << 24;
+constexpr std::int32_t maxBases = 1 << 20;  // also what SetBaseCount makes room for at most
+
+std::uint16_t ToSample(std::int32_t value) {
+    return static_cast<std::uint16_t>(std::clamp(value, 0, 0xFFFF));
+}
+
+std::uint8_t ToProbability(std::int32_t value) {
+    return static_cast<std::uint8_t>(std::clamp(value, 0, 0xFF));
+}
+
+// Each value less twice the one before plus the one before that. A smooth curve becomes a row of small numbers, which
+// is what makes these files compress well.
+void PutDifferences(Bytes& out, const std::vector<std::uint16_t>& curve) {
+    const std::size_t start = out.size();
+    out.resize(start + sampleBytes * curve.size());
+    std::byte* next = out.data() + start;
+    std::uint32_t last = 0, beforeLast = 0;
+    for (const std::uint32_t value : curve) {
+        const std::uint32_t difference = value - 2 * last + beforeLast;
+        *next++ = static_cast<std::byte>(difference >> 8 & 0xFF);
+        *next++ = static_cast<std::byte>(difference & 0xFF);
+        beforeLast = last;
+        last = value;
+    }
+}
+
+}  // namespace
+
+HRESULT CScfFile::QueryInterface(const Guid& id, void*& interface) {
+    interface = id == IScfWriter::iid ? static_cast<IScfWriter*>(this) : nullptr;
+    return interface ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CScfFile::SetSampleCount(std::int32_t count) try {
+    if (count > maxScans) return HresultFromErrno(EFBIG);
+    for (auto& curve : curves)
+        curve.assign(static_cast<std::size_t>(std::max(count, 0)), 0);
+    return S_OK;
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+}
+
+HRESULT CScfFile::SetBaseCount(std::int32_t count) try {
+    bases.reserve(static_cast<std::size_t>(std::clamp(count, 0, maxBases)));
+    return S_OK;
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+}
+
+HRESULT CScfFile::SetSampleSize(std::int32_t bits) {
+    return bits == 8 * static_cast<std::int32_t>(sampleBytes) ? S_OK : E_INVALIDARG;
+}
+
+HRESULT CScfFile::SetSample(std::int32_t a, std::int32_t c, std::int32_t g, std::int32_t t, std::int32_t index) {
+    if (index < 0 || static_cast<std::size_t>(index) >= curves[0].size()) return DISP_E_BADINDEX;
+    const std::size_t scan = static_cast<std::size_t>(index);
+    curves[0][scan] = ToSample(a);
+    curves[1][scan] = ToSample(c);
+    curves[2][scan] = ToSample(g);
+    curves[3][scan] = ToSample(t);
+    return S_OK;
+}
+
+HRESULT CScfFile::AddBase(std::int32_t peakIndex, std::int32_t probA, std::int32_t probC, std::int32_t probG,
+                          std::int32_t probT, std::uint32_t letter) try {
+    if (bases.size() >= static_cast<std::size_t>(maxBases)) return HresultFromErrno(EFBIG);
+    bases.push_back({static_cast<std::uint32_t>(std::max(peakIndex, 0)),
+                     {ToProbability(probA), ToProbability(probC), ToProbability(probG), ToProbability(probT)},
+                     static_cast<std::uint8_t>(letter & 0xFF)});
+    return S_OK;
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+}
+
+HRESULT CScfFile::AddComment(const std::string& comment) try {
+    comments += comment.c_str();
+    return S_OK;
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+}
+
+HRESULT CScfFile::SaveFile(const std::string& path) try {
+    CWholeFile file;
+    if (const int error = file.Open(path); error != 0) return HresultFromErrno(error);
+    return HresultFromErrno(file.Commit(Encode()));
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+}
+
+Bytes CScfFile::Encode() const {
+    Bytes out;
+    out.reserve(headerSize + bytesPerScan * curves[0].size() + bytesPerBase * bases.size() + comments.size() + 1);
+    PutHeader(out);
+    for (const auto& curve : curves)
+        PutDifferences(out, curve);
+    PutBases(out);
+    PutText(out, comments);
+    Put8(out, 0);
+    return out;
+}
+
+void CScfFile::PutHeader(Bytes& out) const {
+    const std::uint32_t scans = static_cast<std::uint32_t>(curves[0].size());
+    const std::uint32_t baseCount = static_cast<std::uint32_t>(bases.size());
+    const std::uint32_t commentSize = static_cast<std::uint32_t>(comments.size() + 1);
+    const std::uint32_t basesOffset = headerSize + bytesPerScan * scans;
+    const std::uint32_t commentsOffset = basesOffset + bytesPerBase * baseCount;
+    PutText(out, ".scf");
+    for (const std::uint32_t field : {scans, headerSize, baseCount, 0u, 0u, basesOffset, commentSize, commentsOffset})
+        Put32(out, field);
+    PutText(out, "3.00");
+    for (const std::uint32_t field : {sampleBytes, 0u, 0u, commentsOffset + commentSize})
+        Put32(out, field);
+    PutZeros(out, spareSize);
+}
+
+void CScfFile::PutBases(Bytes& out) const {
+    for (const Base& base : bases)
+        Put32(out, base.peakIndex);
+    for (std::size_t i = 0; i < 4; ++i)
+        for (const Base& base : bases)
+            Put8(out, base.probabilities[i]);
+    for (const Base& base : bases)
+        Put8(out, base.letter);
+    PutZeros(out, 3 * bases.size());
+}

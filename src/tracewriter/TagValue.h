@@ -1,0 +1,38 @@
+// The value of a tag: one of four forms, or empty.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "tracewriter/Hresult.h"
+
+// One-dimensional array from index 0. It is made with its length and then filled element by element, and both steps
+// can fail.
+template <class Element>
+class CTagArray {
+  public:
+    // Nothing when no array of that length is to be had, as with a negative one.
+    static std::optional<CTagArray> Create(std::int32_t length);
+    // DISP_E_BADINDEX when the array has no such element.
+    HRESULT Put(std::size_t index, Element value) {
+        if (index >= elements.size()) return DISP_E_BADINDEX;
+        elements[index] = value;
+        return S_OK;
+    }
+    std::span<const Element> All() const { return elements; }
+
+  private:
+    std::vector<Element> elements;
+};
+
+using CShortsArray = CTagArray<std::int16_t>;
+using CBytesArray = CTagArray<std::uint8_t>;
+
+// A text, a 16-bit number, an array of 16-bit numbers, an array of bytes; std::monostate is the empty value.
+using CTagValue = std::variant<std::monostate, std::string, std::int16_t, CShortsArray, CBytesArray>;
