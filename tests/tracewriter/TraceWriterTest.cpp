@@ -1,0 +1,180 @@
+// The trace writer by itself: what it is handed and what lies on disk afterwards.
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "TraceReaders.h"
+#include "tracewriter/ClassTable.h"
+#include "tracewriter/IAbdWriter.h"
+#include "tracewriter/IScfWriter.h"
+
+namespace {
+
+class TraceWriterTest : public testing::Test {
+  protected:
+    std::string folder;
+
+    void SetUp() override {
+        std::string name = testing::TempDir() + "tracewriterXXXXXX";
+        folder = ::mkdtemp(name.data());
+    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+    std::size_t FilesInFolder() const {
+        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
+    }
+};
+
+// Rights do not bind the superuser: as long as this lives, the test is somebody else.
+struct CPlainUser {
+    CPlainUser() {
+        if (::geteuid() == 0) changed = ::seteuid(65534) == 0;
+    }
+    ~CPlainUser() {
+        if (changed && ::seteuid(0) != 0) std::abort();
+    }
+    bool changed = false;
+};
+
+CTagValue Shorts(const std::vector<std::int16_t>& values) {
+    auto array = CShortsArray::Create(static_cast<std::int32_t>(values.size()));
+    for (std::size_t i = 0; i < values.size(); ++i)
+        EXPECT_EQ(array->Put(i, values[i]), S_OK);
+    return *array;
+}
+
+CTagValue Chars(const std::string& text) {
+    auto array = CBytesArray::Create(static_cast<std::int32_t>(text.size()));
+    for (std::size_t i = 0; i < text.size(); ++i)
+        EXPECT_EQ(array->Put(i, static_cast<std::uint8_t>(text[i])), S_OK);
+    return *array;
+}
+
+HRESULT WriteSmallAbd(const std::string& path) {
+    const CInstance<IAbdWriter> writer;
+    std::int32_t opened = 0, status = 0;
+    if (const HRESULT result = writer->OpenFile(path, 0, opened); result < 0) {
+        EXPECT_EQ(opened, 0);
+        return result;
+    }
+    EXPECT_EQ(writer->AddTag("DATA", 1, Shorts(std::vector<std::int16_t>(5000, 7))), S_OK);
+    return writer->CloseFile(status);
+}
+
+TEST_F(TraceWriterTest, ScfHoldsWhatWasSent) {
+    const CInstance<IScfWriter> writer;
+    EXPECT_EQ(writer->SetSampleSize(8), E_INVALIDARG);
+    EXPECT_EQ(writer->SetSampleSize(16), S_OK);
+    EXPECT_EQ(writer->SetSampleCount(4), S_OK);
+    EXPECT_EQ(writer->SetBaseCount(2), S_OK);
+    const int steep[4] = {0, 65535, 1, 2000};
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(writer->SetSample(steep[i], i, 2000 - i, -5, i), S_OK);
+    EXPECT_EQ(writer->SetSample(0, 0, 0, 0, 4), DISP_E_BADINDEX);
+    EXPECT_EQ(writer->AddBase(3, 0, 0, 0, 0, 'g'), S_OK);
+    EXPECT_EQ(writer->AddBase(-1, 0, 0, 0, 0, 'N'), S_OK);
+    EXPECT_EQ(writer->AddComment("NAME=x\n"), S_OK);
+    EXPECT_EQ(writer->AddComment("DATE=y\n\n"), S_OK);
+    ASSERT_EQ(writer->SaveFile(folder + "/a.scf"), S_OK);
+
+    const ScfContent scf = ReadScf(folder + "/a.scf");
+    EXPECT_EQ(scf.curves[0], (std::vector<int>{0, 65535, 1, 2000}));
+    EXPECT_EQ(scf.curves[1], (std::vector<int>{0, 1, 2, 3}));
+    EXPECT_EQ(scf.curves[2], (std::vector<int>{2000, 1999, 1998, 1997}));
+    EXPECT_EQ(scf.curves[3], (std::vector<int>{0, 0, 0, 0}));
+    EXPECT_EQ(scf.peaks, (std::vector<std::uint32_t>{3, 0}));
+    EXPECT_EQ(scf.letters, "gN");
+    EXPECT_EQ(scf.comments, "NAME=x\nDATE=y\n\n");
+}
+
+TEST_F(TraceWriterTest, AbifStoresEveryForm) {
+    const CInstance<IAbdWriter> writer;
+    std::int32_t opened = 0, status = 0;
+    EXPECT_EQ(writer->AddTag("CMNT", 1, std::string("early")), E_UNEXPECTED);
+    ASSERT_EQ(writer->OpenFile(folder + "/a.abd", 0, opened), S_OK);
+    EXPECT_NE(opened, 0);
+    EXPECT_EQ(writer->AddTag("SMPL", 1, std::string("ab")), S_OK);
+    EXPECT_EQ(writer->AddTag("CMNT", 1, std::string(256, 'c')), S_OK);
+    EXPECT_EQ(writer->AddTag("CMNT", 2, std::string(255, 'p')), S_OK);
+    EXPECT_EQ(writer->AddTag("LANE", 1, std::int16_t{-2}), S_OK);
+    EXPECT_EQ(writer->AddTag("DATA", 101, Shorts({1, -1, 300})), S_OK);
+    EXPECT_EQ(writer->AddTag("DATA", 2, CTagValue()), S_OK);
+    EXPECT_EQ(writer->AddTag("FWO_", 1, Chars("CAGT")), S_OK);
+    EXPECT_EQ(writer->AddTag("RUND", 1, Shorts({2 + 256 * 29, 2004})), S_OK);
+    EXPECT_EQ(writer->AddTag("RUNT", 1, Chars(std::string{0, 58, 30, 13})), S_OK);
+    EXPECT_EQ(writer->AddTag("QVAL", 1, Shorts({0, 50, 90, 99, 100})), S_OK);
+    EXPECT_EQ(writer->AddTag("LONG_NAME", 1, std::int16_t{0}), E_INVALIDARG);
+    ASSERT_EQ(writer->CloseFile(status), S_OK);
+    EXPECT_EQ(writer->CloseFile(status), E_UNEXPECTED);
+
+    auto tags = ReadAbif(folder + "/a.abd");
+    EXPECT_EQ(tags.size(), 10u);  // the empty one is left out, the qualities are added
+    EXPECT_EQ(tags["SMPL1"].data, "\2ab");
+    EXPECT_EQ(tags["CMNT1"].type, 19);
+    EXPECT_EQ(tags["CMNT1"].Text(), std::string(256, 'c'));
+    EXPECT_EQ(tags["CMNT2"].data, "\xFF" + std::string(255, 'p'));
+    EXPECT_EQ(tags["LANE1"].Shorts(), std::vector<int>{-2});
+    EXPECT_EQ(tags["DATA101"].Shorts(), (std::vector<int>{1, -1, 300}));
+    EXPECT_EQ(tags["FWO_1"].data, "CAGT");
+    EXPECT_EQ(tags["RUND1"].type, 10);
+    EXPECT_EQ(tags["RUND1"].data, std::string("\x07\xD4\x02\x1D"));
+    EXPECT_EQ(tags["RUNT1"].type, 11);
+    EXPECT_EQ(tags["RUNT1"].data, (std::string{13, 30, 58, 0}));
+    EXPECT_EQ(tags["PCON1"].data, (std::string{0, 3, 10, 20, 40}));
+}
+
+TEST_F(TraceWriterTest, FileAppearsWholeOrNotAtAll) {
+    {
+        const CInstance<IAbdWriter> writer;
+        std::int32_t opened = 0;
+        ASSERT_EQ(writer->OpenFile(folder + "/a.abd", 0, opened), S_OK);
+        EXPECT_FALSE(std::filesystem::exists(folder + "/a.abd"));
+    }
+    EXPECT_EQ(FilesInFolder(), 0u) << "an export that ends early leaves something behind";
+
+    ASSERT_EQ(WriteSmallAbd(folder + "/a.abd"), S_OK);
+    // A disk that fills while a file of that name is replaced.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit small{1000, limit.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    const HRESULT result = WriteSmallAbd(folder + "/a.abd");
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(result, HresultFromErrno(EFBIG));
+    EXPECT_EQ(CComError(result).ErrorMessage(), "File too large");
+    EXPECT_EQ(ReadAbif(folder + "/a.abd")["DATA1"].count, 5000u);
+    EXPECT_EQ(FilesInFolder(), 1u);
+}
+
+TEST_F(TraceWriterTest, PlacesThatCannotBeWritten) {
+    std::filesystem::create_directory(folder + "/folder.abd");
+    EXPECT_EQ(WriteSmallAbd(folder + "/folder.abd"), HresultFromErrno(EISDIR));
+    EXPECT_EQ(WriteSmallAbd(folder + "/missing/a.abd"), HresultFromErrno(ENOENT));
+    EXPECT_EQ(CComError(HresultFromErrno(EISDIR)).ErrorMessage(), "Is a directory");
+    EXPECT_EQ(FilesInFolder(), 1u);
+    std::ofstream(folder + "/protected.abd") << "kept";
+    ::chmod((folder + "/protected.abd").c_str(), 0444);
+    std::filesystem::create_directory(folder + "/locked");
+    ::chmod((folder + "/locked").c_str(), 0555);
+    ::chmod(folder.c_str(), 0777);
+    const CPlainUser plainUser;
+    EXPECT_EQ(WriteSmallAbd(folder + "/protected.abd"), HresultFromErrno(EACCES));
+    EXPECT_EQ(WriteSmallAbd(folder + "/locked/a.abd"), HresultFromErrno(EACCES));
+}
+
+TEST(ComErrorTest, ThreeFormsOfText) {
+    EXPECT_EQ(CComError(E_POINTER).ErrorMessage(), "Invalid pointer");
+    EXPECT_EQ(CComError(HresultFromErrno(ENOSPC)).ErrorMessage(), "No space left on device");
+    EXPECT_EQ(CComError(MakeHresult(0x80040201)).ErrorMessage(), "IDispatch error #1");
+    EXPECT_EQ(CComError(MakeHresult(0x80049FFF)).ErrorMessage(), "IDispatch error #40447");
+    EXPECT_EQ(CComError(MakeHresult(0x80040200)).ErrorMessage(), "Unknown error 0x80040200");
+    EXPECT_EQ(CComError(MakeHresult(0x8ABC0001)).ErrorMessage(), "Unknown error 0x8ABC0001");
+}
+
+}  // namespace
