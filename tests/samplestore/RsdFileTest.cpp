@@ -33,6 +33,16 @@ class RsdFile : public sampletest::TempFolder {
         return file.ReadInfo(info);
     }
 
+    static void Update(const std::string& path, const CSampleInfo* info, const std::vector<ScanRecord>* scans,
+                       std::int32_t expected = 0) {
+        CRsdFile file;
+        ASSERT_EQ(file.Open(path, false), 0);
+        EXPECT_EQ(file.Open(path, false), -1);
+        if (info) file.WriteInfo(*info);
+        if (scans) file.WriteScans(*scans);
+        EXPECT_EQ(file.Close(), expected);
+    }
+
     // A sample with `at` bytes into its trailer replaced by a word.
     std::string WithTrailerWord(std::size_t at, std::uint32_t word) {
         Bytes bytes = ReadBytes(MakeSample());
@@ -54,93 +64,62 @@ TEST_F(RsdFile, LayoutAndChecksum) {
 }
 
 TEST_F(RsdFile, WithoutTreeOnlyTheTrailerIsRead) {
-    CSampleInfo info = RawInfo(3), back;
+    const std::string path = Path("bare.esd");
+    CSampleInfo info = RawInfo(3);
     std::vector<ScanRecord> scans;
     info.plateColumns = 24;
-    ASSERT_EQ(WriteBareSample(Path("bare.esd"), info, NumberedScans(3)), 0);
-    EXPECT_EQ(ReadBytes(Path("bare.esd")).size(), 60 + trailerSize);
-    EXPECT_EQ(XorOfFile(Path("bare.esd")), 0u);
-    sampletest::ReadBack(Path("bare.esd"), back, scans);
-    EXPECT_EQ(back.sampleName + back.plateId + back.channel[0].filter, "");
-    EXPECT_EQ(back.plateColumns, 24);
-    EXPECT_EQ(back.plateRows, 8);  // stored as 0
-    EXPECT_EQ(back.channelBase[0][0], 'T');
+    ASSERT_EQ(WriteBareSample(path, info, NumberedScans(3)), 0);
+    EXPECT_EQ(ReadBytes(path).size(), 60 + trailerSize);
+    EXPECT_EQ(XorOfFile(path), 0u);
+    sampletest::ReadBack(path, info, scans);
+    EXPECT_EQ(info.sampleName + info.plateId + info.channel[0].filter, "");
+    EXPECT_EQ(info.plateColumns, 24);
+    EXPECT_EQ(info.plateRows, 8);  // stored as 0
+    EXPECT_EQ(info.channelBase[0][0], 'T');
+
+    info.comment = "now with a tree";
+    Update(path, &info, nullptr);
+    sampletest::ReadBack(path, info, scans);
+    EXPECT_EQ(info.comment, "now with a tree");
     ASSERT_EQ(scans.size(), 3u);
     EXPECT_EQ(scans[2].words, NumberedScans(3)[2].words);
-
-    CRsdFile file;
-    ASSERT_EQ(file.Open(Path("bare.esd"), false), 0);
-    info.comment = "now with a tree";
-    file.WriteInfo(info);
-    ASSERT_EQ(file.Close(), 0);
-    sampletest::ReadBack(Path("bare.esd"), back, scans);
-    EXPECT_EQ(back.comment, info.comment);
-    EXPECT_EQ(back.plateColumns, 24);
-    EXPECT_EQ(scans.size(), 3u);
 }
 
 TEST_F(RsdFile, EveryKindOfCommitKeepsTheChecksum) {
     const std::string path = MakeSample(50);
-    CSampleInfo info = RawInfo(50), back;
+    CSampleInfo info = RawInfo(50);
     std::vector<ScanRecord> scans;
-    CRsdFile file;
-    ASSERT_EQ(file.Open(path, false), 0);
-    EXPECT_EQ(file.Open(path, false), -1);
-
-    // Description alone, longer and then shorter; the scans stay.
+    const auto expect = [&](std::size_t comment, std::size_t count) {
+        EXPECT_EQ(XorOfFile(path), 0u);
+        sampletest::ReadBack(path, info, scans);
+        EXPECT_EQ(info.comment.size(), comment);
+        ASSERT_EQ(scans.size(), count);
+        EXPECT_TRUE(scans.empty() || scans.back().words == NumberedScans(300)[count - 1].words);
+    };
     for (const std::size_t length : {3001u, 2u}) {
         info.comment = std::string(length, 'c');
-        EXPECT_EQ(file.WriteInfo(info), 0);
-        EXPECT_EQ(file.Commit(), 0);
-        EXPECT_EQ(XorOfFile(path), 0u);
-        sampletest::ReadBack(path, back, scans);
-        EXPECT_EQ(back.comment, info.comment);
-        EXPECT_EQ(scans[49].words, NumberedScans(50)[49].words);
+        Update(path, &info, nullptr);
+        expect(length, 50);
     }
-    // Scans alone, fewer and then more; the description stays.
     const std::size_t tailSize = ReadBytes(path).size() - 50 * scanRecordSize;
-    for (const std::uint32_t count : {9u, 300u}) {
-        EXPECT_EQ(file.WriteScans(NumberedScans(count)), 0);
-        EXPECT_EQ(file.Commit(), 0);
+    for (const std::uint32_t count : {9u, 300u, 0u}) {
+        const auto replacement = NumberedScans(count);
+        Update(path, nullptr, &replacement);
+        expect(2, count);
         EXPECT_EQ(ReadBytes(path).size(), count * scanRecordSize + tailSize);
-        EXPECT_EQ(XorOfFile(path), 0u);
-        sampletest::ReadBack(path, back, scans);
-        EXPECT_EQ(scans.size(), count);
-        EXPECT_EQ(back.wellId, "B07");
     }
-    // Both at once, without any scans.
-    info.barCode = "bar";
-    EXPECT_EQ(file.WriteScans({}), 0);
-    EXPECT_EQ(file.WriteInfo(info), 0);
-    EXPECT_EQ(file.Close(), 0);
-    EXPECT_EQ(XorOfFile(path), 0u);
-    sampletest::ReadBack(path, back, scans);
-    EXPECT_TRUE(scans.empty());
-    EXPECT_EQ(back.barCode, "bar");
-}
-
-// A wrong checksum is no reason to refuse a file, and an update of the description carries the error on.
-TEST_F(RsdFile, WrongChecksumIsCarriedOn) {
-    const std::string path = MakeSample();
-    Bytes bytes = ReadBytes(path);
-    bytes[5] ^= 0x40;
-    WriteBytes(path, bytes);
-    CRsdFile file;
-    CSampleInfo info;
-    ASSERT_EQ(file.Open(path, false), 0);
-    EXPECT_EQ(file.ReadInfo(info), 0);
-    info.comment = "changed";
-    file.WriteInfo(info);
-    EXPECT_EQ(file.Close(), 0);
-    EXPECT_EQ(XorOfFile(path), 0x4000u);
+    info.comment = "both";
+    const auto replacement = NumberedScans(5);
+    Update(path, &info, &replacement);
+    expect(4, 5);
 }
 
 TEST_F(RsdFile, UnknownBytesAndKeysSurvive) {
     const std::string path = MakeSample();
     Bytes bytes = ReadBytes(path);
-    const std::size_t trailer = bytes.size() - trailerSize;
-    for (const std::size_t at : {462u, 495u, 496u, 504u, 567u, 592u, 624u, 627u})
-        bytes[trailer + at] = 0x5A;
+    const std::size_t kept[] = {462, 495, 496, 504, 567, 592, 624, 627};
+    for (const std::size_t at : kept)
+        bytes[bytes.size() - trailerSize + at] = 0x5A;
     // A key of another program, in place of one of ours.
     const std::string ours = "MACHINE ID", theirs = "Machine no";
     auto found = std::search(bytes.begin(), bytes.end(), ours.begin(), ours.end());
@@ -148,19 +127,15 @@ TEST_F(RsdFile, UnknownBytesAndKeysSurvive) {
     std::copy(theirs.begin(), theirs.end(), found);
     WriteBytes(path, bytes);
 
-    CRsdFile file;
     CSampleInfo info;
-    ASSERT_EQ(file.Open(path, false), 0);
-    ASSERT_EQ(file.ReadInfo(info), 0);
-    file.WriteInfo(info);
-    file.WriteScans(NumberedScans(2));
-    ASSERT_EQ(file.Close(), 0);
+    std::vector<ScanRecord> scans;
+    sampletest::ReadBack(path, info, scans);
+    Update(path, &info, &scans);
     const Bytes after = ReadBytes(path);
-    const std::size_t newTrailer = after.size() - trailerSize;
-    for (const std::size_t at : {462u, 495u, 496u, 504u, 567u, 592u, 624u, 627u})
-        EXPECT_EQ(after[newTrailer + at], 0x5A) << at;
-    EXPECT_NE(std::search(after.begin(), after.end(), theirs.begin(), theirs.end()), after.end());
-    EXPECT_NE(std::search(after.begin(), after.end(), ours.begin(), ours.end()), after.end());
+    for (const std::size_t at : kept)
+        EXPECT_EQ(after[after.size() - trailerSize + at], 0x5A) << at;
+    for (const std::string& key : {ours, theirs})
+        EXPECT_NE(std::search(after.begin(), after.end(), key.begin(), key.end()), after.end());
 }
 
 TEST_F(RsdFile, ReadOnlyFilesAreNotWritten) {
@@ -191,40 +166,35 @@ TEST_F(RsdFile, DamagedSizesAndVersions) {
     EXPECT_EQ(OpenAndRead(WithTrailerWord(458, 1000001)), 1);
     EXPECT_EQ(OpenAndRead(WithTrailerWord(458, 0xFFFFFFFF)), 1);
     EXPECT_EQ(OpenAndRead(WithTrailerWord(458, 999999)), 34);
-    EXPECT_EQ(OpenAndRead(WithTrailerWord(458, 0)), 0);
     EXPECT_EQ(OpenAndRead(WithTrailerWord(454, 0)), 34);
-    EXPECT_EQ(OpenAndRead(WithTrailerWord(454, 0x7FFFFFFF)), 34);
 
     // A total size beyond the file: nothing before it can be counted, nor stored.
     const std::string path = WithTrailerWord(454, 1000000);
     const Bytes before = ReadBytes(path);
-    CRsdFile file;
-    std::uint32_t count = 0;
-    ASSERT_EQ(file.Open(path, false), 0);
-    EXPECT_EQ(file.GetScanCount(count), 34);
-    file.WriteScans(NumberedScans(1));
-    EXPECT_EQ(file.Close(), 34);
+    const auto scans = NumberedScans(1);
+    Update(path, nullptr, &scans, 34);
     EXPECT_EQ(ReadBytes(path), before);
 
     WriteBytes(Path("short.rsd"), Bytes(631));
     EXPECT_EQ(OpenAndRead(Path("short.rsd")), EINVAL);
 }
 
-TEST_F(RsdFile, RemainderOfTheScanBlock) {
+// An update of the description leaves the scans alone: a remainder stays, and so does an error in the checksum.
+TEST_F(RsdFile, UpdateOfTheDescriptionLeavesTheScans) {
     const std::string path = MakeSample(10);
     Bytes bytes = ReadBytes(path);
-    bytes.insert(bytes.begin() + 200, {1, 2, 3, 4, 5, 6, 7, 8});
+    bytes[5] ^= 0x40;
+    bytes.insert(bytes.begin() + 200, {1, 2, 3, 4, 1, 2, 3, 4});
     WriteBytes(path, bytes);
     CSampleInfo info;
     std::vector<ScanRecord> scans;
     sampletest::ReadBack(path, info, scans);
     EXPECT_EQ(scans.size(), 10u);
-    CRsdFile file;
-    ASSERT_EQ(file.Open(path, false), 0);
-    file.WriteInfo(info);
-    ASSERT_EQ(file.Close(), 0);
+    info.comment = "changed";
+    Update(path, &info, nullptr);
     const Bytes after = ReadBytes(path);
     EXPECT_TRUE(std::equal(bytes.begin(), bytes.begin() + 208, after.begin()));
+    EXPECT_EQ(XorOfFile(path), 0x4000u);
 }
 
 TEST_F(RsdFile, TreeWithoutEndMarkerIsStoredAnew) {
@@ -232,18 +202,14 @@ TEST_F(RsdFile, TreeWithoutEndMarkerIsStoredAnew) {
     Bytes bytes = ReadBytes(path);
     bytes[200] = 0x67;  // the first item now reaches beyond the tree
     WriteBytes(path, bytes);
-    CRsdFile file;
     CSampleInfo info;
-    ASSERT_EQ(file.Open(path, false), 0);
-    ASSERT_EQ(file.ReadInfo(info), 0);
-    EXPECT_EQ(info.plateId, "");
-    info.plateId = "again";
-    file.WriteInfo(info);
-    ASSERT_EQ(file.Close(), 0);
     std::vector<ScanRecord> scans;
     sampletest::ReadBack(path, info, scans);
+    EXPECT_EQ(info.plateId, "");
+    info.plateId = "again";
+    Update(path, &info, nullptr);
+    sampletest::ReadBack(path, info, scans);
     EXPECT_EQ(info.plateId, "again");
-    EXPECT_EQ(scans.size(), 10u);
 }
 
 // Files with any bytes in tree and trailer changed are read, updated and read again, or refused.
@@ -254,9 +220,9 @@ TEST_F(RsdFile, DamagedFiles) {
     for (int round = 0; round < 1500; ++round) {
         Bytes bytes = good;
         for (unsigned i = random() % 6 + 1; i > 0; --i) {
-            const std::size_t from = random() % 2 ? 400 : bytes.size() - trailerSize + 454;
-            const std::size_t size = from == 400 ? bytes.size() - 400 : 8;
-            bytes[from + random() % size] = static_cast<std::uint8_t>(random() % 2 ? random() : random() % 4);
+            const std::size_t size = random() % 2 ? bytes.size() - 400 : 180;  // from the scans' end, or the sizes
+            bytes[bytes.size() - size + random() % std::min<std::size_t>(size, 400)] =
+                static_cast<std::uint8_t>(random() % 2 ? random() : random() % 4);
         }
         if (random() % 8 == 0) bytes.resize(random() % bytes.size());
         WriteBytes(path, bytes);
