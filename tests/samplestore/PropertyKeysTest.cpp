@@ -95,19 +95,7 @@ TEST(PropertyKeys, FailedSampleEndsWithItsReason) {
     ASSERT_TRUE(used.Store(ProcessedInfo(4)));
     ASSERT_TRUE(used.Store(info));
     EXPECT_EQ(used.Read().analysis.sequence, "ACGT");
-}
-
-TEST(PropertyKeys, CountsOfZeroSkipTheArrays) {
-    StoredTree tree;
-    ASSERT_TRUE(tree.Store(ProcessedInfo(1)));
-    CSampleInfo info = ProcessedInfo(1);
-    info.analysis.snZoneCount = info.analysis.spacingCount = 0;
-    info.analysis.snZoneStarts = {77};
-    ASSERT_TRUE(tree.Store(info));
-    const CAnalysisInfo back = tree.Read().analysis;
-    EXPECT_TRUE(back.snZoneStarts.empty());
-    EXPECT_TRUE(back.spacingGaps.empty());
-    EXPECT_EQ(back.currentFixAreas, 3);
+    EXPECT_EQ(used.Read().analysis.basecallError, "no signal");
 }
 
 TEST(PropertyKeys, OldFilesGetPerBaseData) {
@@ -121,21 +109,6 @@ TEST(PropertyKeys, OldFilesGetPerBaseData) {
     EXPECT_EQ(back.analysis.descriptors, std::vector<std::int32_t>(5, 0));
     EXPECT_EQ(back.analysis.strengths,
               (std::vector<BaseStrengths>{{0, 0, 0, 1}, {0, 0, 1, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}}));
-}
-
-TEST(PropertyKeys, OtherTypesReadAsAbsent) {
-    StoredTree tree;
-    tree.bytes.resize(1000);
-    CPropertyTree::Position tail = tree.bytes.data();
-    const std::int32_t number = 5;
-    for (const char* key : {"COMMENT", "BASES CALLED"})
-        CPropertyTree::PutInts(key, &number, 1, tree.bytes.data(), tree.bytes.data() + tree.bytes.size(), tail);
-    CSampleInfo info;
-    info.comment = "old";
-    info.analysis.basesCalled = 3;
-    info = tree.Read(info);
-    EXPECT_EQ(info.comment, "");
-    EXPECT_EQ(info.analysis.basesCalled, 3);
 }
 
 }  // namespace

@@ -141,18 +141,6 @@ TEST(PropertyTree, ItemsThatDoNotParse) {
     }
 }
 
-// Items that this program never writes are passed over on the way to a later key.
-TEST(PropertyTree, UnknownItemsArePassed) {
-    Tree tree;
-    const std::uint8_t eight[8] = {1, 0, 0, 0, 5, 6, 7, 8};
-    tree.PutInt("Z", 1);
-    for (const std::uint32_t type : {property::Words8, property::WideText, property::Boolean, property::Type{50}})
-        EXPECT_GT(tree.Put("T" + std::to_string(type), type, 1, eight), 0);
-    EXPECT_EQ(tree.Int("Z"), 1);
-    EXPECT_EQ(tree.Put("Y", property::Bytes, property::largestLength + 1, eight), -1);
-    EXPECT_EQ(tree.Put("Y", 64, 1, eight), -1);
-}
-
 // A million bytes of subtrees in subtrees must not cost a million stack frames.
 TEST(PropertyTree, DeepNesting) {
     Tree tree(1200000);

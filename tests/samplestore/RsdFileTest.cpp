@@ -2,7 +2,6 @@
 
 #include <random>
 
-#include "samplestore/PropertyTree.h"
 #include "tests/samplestore/SampleFixture.h"
 
 namespace {
@@ -217,7 +216,7 @@ TEST_F(RsdFile, DamagedFiles) {
     const Bytes good = ReadBytes(MakeSample(20));
     const std::string path = Path("damaged.rsd");
     std::mt19937 random(777);
-    for (int round = 0; round < 1500; ++round) {
+    for (int round = 0; round < 600; ++round) {
         Bytes bytes = good;
         for (unsigned i = random() % 6 + 1; i > 0; --i) {
             const std::size_t size = random() % 2 ? bytes.size() - 400 : 180;  // from the scans' end, or the sizes

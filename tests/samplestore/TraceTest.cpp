@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "plugins/BaseCaller.h"
-#include "samplestore/TraceFile.h"
+#include "samplestore/CapTrace.h"
 #include "tests/samplestore/SampleFixture.h"
 
 namespace {
@@ -18,17 +18,6 @@ CCalledBase MakeBase(char letter, std::initializer_list<float> positions) {
     record.descriptor = 2;
     record.strengths[1] = 0.25f;
     return CCalledBase(record, peaks);
-}
-
-TEST(Trace, KindsAreToldApart) {
-    CBaseCaller caller;
-    CTraceFile raw("r", nullptr, false, &caller), processed("p", nullptr, true, &caller);
-    EXPECT_EQ(raw.Processed(), nullptr);
-    ASSERT_NE(processed.Processed(), nullptr);
-    EXPECT_EQ(processed.Processed()->CallerInfo(), &caller);
-    EXPECT_TRUE(raw.trace->IsKindOf(CObject::runtimeClass));
-    EXPECT_FALSE(raw.trace->IsKindOf(CProcessedTrace::runtimeClass));
-    EXPECT_EQ(std::string(CRawTrace::runtimeClass.create()->GetRuntimeClass().name), "CRawTrace");
 }
 
 TEST(Trace, RawWordsAreUnsignedBothWays) {
