@@ -1,7 +1,7 @@
 #include "samplestore/PropertyKeys.h"
 
+#include "SampleFixture.h"
 #include "samplestore/PropertyTree.h"
-#include "tests/samplestore/SampleFixture.h"
 
 namespace {
 

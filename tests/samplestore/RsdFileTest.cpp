@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "tests/samplestore/SampleFixture.h"
+#include "SampleFixture.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include "samplestore/SampleFile.h"
 
+#include "SampleFixture.h"
 #include "plugins/BaseCallerSet.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
 #include "samplestore/ChannelOrder.h"
-#include "tests/samplestore/SampleFixture.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "SampleFixture.h"
 #include "plugins/BaseCaller.h"
 #include "samplestore/CapTrace.h"
-#include "tests/samplestore/SampleFixture.h"
 
 namespace {
 
