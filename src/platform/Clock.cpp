@@ -1,0 +1,42 @@
+#include "platform/Clock.h"
+
+#include <locale.h>
+#include <time.h>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+tm LocalTime(time_t seconds) {
+    ::tzset();
+    tm local{};
+    ::localtime_r(&seconds, &local);
+    return local;
+}
+
+// A loaded library may have changed the locale of the process, so the "C" locale is asked for by name.
+std::string Format(const char* format, time_t seconds) {
+    static const locale_t classic = ::newlocale(LC_ALL_MASK, "C", nullptr);
+    const tm local = LocalTime(seconds);
+    char text[128];
+    return std::string(text, ::strftime_l(text, sizeof text, format, &local, classic));
+}
+
+}  // namespace
+
+std::string LocalTimeText() {
+    return Format("%c", ::time(nullptr));
+}
+
+std::string CtimeText(std::int32_t seconds) {
+    return seconds < 0 ? "N/A\n" : Format("%a %b %e %H:%M:%S %Y\n", seconds);
+}
+
+CalendarTime LocalCalendar(std::int32_t seconds) {
+    const tm local = LocalTime(std::max(seconds, 0));
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+}  // namespace platform

@@ -1,0 +1,77 @@
+#include <dirent.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/Ascii.h"
+#include "platform/Drives.h"
+#include "platform/Files.h"
+#include "platform/Host.h"
+
+namespace platform {
+
+namespace {
+
+bool MatchesWildcard(std::string_view name, std::string_view pattern) {
+    if (pattern == "*.*") return true;
+    std::size_t n = 0, p = 0;
+    // Where to go on when the rest does not match: the latest "*", and the name from which it stops taking characters.
+    std::size_t star = std::string_view::npos, resume = 0;
+    while (n < name.size()) {
+        if (p < pattern.size() && pattern[p] == '*') {
+            star = p++;
+            resume = n;
+        } else if (p < pattern.size() && (pattern[p] == '?' || UpperAscii(pattern[p]) == UpperAscii(name[n]))) {
+            ++p;
+            ++n;
+        } else if (star != std::string_view::npos) {
+            p = star + 1;
+            n = ++resume;
+        } else {
+            return false;
+        }
+    }
+    return pattern.find_first_not_of('*', p) == std::string_view::npos;
+}
+
+bool IsBeforeInListing(const FoundEntry& a, const FoundEntry& b) {
+    const std::string upperA = UpperAscii(a.name), upperB = UpperAscii(b.name);
+    return upperA != upperB ? upperA < upperB : a.name < b.name;
+}
+
+bool IsDotName(std::string_view name) {
+    return name == "." || name == "..";
+}
+
+// Adds the entry unless it names nothing, as a link to a file that is gone does.
+void AddEntry(const std::string& folder, const std::string& name, std::vector<FoundEntry>& entries) {
+    struct stat status {};
+    if (::stat((folder + name).c_str(), &status) == 0) entries.push_back({name, S_ISDIR(status.st_mode)});
+}
+
+}  // namespace
+
+std::vector<FoundEntry> FindFiles(const std::string& pattern) {
+    std::vector<FoundEntry> entries;
+    const auto native = NativePath(pattern);
+    if (!native) return entries;
+    const std::size_t nameStart = native->rfind('/') + 1;  // 0 when there is no separator
+    const std::string folder = native->substr(0, nameStart);
+    const std::string last = native->substr(nameStart);
+    if (last.empty() || IsDotName(last)) return entries;
+    if (last.find_first_of("*?") == std::string::npos) {
+        AddEntry(folder, last, entries);
+        return entries;
+    }
+
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.empty() ? "." : folder.c_str()), ::closedir);
+    if (listing == nullptr) return entries;
+    while (const dirent* entry = ::readdir(listing.get())) {
+        const std::string name = entry->d_name;
+        if (!IsDotName(name) && MatchesWildcard(name, last)) AddEntry(folder, name, entries);
+    }
+    std::sort(entries.begin(), entries.end(), IsBeforeInListing);
+    return entries;
+}
+
+}  // namespace platform

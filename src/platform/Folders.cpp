@@ -1,0 +1,110 @@
+// Operations on names: folders, whole files, volumes, the working folder and the program's own.
+
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <limits>
+#include <system_error>
+
+#include "platform/Drives.h"
+#include "platform/Files.h"
+#include "platform/Host.h"
+
+namespace platform {
+
+namespace {
+
+// Runs `call` (0 for success, else errno is set) on the host's form of `path`.
+template <class Call>
+int OnNativePath(const std::string& path, Call call) {
+    const auto native = NativePath(path);
+    if (!native) return ENOENT;
+    return host::Retry([&] { return call(native->c_str()); }) == 0 ? 0 : errno;
+}
+
+int Status(const std::string& path, struct stat& status) {
+    return OnNativePath(path, [&](const char* name) { return ::stat(name, &status); });
+}
+
+}  // namespace
+
+int MakeDirectory(const std::string& path) {
+    return OnNativePath(path, [](const char* name) { return ::mkdir(name, 0777); });
+}
+
+int DeleteFile(const std::string& path) {
+    return OnNativePath(path, [](const char* name) { return ::unlink(name); });
+}
+
+int RenameFile(const std::string& from, const std::string& to) {
+    const auto target = NativePath(to);
+    if (!target) return ENOENT;
+    return OnNativePath(from, [&](const char* name) { return std::rename(name, target->c_str()); });
+}
+
+int SetNormalAttributes(const std::string& path) {
+    struct stat status {};
+    if (const int error = Status(path, status)) return error;
+    if ((status.st_mode & S_IWUSR) != 0) return 0;
+    return OnNativePath(path, [&](const char* name) { return ::chmod(name, (status.st_mode & 07777) | S_IWUSR); });
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+    struct stat first {
+    }, second{};
+    return Status(a, first) == 0 && Status(b, second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
+}
+
+std::optional<std::uint64_t> FreeBytes(const std::string& path) {
+    struct statvfs volume {};
+    if (OnNativePath(path.empty() ? "." : path, [&](const char* name) { return ::statvfs(name, &volume); }) != 0)
+        return std::nullopt;
+    constexpr auto most = std::numeric_limits<std::uint64_t>::max();
+    const std::uint64_t blocks = volume.f_bavail;
+    const std::uint64_t blockSize = volume.f_frsize;
+    if (blockSize != 0 && blocks > most / blockSize) return most;
+    return blocks * blockSize;
+}
+
+std::optional<std::string> CurrentFolder() {
+    std::string folder(1024, '\0');
+    while (::getcwd(folder.data(), folder.size()) == nullptr) {
+        if (errno != ERANGE) return std::nullopt;
+        folder.resize(folder.size() * 2);
+    }
+    folder.resize(folder.find('\0'));
+    return folder;
+}
+
+int SetCurrentFolder(const std::string& path) {
+    return OnNativePath(path, [](const char* name) { return ::chdir(name); });
+}
+
+std::optional<std::string> ProgramPath() {
+    std::string path(1024, '\0');
+    while (true) {
+        const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+        if (length <= 0) return std::nullopt;
+        if (static_cast<std::size_t>(length) < path.size()) {
+            path.resize(static_cast<std::size_t>(length));
+            return path;
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+std::string BesideProgram(const std::string& name) {
+    const auto program = ProgramPath();
+    if (!program) return name;
+    const std::size_t separator = program->rfind('/');
+    return separator == std::string::npos ? name : program->substr(0, separator + 1) + name;
+}
+
+std::string ErrorText(int error) {
+    return std::generic_category().message(error);
+}
+
+}  // namespace platform

@@ -1,0 +1,106 @@
+// Layout of the store, line by line:
+//   [sub-key]             starts a section; the same sub-key may come again
+//   value name = text     an entry of the section; the latest of a name counts
+//   ; or # ...            a comment, skipped like an empty line
+
+#include "platform/RegistryStore.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <vector>
+
+#include "platform/Ascii.h"
+#include "platform/Files.h"
+#include "platform/Host.h"
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t longestStore = std::size_t{16} << 20;
+
+bool IsFile(const std::string& hostPath) {
+    struct stat status {};
+    return ::stat(hostPath.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+// Drives are looked up here, so the store itself is read by its host path.
+bool ReadStore(const std::string& hostPath, std::string& text) {
+    int fd = -1;
+    if (host::OpenDescriptor(hostPath, O_RDONLY, 0, fd) != 0) return false;
+    const int error = host::ReadToEnd(fd, text, longestStore);
+    host::CloseDescriptor(fd);
+    return error == 0;
+}
+
+std::optional<std::string> FindText(std::string_view store, std::string_view subKey, std::string_view name) {
+    std::optional<std::string> found;
+    bool inSection = false;
+    while (!store.empty()) {
+        const std::string_view line = Trim(TakeLine(store));
+        if (line.empty() || line.front() == ';' || line.front() == '#') continue;
+        if (line.front() == '[' && line.back() == ']') {
+            inSection = EqualIgnoringCase(Trim(line.substr(1, line.size() - 2)), Trim(subKey));
+            continue;
+        }
+        const std::size_t equals = line.find('=');
+        if (!inSection || equals == std::string_view::npos) continue;
+        if (EqualIgnoringCase(Trim(line.substr(0, equals)), Trim(name))) found = Trim(line.substr(equals + 1));
+    }
+    return found;
+}
+
+// Full path of the folder of a file, ending in "/". Nothing when the working folder is needed and cannot be told.
+std::optional<std::string> FolderOf(const std::string& hostPath) {
+    const std::string folder = hostPath.substr(0, hostPath.rfind('/') + 1);
+    if (folder.starts_with('/')) return folder;
+    const auto working = CurrentFolder();
+    if (!working) return std::nullopt;
+    return *working + (working->ends_with('/') ? "" : "/") + folder;
+}
+
+std::optional<std::string> Absolute(const std::string& text, const std::string& storePath) {
+    const bool fromHere = text == "." || text.starts_with("./");
+    if (!fromHere && !text.starts_with("../")) return text;
+    auto folder = FolderOf(storePath);
+    if (!folder) return std::nullopt;
+    if (fromHere) {
+        const std::size_t start = text.find_first_not_of('/', 1);
+        const std::string below = start == std::string::npos ? "" : text.substr(start);
+        if (below.empty() && *folder != "/") folder->pop_back();
+        return *folder + below;
+    }
+    return *folder + text;
+}
+
+}  // namespace
+
+std::optional<std::string> RegistryStorePath() {
+    if (const char* given = std::getenv("QUILLION_REGISTRY")) return given;
+
+    std::vector<std::string> candidates;
+    const char* configuration = std::getenv("XDG_CONFIG_HOME");
+    const char* home = std::getenv("HOME");
+    if (configuration != nullptr && *configuration != '\0')
+        candidates.push_back(std::string(configuration) + "/quillion/registry.ini");
+    else if (home != nullptr && *home != '\0')
+        candidates.push_back(std::string(home) + "/.config/quillion/registry.ini");
+    candidates.push_back("/etc/quillion/registry.ini");
+    candidates.push_back(BesideProgram("registry.ini"));
+    for (const std::string& candidate : candidates) {
+        if (IsFile(candidate)) return candidate;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string_view name, bool resolveRelative) {
+    const auto path = RegistryStorePath();
+    std::string store;
+    if (!path || !ReadStore(*path, store)) return std::nullopt;
+    auto text = FindText(store, subKey, name);
+    return text && resolveRelative ? Absolute(*text, *path) : text;
+}
+
+}  // namespace platform
