@@ -17,7 +17,7 @@ using sampletest::XorOfFile;
 
 constexpr std::size_t trailerSize = 632;
 
-class RsdFile : public sampletest::TempFolder {
+class RsdFile : public sampletest::SampleTest {
   protected:
     std::string MakeSample(std::uint32_t scans = 10) {
         const std::string path = Path("a.rsd");

@@ -16,18 +16,16 @@ using sampletest::WriteBytes;
 using sampletest::XorOfFile;
 
 // A plate folder with a run around it.
-class SampleFile : public sampletest::TempFolder {
+class SampleFile : public sampletest::SampleTest {
   protected:
     void SetUp() override {
-        TempFolder::SetUp();
         driver = std::make_unique<CRunDriver>(1);
         driver->unattended = 1;
         driver->baseCallers = std::make_unique<CBaseCallerSet>(driver.get());
         driver->baseCallers->baseOrder = "GATC";
-        plate = std::make_unique<CPlate>(folder, std::vector<CFileTypeFilter>{}, driver.get());
+        plate = std::make_unique<CPlate>(temp.Path(), std::vector<CFileTypeFilter>{}, driver.get());
         plate->name = "thePlate";
-        std::filesystem::create_directory(Path("out"));
-        plate->outputFolder = Path("out");
+        plate->outputFolder = temp.MakeFolder("out");
     }
 
     std::string Log() const {

@@ -12,23 +12,17 @@
 
 #include "samplestore/NewSample.h"
 #include "samplestore/RsdFile.h"
+#include "support/TempFolder.h"
 
 namespace sampletest {
 
 using Bytes = std::vector<std::uint8_t>;
 
-class TempFolder : public ::testing::Test {
+class SampleTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        std::string pattern = (std::filesystem::temp_directory_path() / "samplestoreXXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        folder = pattern;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
+    std::string Path(const std::string& name) const { return temp.Path(name); }
 
-    std::string Path(const std::string& name) const { return folder + "/" + name; }
-
-    std::string folder;
+    testsupport::TempFolder temp;
 };
 
 inline Bytes ReadBytes(const std::string& path) {
