@@ -15,7 +15,11 @@ class CFolderScan {
 
     CFolderScan(const std::string& path, const std::vector<CFileTypeFilter>& types, bool foldersOnly);
 
-    // Looks into `path`; with a "*" in it, into the whole tree below what matches. Folders that cannot be read give
-    // nothing.
+    // Looks into `path`; with a "*" in it, into the whole tree below what matches, level by level. `foldersOnly` leaves
+    // the files out, but not in a tree. Folders that cannot be read give nothing; a link back to a folder above is
+    // listed and not entered.
     void Scan(const std::string& path, const std::vector<CFileTypeFilter>& types, bool foldersOnly);
+
+  private:
+    void LookInto(const std::string& path, bool withFiles);
 };

@@ -1,0 +1,20 @@
+#include "discovery/ListFolder.h"
+
+#include <algorithm>
+
+#include "discovery/SplitPath.h"
+#include "platform/Files.h"
+
+bool ListFolder(const std::string& pattern, std::vector<std::string>& out, bool foldersOnly) {
+    const std::vector<platform::FoundEntry> found = platform::FindFiles(pattern);
+    std::string base = pattern;
+    SplitPath(base);
+    if (!base.empty()) base += '\\';
+    for (const platform::FoundEntry& entry : found) {
+        if (foldersOnly && !entry.isDirectory) continue;
+        std::string path = base + entry.name;
+        if (foldersOnly && std::find(out.begin(), out.end(), path) != out.end()) continue;
+        out.push_back(std::move(path));
+    }
+    return !found.empty();
+}

@@ -1,0 +1,11 @@
+#include "discovery/SplitPath.h"
+
+#include <utility>
+
+std::string SplitPath(std::string& path) {
+    const std::size_t separator = path.find_last_of("\\/");
+    if (separator == std::string::npos) return std::exchange(path, {});
+    std::string component = path.substr(separator + 1);
+    path.resize(separator);
+    return component;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+
+// Leaves the folder part in `path`, without the separator at its end, and gives the last component. "\" and "/" both
+// separate, and the very last character counts: "a/b/" gives "" and leaves "a/b". Without a separator the whole text is
+// the component and `path` becomes empty.
+std::string SplitPath(std::string& path);
