@@ -1,0 +1,7 @@
+#include "export/SampleTexts.h"
+
+#include "plugins/BaseCaller.h"
+
+std::string CallerName(const CProcessedTrace& trace) {
+    return trace.CallerInfo() ? trace.CallerInfo()->name : std::string();
+}

@@ -1,0 +1,31 @@
+// Descriptions of a sample that the trace files share, and the settings of its run.
+#pragma once
+
+#include <string>
+
+#include "run/Plate.h"
+#include "run/RunDriver.h"
+#include "samplestore/SampleFile.h"
+
+// "Quillion # " and the machine's id, "N/A" for an empty one.
+inline std::string MachineText(const CSampleInfo& info) {
+    return "Quillion # " + (info.machineId.empty() ? std::string("N/A") : info.machineId);
+}
+
+// The sample's name, or its well when it has none.
+inline const std::string& SampleLabel(const CSampleInfo& info) {
+    return info.sampleName.empty() ? info.wellId : info.sampleName;
+}
+
+// Name of the library that called the bases; empty when nobody did.
+std::string CallerName(const CProcessedTrace& trace);
+
+// The settings of the sample's run; null outside a run.
+inline const CBaseCallerSet* RunSettings(const CSampleFile& sample) {
+    return sample.plate->driver ? sample.plate->driver->baseCallers.get() : nullptr;
+}
+
+// Where a sample without a processed trace would lie in the output tree.
+inline std::string FailedSourcePath(const CSampleFile& sample) {
+    return sample.plate->outputFolder + "\\" + sample.fileName;
+}

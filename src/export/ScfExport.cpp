@@ -1,0 +1,123 @@
+// SCF files: what goes into them. How they are laid out is told in tracewriter/ScfFile.h.
+#include <algorithm>
+#include <string>
+
+#include "export/Cut.h"
+#include "export/ExportBases.h"
+#include "export/SampleTexts.h"
+#include "export/ScanValue.h"
+#include "platform/Clock.h"
+#include "run/Plate.h"
+#include "samplestore/ChannelOrder.h"
+#include "samplestore/SampleFile.h"
+#include "tracewriter/ClassTable.h"
+#include "tracewriter/IScfWriter.h"
+
+namespace {
+
+constexpr std::int32_t sampleBits = 16;
+constexpr double sampleRange = 2000.0;
+constexpr std::int32_t goodRegionMargin = 4;  // scans
+constexpr std::int32_t scfSection = 6;        // of the mark-up log
+
+// Raw scans; `end` is not part of the window.
+struct ScanWindow {
+    std::int32_t first;
+    std::int32_t end;
+};
+
+ScanWindow WindowOf(const CProcessedTrace& trace, bool goodRegionOnly) {
+    ScanWindow window{TruncateTo32(trace.traceStart), TruncateTo32(trace.traceEnd)};
+    if (goodRegionOnly) {
+        const std::int64_t goodStart = trace.calledBases.GoodStartScan();
+        const std::int64_t goodEnd = trace.calledBases.GoodEndScan();
+        window.first = std::max(window.first, CutTo32(goodStart - goodRegionMargin));
+        window.end = std::min(window.end, CutTo32(goodEnd + goodRegionMargin));
+    }
+    return window;
+}
+
+// The four curves, all on the scale of the whole trace.
+void SendSamples(IScfWriter& writer, const CProcessedTrace& trace, const ScanWindow& window) {
+    double offset = 0.0;
+    const double scale = trace.ScaleFor(offset, sampleRange);
+    const auto value = [&](std::size_t letter, std::int64_t i) {
+        const auto& curve = trace.channels[static_cast<std::size_t>(channelOrderAcgt[letter])];
+        return scale == 0.0 ? 0 : TruncateTo32((ValueAt(curve, i) - offset) / scale);
+    };
+    const std::int64_t origin = TruncateTo32(trace.traceStart);
+    for (std::int64_t s = window.first; s < window.end; ++s) {
+        const std::int64_t i = s - origin;
+        Check(writer.SetSample(value(0, i), value(1, i), value(2, i), value(3, i), CutTo32(s - window.first)));
+    }
+}
+
+void SendBases(IScfWriter& writer, const CSampleFile& sample, const CProcessedTrace& trace,
+               const std::vector<std::int32_t>& bases, std::int32_t first) {
+    for (const std::int32_t index : bases) {
+        const std::int64_t position = TruncateTo32(trace.calledBases.GetPosition(index));
+        const auto letter = static_cast<unsigned char>(sample.ExportLetter(trace, index));
+        Check(writer.AddBase(CutTo32(position - first), 0, 0, 0, 0, letter));
+    }
+}
+
+// `trace` is null in the failed form, which names no base caller.
+void SendComments(IScfWriter& writer, const CSampleInfo& info, const CProcessedTrace* trace) {
+    const auto add = [&writer](const char* name, const std::string& value) {
+        Check(writer.AddComment(std::string(name) + "=" + value + "\n"));
+    };
+    add("DYEP", info.chemistryName);
+    add("MACH", MachineText(info));
+    add("NAME", SampleLabel(info));
+    add("SampleRemark", info.comment);
+    if (trace) add("BCSW", CallerName(*trace));
+    add("DATE", platform::CtimeText(info.runStart));
+}
+
+void LogWritten(CPlate& plate, const std::string& path) {
+    plate.AddToMarkupLog(path, scfSection);
+    plate.Log("exported to SCF file format " + path + "\r\n");
+}
+
+// Writes one file: `send` hands everything to the writer but the size of a sample. A failure of the writer is logged
+// and counts as done.
+template <class Send>
+std::int32_t WriteScf(CSampleFile& sample, const std::string& sourcePath, Send send) try {
+    const CInstance<IScfWriter> writer;
+    if (!writer) throw CComError(E_POINTER);
+    Check(writer->SetSampleSize(sampleBits));
+    send(*writer);
+    const std::string path = sample.ExportPath(sourcePath, "scf");
+    if (path.empty()) return 0;
+    Check(writer->SaveFile(path));
+    LogWritten(*sample.plate, path);
+    return 1;
+} catch (const CComError& error) {
+    sample.plate->Log(error.ErrorMessage());
+    return 1;
+}
+
+}  // namespace
+
+std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
+    const CProcessedTrace* trace = processed.Processed();
+    const CSampleFile& owner = processed.sample ? *processed.sample : *this;
+    if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedScf();
+    const CBaseCallerSet* settings = RunSettings(*this);
+    const bool goodRegionOnly = settings && settings->goodRegionOnly != 0;
+    return WriteScf(*this, processed.path, [&](IScfWriter& writer) {
+        const ScanWindow window = WindowOf(*trace, goodRegionOnly);
+        Check(writer.SetSampleCount(CutTo32(std::int64_t{window.end} - window.first)));
+        const std::vector<std::int32_t> bases = ExportBases(*trace, goodRegionOnly);
+        Check(writer.SetBaseCount(static_cast<std::int32_t>(bases.size())));
+        SendSamples(writer, *trace, window);
+        SendBases(writer, *this, *trace, bases, window.first);
+        SendComments(writer, info, trace);
+    });
+}
+
+std::int32_t CSampleFile::ExportFailedScf() {
+    const CBaseCallerSet* settings = RunSettings(*this);
+    if (settings && settings->skipFailedExports != 0) return 1;
+    return WriteScf(*this, FailedSourcePath(*this), [&](IScfWriter& writer) { SendComments(writer, info, nullptr); });
+}
