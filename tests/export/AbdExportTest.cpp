@@ -149,7 +149,7 @@ TEST_F(AbdExportTest, MatrixIsReorderedAndScaled) {
     Matrix4 rows{};
     for (std::size_t r = 0; r < 4; ++r)
         for (std::size_t c = 0; c < 4; ++c)
-            rows[r][c] = r == c ? -2.0f : 0.1f * static_cast<float>(4 * r + c);
+            rows[r][c] = r == c ? -2.0f : 0.125f * static_cast<float>(4 * r + c);
     sample->info.separationMatrix = rows;
     sample->info.analysis.basecallError = "no signal";
     CBaseCaller caller;
@@ -157,8 +157,8 @@ TEST_F(AbdExportTest, MatrixIsReorderedAndScaled) {
     sample->CreateProcessedTrace(folder + "/s1A01.esd", 1, nullptr);
     EXPECT_EQ(ExportAbd(), 1);
     // Rows and columns 0, 2, 3, 1.
-    EXPECT_EQ(Tags()["MTRX101"].Shorts(), (std::vector<int>{-1000, 100, 150, 50, 400, -1000, 550, 450, 600, 700, -1000,
-                                                            650, 200, 300, 350, -1000}));
+    EXPECT_EQ(Tags()["MTRX101"].Shorts(), (std::vector<int>{-1000, 125, 187, 62, 500, -1000, 687, 562, 750, 875, -1000,
+                                                            812, 250, 375, 437, -1000}));
     sample->processedTrace->Processed()->SetCallerInfo(&caller);
     EXPECT_EQ(ExportAbd(), 1);
     EXPECT_EQ(Tags()["MTRX1"].Shorts()[0], -2000);
