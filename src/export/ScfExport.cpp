@@ -1,6 +1,9 @@
 // SCF files: what goes into them. How they are laid out is told in tracewriter/ScfFile.h.
 #include <algorithm>
+#include <array>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "export/Cut.h"
 #include "export/ExportBases.h"
@@ -41,14 +44,17 @@ ScanWindow WindowOf(const CProcessedTrace& trace, bool goodRegionOnly) {
 void SendSamples(IScfWriter& writer, const CProcessedTrace& trace, const ScanWindow& window) {
     double offset = 0.0;
     const double scale = trace.ScaleFor(offset, sampleRange);
-    const auto value = [&](std::size_t letter, std::int64_t i) {
-        const auto& curve = trace.channels[static_cast<std::size_t>(channelOrderAcgt[letter])];
+    const auto value = [scale, offset](std::span<const double> curve, std::int64_t i) {
         return scale == 0.0 ? 0 : TruncateTo32((ValueAt(curve, i) - offset) / scale);
     };
+    std::array<std::span<const double>, channelCount> curves;
+    for (std::size_t letter = 0; letter < curves.size(); ++letter)
+        curves[letter] = trace.channels[static_cast<std::size_t>(channelOrderAcgt[letter])];
+    const auto& [a, c, g, t] = curves;
     const std::int64_t origin = TruncateTo32(trace.traceStart);
     for (std::int64_t s = window.first; s < window.end; ++s) {
         const std::int64_t i = s - origin;
-        Check(writer.SetSample(value(0, i), value(1, i), value(2, i), value(3, i), CutTo32(s - window.first)));
+        Check(writer.SetSample(value(a, i), value(c, i), value(g, i), value(t, i), CutTo32(s - window.first)));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "tracewriter/WholeFile.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <random>
 
@@ -8,9 +9,9 @@ namespace {
 
 // A name in the same folder that no other program run uses; short, so that it fits wherever the target's name does.
 std::string PassingName(const std::string& path) {
-    std::random_device random;
+    static std::mt19937_64 numbers{std::uint64_t{std::random_device{}()} << 32 | std::random_device{}()};
     char leaf[32];
-    std::snprintf(leaf, sizeof leaf, ".lw%08x%08x.tmp", random(), random());
+    std::snprintf(leaf, sizeof leaf, ".lw%016llx.tmp", static_cast<unsigned long long>(numbers()));
     const std::size_t folderEnd = path.find_last_of("/\\");
     if (folderEnd != std::string::npos) return path.substr(0, folderEnd + 1) + leaf;
     const bool hasDrive = path.size() > 1 && path[1] == ':';
