@@ -54,21 +54,13 @@ TEST_F(ScfExportTest, GoodRegionWindowIsCutAtTheTrace) {
     EXPECT_EQ(shape(0, 0), Shape(0, {}));
 }
 
-TEST_F(ScfExportTest, ScaleTakesTheWholeTraceFromFixedBounds) {
-    CProcessedTrace trace;
-    double offset = -1.0;
-    trace.traceEnd = 3;
-    for (auto& channel : trace.channels)
-        channel = {5000.0, 6000.0, 7000.0};
-    EXPECT_EQ(trace.ScaleFor(offset, 2000.0), 3.0);
-    EXPECT_EQ(offset, 1000.0);
-    trace.channels[2] = {-50.0, 0.0, std::nan("")};
-    EXPECT_EQ(trace.ScaleFor(offset, 2000.0), 3.525);
-    EXPECT_EQ(offset, -50.0);
-}
-
 TEST_F(ScfExportTest, StrangeValues) {
     CProcessedTrace& trace = GiveProcessed(0, 4);
+    double offset = 0.0;
+    for (auto& channel : trace.channels)
+        channel = {5000.0, 6000.0, 7000.0, 7000.0};
+    EXPECT_EQ(trace.ScaleFor(offset, 2000.0), 3.0);
+    EXPECT_EQ(offset, 1000.0);  // not 5000
     for (auto& channel : trace.channels)
         channel.assign(4, 0.0);
     EXPECT_EQ(ExportScf(), 1);
