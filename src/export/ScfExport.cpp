@@ -80,26 +80,24 @@ void SendComments(IScfWriter& writer, const CSampleInfo& info, const CProcessedT
     add("DATE", platform::CtimeText(info.runStart));
 }
 
-void LogWritten(CPlate& plate, const std::string& path) {
+// Writes the file and logs it. 0 when no path could be made.
+std::int32_t Save(IScfWriter& writer, CPlate& plate, const std::string& path) {
+    if (path.empty()) return 0;
+    Check(writer.SaveFile(path));
     plate.AddToMarkupLog(path, scfSection);
     plate.Log("exported to SCF file format " + path + "\r\n");
+    return 1;
 }
 
-// Writes one file: `send` hands everything to the writer but the size of a sample. A failure of the writer is logged
-// and counts as done.
-template <class Send>
-std::int32_t WriteScf(CSampleFile& sample, const std::string& sourcePath, Send send) try {
+// The result of `write`, which gets a writer of its own. A failure of the writer is logged and counts as done.
+template <class Write>
+std::int32_t WithWriter(CPlate& plate, Write write) try {
     const CInstance<IScfWriter> writer;
     if (!writer) throw CComError(E_POINTER);
     Check(writer->SetSampleSize(sampleBits));
-    send(*writer);
-    const std::string path = sample.ExportPath(sourcePath, "scf");
-    if (path.empty()) return 0;
-    Check(writer->SaveFile(path));
-    LogWritten(*sample.plate, path);
-    return 1;
+    return write(*writer);
 } catch (const CComError& error) {
-    sample.plate->Log(error.ErrorMessage());
+    plate.Log(error.ErrorMessage());
     return 1;
 }
 
@@ -111,7 +109,7 @@ std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
     if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedScf();
     const CBaseCallerSet* settings = RunSettings(*this);
     const bool goodRegionOnly = settings && settings->goodRegionOnly != 0;
-    return WriteScf(*this, processed.path, [&](IScfWriter& writer) {
+    return WithWriter(*plate, [&](IScfWriter& writer) {
         const ScanWindow window = WindowOf(*trace, goodRegionOnly);
         Check(writer.SetSampleCount(CutTo32(std::int64_t{window.end} - window.first)));
         const std::vector<std::int32_t> bases = ExportBases(*trace, goodRegionOnly);
@@ -119,11 +117,17 @@ std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
         SendSamples(writer, *trace, window);
         SendBases(writer, *this, *trace, bases, window.first);
         SendComments(writer, info, trace);
+        return Save(writer, *plate, ExportPath(processed.path, "scf"));
     });
 }
 
 std::int32_t CSampleFile::ExportFailedScf() {
     const CBaseCallerSet* settings = RunSettings(*this);
     if (settings && settings->skipFailedExports != 0) return 1;
-    return WriteScf(*this, FailedSourcePath(*this), [&](IScfWriter& writer) { SendComments(writer, info, nullptr); });
+    return WithWriter(*plate, [&](IScfWriter& writer) {
+        const std::string path = ExportPath(FailedSourcePath(*this), "scf");
+        if (path.empty()) return 0;
+        SendComments(writer, info, nullptr);
+        return Save(writer, *plate, path);
+    });
 }
