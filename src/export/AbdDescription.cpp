@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "discovery/SplitPath.h"
 #include "export/AbdTags.h"
 #include "export/Cut.h"
 #include "export/SampleTexts.h"
@@ -18,9 +19,8 @@ constexpr std::size_t cutGelName = 30;
 // Name of the raw file, cut when it is too long for the readers of old.
 std::string GelName(const CSampleFile& sample) {
     if (!sample.rawTrace) return {};
-    const std::string& path = sample.rawTrace->path;
-    const std::size_t folderEnd = path.find_last_of("/\\");
-    const std::string name = folderEnd == std::string::npos ? path : path.substr(folderEnd + 1);
+    std::string folder = sample.rawTrace->path;
+    const std::string name = SplitPath(folder);
     return name.size() > longestGelName ? name.substr(0, cutGelName) : name;
 }
 

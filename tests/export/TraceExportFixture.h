@@ -2,33 +2,33 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "../tracewriter/TraceReaders.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
+#include "support/Environment.h"
+#include "support/TempFolder.h"
 #include "tracewriter/ClassTable.h"
 #include "tracewriter/IAbdWriter.h"
 #include "tracewriter/IScfWriter.h"
+#include "tracewriter/TraceReaders.h"
 
 class TraceExportTest : public testing::Test {
   protected:
-    std::string folder;
+    testsupport::TempFolder temp;
+    testsupport::Environment zone{"TZ", "UTC"};
+    const std::string folder = temp.Path();
     CRunDriver driver{1};
     std::unique_ptr<CPlate> plate;
     std::unique_ptr<CSampleFile> sample;
     CClassTable savedClasses;
 
     void SetUp() override {
-        ::setenv("TZ", "UTC", 1);
-        std::string name = testing::TempDir() + "exportXXXXXX";
-        folder = ::mkdtemp(name.data());
         driver.unattended = 1;
         driver.baseCallers = std::make_unique<CBaseCallerSet>(&driver);
         driver.baseCallers->exportToSubfolders = 0;
@@ -43,10 +43,7 @@ class TraceExportTest : public testing::Test {
         channelOrderAcgt = {2, 0, 3, 1};
         channelOrderCagt = {0, 2, 3, 1};
     }
-    void TearDown() override {
-        CClassTable::Replace(savedClasses);
-        std::filesystem::remove_all(folder);
-    }
+    void TearDown() override { CClassTable::Replace(savedClasses); }
 
     // Raw curves 500 + 10 s + 300 k in channel k at scan s, and the current 7 s.
     void GiveRaw(std::uint32_t scans) {

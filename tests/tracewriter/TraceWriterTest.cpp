@@ -9,22 +9,19 @@
 #include <filesystem>
 #include <fstream>
 
-#include "TraceReaders.h"
+#include "support/TempFolder.h"
 #include "tracewriter/ClassTable.h"
 #include "tracewriter/IAbdWriter.h"
 #include "tracewriter/IScfWriter.h"
+#include "tracewriter/TraceReaders.h"
 
 namespace {
 
 class TraceWriterTest : public testing::Test {
   protected:
-    std::string folder;
+    testsupport::TempFolder temp;
+    const std::string folder = temp.Path();
 
-    void SetUp() override {
-        std::string name = testing::TempDir() + "tracewriterXXXXXX";
-        folder = ::mkdtemp(name.data());
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
     std::size_t FilesInFolder() const {
         return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
     }
