@@ -1,0 +1,21 @@
+#include "export/ExportBases.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::int32_t hiddenDescriptor = 2;
+
+}  // namespace
+
+std::vector<std::int32_t> ExportBases(const CProcessedTrace& trace, bool goodRegionOnly) {
+    const CCalledBases& bases = trace.calledBases;
+    const std::int64_t start = goodRegionOnly ? bases.goodStart : 0;
+    const std::int64_t length = goodRegionOnly ? bases.goodLength : bases.Count();
+    // A damaged sample's good region may lie outside the list.
+    const std::int64_t end = std::min<std::int64_t>(start + length, bases.Count());
+    std::vector<std::int32_t> list;
+    for (auto index = static_cast<std::int32_t>(std::max<std::int64_t>(start, 0)); index < end; ++index)
+        if (bases.GetDescriptor(index) != hiddenDescriptor) list.push_back(index);
+    return list;
+}
