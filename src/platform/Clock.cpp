@@ -4,6 +4,7 @@
 #include <time.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace platform {
 
@@ -37,6 +38,12 @@ std::string CtimeText(std::int32_t seconds) {
 CalendarTime LocalCalendar(std::int32_t seconds) {
     const tm local = LocalTime(std::max(seconds, 0));
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+void Sleep(std::int32_t milliseconds) {
+    timespec left{milliseconds / 1000, milliseconds % 1000 * 1000000L};
+    while (::nanosleep(&left, &left) != 0 && errno == EINTR) {
+    }
 }
 
 }  // namespace platform

@@ -22,4 +22,7 @@ struct CalendarTime {
 // Local calendar time of `seconds` since 1 January 1970; a negative count is taken as 0.
 CalendarTime LocalCalendar(std::int32_t seconds);
 
+// Does nothing for that long.
+void Sleep(std::int32_t milliseconds);
+
 }  // namespace platform
