@@ -1,0 +1,134 @@
+#include "records/QXIniFile.h"
+
+#include "platform/Ascii.h"
+#include "platform/Clock.h"
+#include "platform/Console.h"
+
+namespace {
+
+constexpr std::string_view lineEnd = "\r\n";
+constexpr std::string_view fieldEnd = "\t\t";
+constexpr std::int64_t longestFile = std::int64_t{1} << 30;
+constexpr int pauseBetweenTries = 50;  // ms
+constexpr int tries = 100;             // 5 s in all
+
+std::string_view TrimField(std::string_view field) {
+    return platform::Trim(field, " \t\n\v\f\r");
+}
+
+// Takes the next line off `rest`, which is not empty. A line end at its very start belongs to the line, so an empty
+// line and the one after it are read as one.
+std::string_view TakeLine(std::string_view& rest) {
+    const std::size_t end = rest.find(lineEnd, 1);
+    const std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + lineEnd.size());
+    return line;
+}
+
+void AppendFields(CIniEntry& entry, std::string_view value) {
+    while (!value.empty()) {
+        const std::size_t tab = value.find('\t');
+        const std::string_view field = TrimField(value.substr(0, tab));
+        if (!field.empty()) entry.emplace_back(field);
+        value.remove_prefix(tab == std::string_view::npos ? value.size() : tab + 1);
+    }
+}
+
+}  // namespace
+
+const CRuntimeClass CQXIniFile::runtimeClass{
+    "CQXIniFile", schemaNone, []() -> std::unique_ptr<CObject> { return std::make_unique<CQXIniFile>(); },
+    &CObject::runtimeClass};
+
+const CRuntimeClass& CQXIniFile::GetRuntimeClass() const {
+    return runtimeClass;
+}
+
+int CQXIniFile::Open(const std::string& filePath, platform::OpenMode mode) {
+    path = filePath;
+    return File::Open(path, mode);
+}
+
+CIniSection CQXIniFile::NewSection(std::string_view tag, std::int32_t ownLine) {
+    return {std::string(tag), std::pmr::vector<CIniEntry>(&arena), ownLine};
+}
+
+void CQXIniFile::ReadSections() {
+    DefineSections();
+    if (ReadText())
+        Parse();
+    else
+        sections.clear();  // nothing may be written back over what could not be read
+    Close();
+}
+
+bool CQXIniFile::ReadText() {
+    std::int64_t length = 0;
+    if (Length(length) != 0 || length > longestFile) return false;
+    text.resize(static_cast<std::size_t>(length));
+    std::size_t got = 0;
+    if (Read(std::as_writable_bytes(std::span(text)), got) != 0) return false;
+    text.resize(got);
+    return true;
+}
+
+void CQXIniFile::Parse() {
+    CIniSection* current = nullptr;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view line = TakeLine(rest);
+        const std::size_t tab = line.find('\t');
+        const std::string_view key = TrimField(line.substr(0, tab));
+        const std::string_view value =
+            tab == std::string_view::npos ? std::string_view() : TrimField(line.substr(tab + 1));
+        if (CIniSection* named = FindSection(key)) {
+            current = named;
+            if (!value.empty()) AppendFields(current->entries.emplace_back(), value);
+        } else if (!key.empty() && current) {
+            CIniEntry& entry = current->entries.emplace_back();
+            entry.emplace_back(key);
+            AppendFields(entry, value);
+        }
+    }
+}
+
+CIniSection* CQXIniFile::FindSection(std::string_view tag) {
+    for (CIniSection& section : sections)
+        if (section.tag == tag) return &section;
+    return nullptr;
+}
+
+void CQXIniFile::BuildText() {
+    text.clear();
+    for (const CIniSection& section : sections) {
+        text.append(section.tag).append(section.ownLine ? lineEnd : fieldEnd);
+        for (const CIniEntry& entry : section.entries) {
+            for (const std::pmr::string& field : entry)
+                text.append(field).append(fieldEnd);
+            text.append(lineEnd);
+        }
+        if (section.entries.empty()) text.append(lineEnd);
+    }
+}
+
+bool CQXIniFile::OpenForWriting() {
+    for (int i = 0; i < tries; ++i) {
+        if (i > 0) platform::Sleep(pauseBetweenTries);
+        if (Open(path, platform::OpenMode::CreateOrEmpty) == 0) return true;
+    }
+    return false;
+}
+
+void CQXIniFile::WriteSections() {
+    const std::string former = path + ".temp";
+    if (platform::CopyFile(path, former) != 0) {
+        platform::ShowBox("Cannot create a backup copy");
+        return;
+    }
+    // Built before the file is emptied, which keeps the time short in which it is not complete.
+    BuildText();
+    if (!OpenForWriting()) return;
+    const bool written = Write(text) == 0;
+    if (Close() == 0 && written) return;
+    // A full disk costs this entry and not the former ones, for which there was room.
+    platform::CopyFile(former, path);
+}

@@ -1,0 +1,72 @@
+// A sectioned text file: lines of tab-separated fields, grouped behind lines that begin with a section's tag.
+//
+//   part of the file                      written as
+//   ------------------------------------  --------------------------------------------------------------
+//   head of a section with its own line   tag, CR LF
+//   head of any other section             tag, two tabs; its first entry follows on the same line
+//   entry                                 each field with two tabs behind it, CR LF
+//   section without entries               its head, CR LF
+//
+// Read back, fields lie between runs of tabs, without white space at their ends. A line that begins with a tag opens
+// that section; lines before the first tag are dropped.
+#pragma once
+
+#include <cstdint>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Files.h"
+#include "samplestore/RuntimeClass.h"
+
+// The fields of one line.
+using CIniEntry = std::pmr::vector<std::pmr::string>;
+
+struct CIniSection {
+    std::string tag;
+    std::pmr::vector<CIniEntry> entries;
+    std::int32_t ownLine;  // 1 when the tag stands alone on its line
+};
+
+class CQXIniFile : public CObject, public platform::File {
+  public:
+    static const CRuntimeClass runtimeClass;
+
+  private:
+    // A log of a long run has many thousands of entries, and each of them is read again for every entry that follows,
+    // so their memory comes in few large pieces and goes at once. Outlives `sections`.
+    std::pmr::monotonic_buffer_resource arena;
+
+  public:
+    std::string path;
+    std::string text;                   // the whole file, as read or as built for writing
+    std::vector<CIniSection> sections;  // in the order of the file
+
+    CQXIniFile() = default;
+    CQXIniFile(const CQXIniFile&) = delete;
+    CQXIniFile& operator=(const CQXIniFile&) = delete;
+
+    const CRuntimeClass& GetRuntimeClass() const override;
+    // Opens `filePath` and keeps it as `path`. 0 or an errno value.
+    int Open(const std::string& filePath, platform::OpenMode mode);
+    // Parses the open file into `sections` and closes it. A file that cannot be read leaves no sections at all.
+    virtual void ReadSections();
+    // Sets up empty sections.
+    virtual void DefineSections() {}
+    // Rewrites the file from `sections`; a copy with ".temp" behind its name keeps the former state. Without the copy
+    // the file stays as it is, after a box; while the file cannot be opened it is tried again for 5 s, then the writing
+    // is given up silently.
+    void WriteSections();
+
+  protected:
+    // An empty section for `sections`.
+    CIniSection NewSection(std::string_view tag, std::int32_t ownLine);
+
+  private:
+    bool ReadText();
+    void Parse();
+    CIniSection* FindSection(std::string_view tag);
+    void BuildText();
+    bool OpenForWriting();
+};
