@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "samplestore/SampleFile.h"
+
 namespace {
 
 constexpr std::int32_t hiddenDescriptor = 2;
@@ -18,4 +20,8 @@ std::vector<std::int32_t> ExportBases(const CProcessedTrace& trace, bool goodReg
     for (auto index = static_cast<std::int32_t>(std::max<std::int64_t>(start, 0)); index < end; ++index)
         if (bases.GetDescriptor(index) != hiddenDescriptor) list.push_back(index);
     return list;
+}
+
+char CSampleFile::ExportLetter(const CProcessedTrace& trace, std::int32_t index) const {
+    return trace.calledBases.GetLetter(index);
 }
