@@ -80,6 +80,13 @@ class CBaseCallerSet {
     std::int32_t BaseCallSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan);
 
   private:
-    std::string PlateFastaFile(const CSampleFile& sample) const;
+    // How far a sample has come: the result of the latest operation that has one, and whether its base call failed.
+    struct SampleState {
+        std::int32_t result = 1;
+        bool failed = false;
+    };
+    void StepBaseCall(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan, SampleState& state);
+    void StepExport(const std::string& step, CSampleFile& sample, SampleState& state);
+    std::string PlateFastaFile(const CPlate& plate) const;
     std::string RunFastaFile() const;
 };

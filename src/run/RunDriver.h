@@ -57,8 +57,11 @@ class CRunDriver {
     std::int32_t MakeFolder(const std::string& path);
 
   private:
-    std::int32_t BindFirst(const std::vector<std::string>& callerNames);
+    // The two halves of Run. RunPlates: 0 when the user does not go on for want of room. RunFiles: the result of the
+    // run.
     std::int32_t RunPlates(const std::vector<std::string>& callerNames);
-    std::int32_t RunFiles(const std::vector<std::string>& callerNames, std::int32_t& result);
-    void RunFile(const std::string& path, const std::vector<std::string>& callerNames, std::int32_t& result);
+    std::int32_t RunFiles(const std::vector<std::string>& callerNames);
+    // One single file through all base callers. The result of its last pass; `before` when there was none.
+    std::int32_t RunFile(const std::string& path, CPlate& plate, const std::vector<std::string>& callerNames,
+                         std::int32_t before);
 };

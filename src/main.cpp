@@ -1,0 +1,38 @@
+// The entry of the program.
+#include <exception>
+#include <string>
+
+#include "platform/Console.h"
+#include "platform/Process.h"
+#include "run/RunDriver.h"
+#include "run/StartUpLog.h"
+#include "run/SwitchTable.h"
+
+namespace {
+
+constexpr int exitDone = 0;
+constexpr int exitFailed = 1;
+
+int RunProgram(int argc, const char* const* argv) {
+    startuplog::Begin();
+    if (!platform::StartProcess()) {
+        platform::PrintError("Fatal Error: MFC initialization failed\n");
+        startuplog::Append("Fatal Error: MFC initialization failed\n");
+        return exitFailed;
+    }
+    CRunDriver driver(1);
+    std::string words;
+    for (int i = 0; i < argc; ++i)
+        words.append(argv[i]).append("\n");
+    startuplog::Append(words);
+    // The order of the types is the order in which a folder's samples are taken.
+    const std::vector<CFileTypeFilter> fileTypes{{"*.esd"}, {"*.rsd"}};
+    return driver.ProcessCommandLine(argc, argv, SwitchNames(), fileTypes) != 0 ? exitDone : exitFailed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try { return RunProgram(argc, argv); } catch (const std::exception& error) {
+    platform::PrintError(std::string("Fatal Error: ") + error.what() + "\n");
+    return exitFailed;
+}

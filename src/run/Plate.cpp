@@ -1,0 +1,16 @@
+#include "run/Plate.h"
+
+#include "discovery/SplitPath.h"
+#include "run/RunDriver.h"
+
+CPlate::CPlate(const std::string& folder, const std::vector<CFileTypeFilter>& fileTypes, CRunDriver* owner)
+    : scan(folder, fileTypes, false), driver(owner) {
+    std::string path = folder;
+    name = SplitPath(path);
+}
+
+CPlate::~CPlate() = default;
+
+std::int32_t CPlate::LoadSample(const std::string& path) {
+    return driver->OpenSample(path, currentSample, *this);
+}

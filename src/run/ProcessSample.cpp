@@ -1,0 +1,136 @@
+// CBaseCallerSet: what is done with the samples of a plate, and with each of them.
+#include <algorithm>
+
+#include "config/FileExists.h"
+#include "discovery/SplitPath.h"
+#include "platform/Files.h"
+#include "records/Messages.h"
+#include "run/Plate.h"
+#include "run/RunDriver.h"
+
+namespace {
+
+constexpr std::size_t extensionLength = 4;  // with its dot
+
+// Where the sample's calls are stored: both forms of raw file lead to one name.
+std::string ProcessedPath(const CSampleFile& sample) {
+    const std::string& name = sample.fileName;
+    const std::size_t stem = name.size() - std::min(name.size(), extensionLength);
+    return sample.plate->outputFolder + '/' + name.substr(0, stem) + ".esd";
+}
+
+std::string LastComponent(std::string path) {
+    return SplitPath(path);
+}
+
+// Removes what a failed storing left, but never the raw file itself, whatever name leads to it.
+void DeleteTarget(const CSampleFile& sample) {
+    const std::string& path = sample.processedTrace->path;
+    if (sample.rawTrace && platform::IsSameFile(sample.rawTrace->path, path)) return;
+    platform::DeleteFile(path);
+}
+
+}  // namespace
+
+std::int32_t CBaseCallerSet::PreparePlate(CPlate& plate) {
+    // Without any library there is no folder of its calls; why there is none has been reported.
+    if (currentCaller == nullptr) return 0;
+    const std::string folder = driver->outputFolder + '/' + plate.name + currentCaller->folderSuffix;
+    if (driver->MakeFolder(folder) == 0) return 0;
+    plate.outputFolder = folder;
+    return 1;
+}
+
+std::int32_t CBaseCallerSet::ProcessPlate(CPlate& plate) {
+    if (PreparePlate(plate) == 0) return 0;
+    for (const std::string& path : plate.scan.files) {
+        if (plate.LoadSample(path) != 0) {
+            ProcessSample(*plate.currentSample, -1, -1);
+            continue;
+        }
+        const std::string text = FormatMessage(MessageId::Skipped, {path});
+        plate.Log(text);
+        driver->Report(text);
+    }
+    return 1;
+}
+
+std::int32_t CBaseCallerSet::ProcessSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan) {
+    if (sampleSwitches.empty()) return 0;
+    sample.CreateProcessedTrace(ProcessedPath(sample), 1, currentCaller);
+    SampleState state;
+    for (const std::string& step : sampleSwitches) {
+        if (step == "-BC")
+            StepBaseCall(sample, firstScan, lastScan, state);
+        else
+            StepExport(step, sample, state);
+    }
+    return state.result != 0 && !state.failed ? 1 : 0;
+}
+
+void CBaseCallerSet::StepBaseCall(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan,
+                                  SampleState& state) {
+    const std::string path = sample.processedTrace->path;
+    if (FileExists(path) != 0 && sample.LoadProcessed(*sample.processedTrace, 1) != 0) {
+        sample.plate->Log(FormatMessage(MessageId::AlreadyExists, {path}));
+        sample.plate->Log(FormatMessage(MessageId::Skipped, {path}));
+        return;
+    }
+    state.result = BaseCallSample(sample, firstScan, lastScan);
+    if (state.result == 0) state.failed = true;
+}
+
+void CBaseCallerSet::StepExport(const std::string& step, CSampleFile& sample, SampleState& state) {
+    CTraceFile* const called = state.failed ? nullptr : sample.processedTrace;
+    if (step == "-ABD") {
+        state.result = called ? sample.ExportAbd(*called, goodRegionOnly) : sample.ExportFailedAbd(skipFailedExports);
+    } else if (step == "-SCF") {
+        state.result = called ? sample.ExportScf(*called) : sample.ExportFailedScf();
+    } else if (step == "-FA" || step == "-FA_") {
+        if (called || skipFailedExports == 0) sample.ExportFasta(called, fastaFile, goodRegionOnly);
+    } else if (step == "-RAW_TXT") {
+        state.result = sample.ExportText(*sample.rawTrace);
+    } else if (step == "-PROC_TXT") {
+        state.result = called ? sample.ExportText(*called) : 0;
+    } else if (step == "-FAP") {
+        const std::string file = PlateFastaFile(*sample.plate);
+        if (!file.empty()) state.result = sample.ExportFasta(called, file, goodRegionOnly);
+    } else if (step == "-FAG") {
+        state.result = sample.ExportFasta(called, RunFastaFile(), goodRegionOnly);
+    }
+}
+
+std::int32_t CBaseCallerSet::BaseCallSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan) {
+    CPlate& plate = *sample.plate;
+    CTraceFile& holder = *sample.processedTrace;
+    const std::string& library = currentCaller->fileName;
+    const std::int32_t called = sample.BaseCall(currentCaller->module, *dyeMatrix, firstScan, lastScan, procedureIndex);
+    if (called == 0) {
+        plate.Log(FormatMessage(MessageId::BaseCallFailed, {sample.fileName, library}));
+        if (sample.SaveFailedSample(holder) == 0) DeleteTarget(sample);
+        return 0;
+    }
+    if (sample.SaveProcessedSample(holder, procedureIndex) == 0) {
+        DeleteTarget(sample);
+        return 0;
+    }
+    const std::string stored = sample.fileName + " (proc. file name: " + holder.path + ")";
+    plate.Log(FormatMessage(MessageId::BaseCallSucceeded, {stored, library}));
+    return called;
+}
+
+// One FASTA file for the samples of a plate, in the folder of their calls. Empty when its subfolder cannot be made.
+std::string CBaseCallerSet::PlateFastaFile(const CPlate& plate) const {
+    const std::string& folder = plate.outputFolder;
+    std::string fastaFolder = folder + '/';
+    if (exportToSubfolders != 0) {
+        fastaFolder += "FASTA/";
+        if (driver->MakeFolder(fastaFolder) == 0) return {};
+    }
+    return fastaFolder + LastComponent(folder) + ".seq";
+}
+
+// One FASTA file for the whole run.
+std::string CBaseCallerSet::RunFastaFile() const {
+    return driver->outputFolder + '/' + LastComponent(driver->outputFolder) + ".seq";
+}

@@ -1,0 +1,73 @@
+// CRunDriver: the walk over plates, base callers and single files.
+#include <algorithm>
+
+#include "discovery/SplitPath.h"
+#include "records/Messages.h"
+#include "run/Plate.h"
+#include "run/RunDriver.h"
+
+namespace {
+
+// Results to be expected: of every sample, for every operation and base caller. Wraps at 32 bits like all that follows.
+std::int32_t UnitsFor(std::size_t samples, const CBaseCallerSet& set, const std::vector<std::string>& callerNames) {
+    const std::size_t callers = std::max<std::size_t>(callerNames.size(), 1);
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(samples * set.sampleSwitches.size() * callers));
+}
+
+// Runs `pass` with each library asked for in turn, or once with the one that binding left current. A name that cannot
+// be selected has been reported; its pass runs with the library that is current all the same.
+template <class Pass>
+void ForEachCaller(CBaseCallerSet& set, const std::vector<std::string>& callerNames, Pass pass) {
+    if (callerNames.empty()) pass();
+    for (const std::string& name : callerNames) {
+        set.SelectCaller(name);
+        pass();
+    }
+}
+
+}  // namespace
+
+std::int32_t CRunDriver::Run(const std::vector<std::string>& callerNames) {
+    const std::string first = callerNames.empty() ? std::string() : callerNames.front();
+    const std::int32_t bound = unattended != 0 ? baseCallers->BindOneCaller(first) : baseCallers->BindCallers(first);
+    if (bound == 0 || RunPlates(callerNames) == 0) return 0;
+    return RunFiles(callerNames);
+}
+
+std::int32_t CRunDriver::RunPlates(const std::vector<std::string>& callerNames) {
+    std::unique_ptr<CPlate> plate;
+    for (const std::string& folder : inputPlates) {
+        OpenPlate(folder, plate);
+        if (CheckDiskSpace(UnitsFor(plate->scan.files.size(), *baseCallers, callerNames)) == 0) return 0;
+        ForEachCaller(*baseCallers, callerNames, [&] { baseCallers->ProcessPlate(*plate); });
+    }
+    return 1;
+}
+
+std::int32_t CRunDriver::RunFiles(const std::vector<std::string>& callerNames) {
+    if (inputFiles.empty()) return 1;
+    if (CheckDiskSpace(UnitsFor(inputFiles.size(), *baseCallers, callerNames)) == 0) return 0;
+    std::int32_t result = 1;
+    std::unique_ptr<CPlate> plate;
+    for (const std::string& path : inputFiles) {
+        std::string folder = path;
+        SplitPath(folder);
+        OpenPlate(folder, plate);
+        result = RunFile(path, *plate, callerNames, result);
+    }
+    return result;
+}
+
+std::int32_t CRunDriver::RunFile(const std::string& path, CPlate& plate, const std::vector<std::string>& callerNames,
+                                 std::int32_t before) {
+    std::unique_ptr<CSampleFile> sample;
+    if (OpenSample(path, sample, plate) == 0) {
+        plate.Log(FormatMessage(MessageId::Skipped, {path}));
+        return 0;
+    }
+    std::int32_t result = before;
+    ForEachCaller(*baseCallers, callerNames, [&] {
+        if (baseCallers->PreparePlate(plate) != 0) result = baseCallers->ProcessSample(*sample, -1, -1);
+    });
+    return result;
+}

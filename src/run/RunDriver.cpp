@@ -1,0 +1,47 @@
+// CRunDriver: what it is made of, its messages, and the room on the disk.
+#include "run/RunDriver.h"
+
+#include "platform/Console.h"
+#include "platform/Files.h"
+#include "records/Messages.h"
+#include "run/Plate.h"
+#include "run/StartUpLog.h"
+
+CRunDriver::CRunDriver(std::int32_t skip) : skipAnalysisIni(skip) {}
+
+CRunDriver::~CRunDriver() = default;
+
+void CRunDriver::Report(const std::string& text) {
+    if (unattended != 0)
+        startuplog::Append(text);
+    else
+        platform::ShowBox(text);
+    platform::Print(text);
+}
+
+void CRunDriver::ReportSyntaxError(const std::string& file, const std::string& section) {
+    Report(FormatMessage(MessageId::SyntaxError, {file, section}));
+}
+
+void CRunDriver::OpenPlate(const std::string& folder, std::unique_ptr<CPlate>& plate) {
+    plate.reset();
+    plate = std::make_unique<CPlate>(folder, fileTypes, this);
+}
+
+std::int32_t CRunDriver::OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate) {
+    // The old sample goes first, so that memory never holds two.
+    sample.reset();
+    sample = std::make_unique<CSampleFile>(path, &plate);
+    return sample->Load(path, 0);
+}
+
+std::int32_t CRunDriver::CheckDiskSpace(std::int32_t units) {
+    constexpr std::uint32_t bytesPerUnit = 20000;
+    constexpr double reserve = 50000000.0;
+    // 32 bits are all that the product has; it wraps for very large runs.
+    const auto product = static_cast<std::int32_t>(static_cast<std::uint32_t>(units) * bytesPerUnit);
+    const auto required = static_cast<std::int64_t>(product + reserve);
+    const auto available = platform::FreeBytes(outputFolder);
+    if (available && (required <= 0 || *available >= static_cast<std::uint64_t>(required))) return 1;
+    return platform::AskYesNo(FormatMessage(MessageId::DiskSpace)) ? 1 : 0;
+}
