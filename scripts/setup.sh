@@ -1,0 +1,35 @@
+# Sourced by the scripts of this folder: moves to the top of the tree, and has Debian install what a script needs.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+# Installs those of the packages that are missing; says nothing when all are there.
+need_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { echo "These Debian packages are missing, and installing them needs root: ${missing[*]}" >&2; exit 1; }
+        as_root=(sudo)
+    fi
+    echo "Installing Debian packages: ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Runs a command with its output kept from sight; shows that output only when the command fails.
+quietly() {
+    local output
+    output=$(mktemp)
+    if ! "$@" >"$output" 2>&1; then
+        cat "$output"
+        rm -f "$output"
+        echo "failed: $*" >&2
+        exit 1
+    fi
+    rm -f "$output"
+}
+
+build_packages=(g++ cmake ninja-build libcli11-dev)
