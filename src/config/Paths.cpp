@@ -58,10 +58,8 @@ std::int32_t CRunDriver::SetDefaultOutputFolder() {
 }
 
 std::int32_t CRunDriver::MakeFolder(const std::string& path) {
-    // Anything but a missing parent is left to the later write to the folder. A file in the place of the parent is
-    // another error on this host only.
-    const int error = platform::MakeDirectory(path);
-    if (error != ENOENT && error != ENOTDIR) return 1;
+    // Any other error than a missing parent is left to the later write to the folder.
+    if (platform::MakeDirectory(path) != ENOENT) return 1;
     Report(FormatMessage(MessageId::PathDoesNotExist, {path}));
     return 0;
 }

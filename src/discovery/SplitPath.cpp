@@ -9,3 +9,7 @@ std::string SplitPath(std::string& path) {
     path.resize(separator);
     return component;
 }
+
+std::string LastComponent(std::string path) {
+    return SplitPath(path);
+}

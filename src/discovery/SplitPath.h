@@ -6,3 +6,5 @@
 // separate, and the very last character counts: "a/b/" gives "" and leaves "a/b". Without a separator the whole text is
 // the component and `path` becomes empty.
 std::string SplitPath(std::string& path);
+// The last component alone.
+std::string LastComponent(std::string path);

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string_view>
 
 #include "export/AbdTags.h"
 #include "export/Cut.h"
 #include "export/ScanValue.h"
+#include "platform/Ascii.h"
 #include "plugins/BaseCaller.h"
 #include "samplestore/ChannelOrder.h"
 
@@ -72,16 +72,11 @@ void AddSingle(IAbdWriter& writer, std::int32_t number, std::int16_t value) {
     AddShortsTag(writer, "DATA", number, {&value, 1}, 1);
 }
 
-bool SameIgnoringCase(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [lower](char x, char y) { return lower(x) == lower(y); });
-}
-
 // 1000 for the matrices of one library, whose diagonals are 1; else what brings the diagonal to a mean of 1000.
 double MatrixFactor(const CSampleFile& sample, const Matrix4& rows) {
     const CProcessedTrace* trace = sample.processedTrace ? sample.processedTrace->Processed() : nullptr;
     const CBaseCaller* caller = trace ? trace->CallerInfo() : nullptr;
-    if (caller && SameIgnoringCase(caller->fileName, "VHTK.dll")) return 1000.0;
+    if (caller && platform::EqualIgnoringCase(caller->fileName, "VHTK.dll")) return 1000.0;
     double sum = 0.0;
     for (const std::int32_t c : channelOrderCagt)
         sum += std::fabs(rows[static_cast<std::size_t>(c)][static_cast<std::size_t>(c)]);

@@ -10,6 +10,7 @@
 #include "export/Cut.h"
 #include "export/ExportBases.h"
 #include "export/SampleTexts.h"
+#include "records/HtmlFile.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
@@ -20,7 +21,6 @@ namespace {
 
 constexpr std::uint32_t longestSeries = 32767;
 constexpr std::int32_t goodRegionMargin = 5;  // scans
-constexpr std::int32_t abdSection = 4;        // of the mark-up log
 
 // What stands in the file of a processed trace.
 struct AbdWindow {
@@ -159,7 +159,7 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
         std::int32_t status = 0;
         Check(writer->CloseFile(status));
         plate.Log(FormatMessage(MessageId::AbdExported));
-        plate.AddToMarkupLog(path, abdSection);
+        plate.AddToMarkupLog(path, markup::abdSection);
         return 1;
     } catch (const CComError& error) {
         LogFailure(plate);

@@ -10,6 +10,7 @@
 #include "export/SampleTexts.h"
 #include "export/ScanValue.h"
 #include "platform/Clock.h"
+#include "records/HtmlFile.h"
 #include "run/Plate.h"
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
@@ -21,7 +22,6 @@ namespace {
 constexpr std::int32_t sampleBits = 16;
 constexpr double sampleRange = 2000.0;
 constexpr std::int32_t goodRegionMargin = 4;  // scans
-constexpr std::int32_t scfSection = 6;        // of the mark-up log
 
 // Raw scans; `end` is not part of the window.
 struct ScanWindow {
@@ -84,7 +84,7 @@ void SendComments(IScfWriter& writer, const CSampleInfo& info, const CProcessedT
 std::int32_t Save(IScfWriter& writer, CPlate& plate, const std::string& path) {
     if (path.empty()) return 0;
     Check(writer.SaveFile(path));
-    plate.AddToMarkupLog(path, scfSection);
+    plate.AddToMarkupLog(path, markup::scfSection);
     plate.Log("exported to SCF file format " + path + "\r\n");
     return 1;
 }

@@ -47,13 +47,14 @@ class CBaseCallerSet {
     void SetFastaFile(std::string_view path) { fastaFile = path; }
     void SetBaseOrder(std::string_view order) { baseOrder = order; }
 
-    // --- config/ -----------------------------------------------------------------------------------------------------
+    // --- config/ ---
+
     // Takes section "General" of the analysis settings over into the fields above. Always 1; nothing in it is an error.
     std::int32_t ReadGeneralSettings();
 
-    // --- plugins/: binding. Non-zero for success; failures have been reported.
-    // ---------------------------------------- Reads the list of libraries and selects `file` or, if that is empty or
-    // not there, the default.
+    // --- plugins/: binding. Non-zero for success; failures have been reported. ---
+
+    // Reads the list of libraries and selects `file` or, if that is empty or not there, the default.
     std::int32_t BindCallers(const std::string& file);
     // Adds one library, listed or not, and tests that it loads; for unattended runs.
     std::int32_t BindOneCaller(const std::string& file);
@@ -68,7 +69,8 @@ class CBaseCallerSet {
     // Reads the dye matrix file; the identity stands in when there is none or it is damaged.
     void ReadDyeMatrix();
 
-    // --- run/: the walk ----------------------------------------------------------------------------------------------
+    // --- run/: the walk ---
+
     // All samples of a plate with the current caller. 0 if the output folder cannot be made, else 1.
     std::int32_t ProcessPlate(CPlate& plate);
     // Makes the plate's output folder for the current caller. 0 if it cannot be made, else 1.

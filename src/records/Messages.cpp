@@ -7,9 +7,8 @@ std::string_view Pattern(MessageId id) {
         case MessageId::SyntaxError:
             return "Syntax error in %s in %s section. The program will be terminated \r\n.";
         case MessageId::DiskSpace:
-            return "You have not enough disk space (assuming 200K per each processed .abd or .esd file). Do you want "
-                   "to "
-                   "continue?";
+            return "You have not enough disk space (assuming 200K per each processed .abd or .esd file). "
+                   "Do you want to continue?";
         case MessageId::PathDoesNotExist:
             return "Specified path doesn't exist: %s\r\n";
         case MessageId::CannotLocate:

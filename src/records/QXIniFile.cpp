@@ -10,7 +10,7 @@ constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view fieldEnd = "\t\t";
 constexpr std::int64_t longestFile = std::int64_t{1} << 30;
 constexpr int pauseBetweenTries = 50;  // ms
-constexpr int tries = 100;             // 5 s in all
+constexpr int tries = 101;             // at once, then for 5 s
 
 std::string_view TrimField(std::string_view field) {
     return platform::Trim(field, " \t\n\v\f\r");

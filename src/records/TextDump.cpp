@@ -112,7 +112,7 @@ double ValueOr0(const std::vector<double>& curve, std::size_t scan) {
     return scan < curve.size() ? curve[scan] : 0.0;
 }
 
-// The rows count from 0 at the first scan of this trace. Curves that break off go on with zeros.
+// The rows count from 0 at the first scan of this trace. A curve that breaks off goes on with zeros.
 void DumpTable(CTextFile& out, const CCapTrace& trace, double factor) {
     out << "Scan\t"
         << "  Channel1\t"
@@ -121,12 +121,8 @@ void DumpTable(CTextFile& out, const CCapTrace& trace, double factor) {
         << "Channel4\t"
         << " Current"
         << "\n\n";
-    std::size_t longest = trace.current.size();
-    for (const auto& curve : trace.channels)
-        longest = std::max(longest, curve.size());
-    const std::size_t rows = std::min<std::size_t>(trace.scanCount, longest);
-    for (std::size_t row = 0; row < rows; ++row) {
-        out << static_cast<std::int64_t>(row) << "\t\t";
+    for (std::uint32_t row = 0; row < trace.scanCount; ++row) {
+        out << std::int64_t{row} << "\t\t";
         for (const auto& curve : trace.channels)
             out << Whole(ValueOr0(curve, row) * factor) << "\t\t";
         out << Whole(ValueOr0(trace.current, row)) << '\n';

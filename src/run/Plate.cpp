@@ -4,10 +4,7 @@
 #include "run/RunDriver.h"
 
 CPlate::CPlate(const std::string& folder, const std::vector<CFileTypeFilter>& fileTypes, CRunDriver* owner)
-    : scan(folder, fileTypes, false), driver(owner) {
-    std::string path = folder;
-    name = SplitPath(path);
-}
+    : scan(folder, fileTypes, false), driver(owner), name(LastComponent(folder)) {}
 
 CPlate::~CPlate() = default;
 

@@ -30,9 +30,9 @@ class CPlate {
     // Replaces currentSample by the sample at `path`. 0 if that did not load.
     std::int32_t LoadSample(const std::string& path);
 
-    // --- records/
-    // ------------------------------------------------------------------------------------------------------ Appends
-    // `text` to basecall.log in the input folder and prints it; a log that cannot be opened loses both.
+    // --- records/ ---
+
+    // Appends `text` to basecall.log in the input folder and prints it; a log that cannot be opened loses both.
     void Log(const std::string& text);
     // Enters a written file in log.xml in the input folder, under the section of that number (see HtmlFile.h).
     void AddToMarkupLog(const std::string& path, std::int32_t section);

@@ -19,10 +19,6 @@ std::string ProcessedPath(const CSampleFile& sample) {
     return sample.plate->outputFolder + '/' + name.substr(0, stem) + ".esd";
 }
 
-std::string LastComponent(std::string path) {
-    return SplitPath(path);
-}
-
 // Removes what a failed storing left, but never the raw file itself, whatever name leads to it.
 void DeleteTarget(const CSampleFile& sample) {
     const std::string& path = sample.processedTrace->path;

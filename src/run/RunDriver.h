@@ -29,8 +29,8 @@ class CRunDriver {
     CRunDriver(const CRunDriver&) = delete;
     CRunDriver& operator=(const CRunDriver&) = delete;
 
-    // --- run/
-    // -----------------------------------------------------------------------------------------------------------
+    // --- run/ ---
+
     // Applies the command line and runs. 0 if the run did not start or ended early.
     std::int32_t ProcessCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames,
                                     const std::vector<CFileTypeFilter>& types);
@@ -46,9 +46,9 @@ class CRunDriver {
     // 1 if there is room for `units` results on the output volume or the user goes on all the same.
     std::int32_t CheckDiskSpace(std::int32_t units);
 
-    // --- config/
-    // -------------------------------------------------------------------------------------------------------- Finds
-    // the settings files. 1, or 0 after a box.
+    // --- config/ ---
+
+    // Finds the settings files. 1, or 0 after a box.
     std::int32_t LocateSettings();
     // Makes the folder if needed and takes it as outputFolder. 1, or 0 after a report.
     std::int32_t SetOutputFolder(const std::string& path);

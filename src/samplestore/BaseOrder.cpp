@@ -1,6 +1,7 @@
 // CSampleFile: which channel shows which base.
 #include <algorithm>
 
+#include "platform/Ascii.h"
 #include "plugins/BaseCallerSet.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
@@ -12,10 +13,6 @@ namespace {
 
 // Files from this version on name the bases of their channels in the property tree.
 constexpr double versionWithNames = 1.2;
-
-char UpperCase(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-}
 
 }  // namespace
 
@@ -32,7 +29,7 @@ bool CSampleFile::OrderFromLetters(bool forced) {
     for (const auto& letters : info.channelBase)
         if (letters.front() == '\0') return false;
     for (std::size_t i = 0; i < channelCount; ++i)
-        baseOrder[i] = UpperCase(info.channelBase[i].front());
+        baseOrder[i] = platform::UpperAscii(info.channelBase[i].front());
     return true;
 }
 
@@ -79,8 +76,7 @@ void CSampleFile::FillChannelOrders() const {
 
 void CSampleFile::NameChemistry() {
     if (!info.chemistryName.empty()) return;
-    std::string order = baseOrder.c_str();
-    std::transform(order.begin(), order.end(), order.begin(), UpperCase);
+    const std::string order = platform::UpperAscii(baseOrder.c_str());
     if (order == "TGCAN") info.chemistryName = "LD Terminators";
     if (order == "ACTGN") info.chemistryName = "LD Primers";
     if (order == "AGCTN") info.chemistryName = "RFK-Version 2 Terminators";

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <new>
 
+#include "discovery/SplitPath.h"
+#include "platform/Ascii.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
 #include "platform/Files.h"
@@ -16,18 +18,11 @@
 
 namespace {
 
-std::string LastComponent(std::string_view path) {
-    const std::size_t separator = path.find_last_of("/\\");
-    return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
-}
-
 bool HasSampleExtension(const std::string& path) {
     const std::size_t dot = path.rfind('.');
     if (dot == std::string::npos || dot == 0) return false;
-    std::string extension = path.substr(dot);
-    for (char& c : extension)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-    return extension == ".rsd" || extension == ".esd";
+    const std::string extension = platform::UpperAscii(path.substr(dot));
+    return extension == ".RSD" || extension == ".ESD";
 }
 
 SampleKind KindFromSignature(const std::string& path) {
@@ -88,7 +83,7 @@ std::int32_t ReadTrace(CRsdFile& file, CCapTrace& trace, const CSampleInfo& info
 }  // namespace
 
 CSampleFile::CSampleFile(std::string_view path, CPlate* owner)
-    : fileName(LastComponent(path)), baseOrder("ACTGN0"), plate(owner) {}
+    : fileName(LastComponent(std::string(path))), baseOrder("ACTGN0"), plate(owner) {}
 
 CSampleFile::~CSampleFile() = default;
 

@@ -44,7 +44,8 @@ class CSampleFile {
     CSampleFile(const CSampleFile&) = delete;
     CSampleFile& operator=(const CSampleFile&) = delete;
 
-    // --- samplestore/: loading ------------------------------------------------------------------------------------
+    // --- samplestore/: loading ---
+
     // Reads the file at `path`, settles the base order and logs what it finds. 1 when loaded, 0 otherwise; the object
     // stays valid in both cases.
     std::int32_t Load(const std::string& path, std::int32_t processed);
@@ -56,13 +57,14 @@ class CSampleFile {
     std::int32_t LoadProcessed(CTraceFile& holder, std::int32_t readInfo);
     SampleKind CheckSampleKind(const std::string& path) const;
 
-    // --- samplestore/: saving; 1 on success, 0 otherwise. The raw file is never changed.
-    // ------------------------------
+    // --- samplestore/: saving; 1 on success, 0 otherwise. The raw file is never changed. ---
+
     std::int32_t SaveProcessedSample(CTraceFile& holder, std::int32_t procedureIndex);
     // The holder's path becomes that of the ".fsd" file.
     std::int32_t SaveFailedSample(CTraceFile& holder);
 
-    // --- plugins/ ----------------------------------------------------------------------------------------------------
+    // --- plugins/ ---
+
     // One conversation with the library in `module`; `first` and `last` are raw scans, -1 leaves the choice to it.
     // Fills processedTrace and info.analysis. 1 on success, 0 on failure.
     std::int32_t BaseCall(const platform::Library& module, CDyeMatrix& matrix, std::int32_t first, std::int32_t last,
@@ -70,10 +72,10 @@ class CSampleFile {
     // Replaces the good region of processedTrace by the one that follows from the user's settings.
     void FindGoodRegion();
 
-    // --- export/
-    // ------------------------------------------------------------------------------------------------------ Path of an
-    // exported file: `sourcePath` less its last four characters, with the format's subfolder (made when it is missing)
-    // and extension ("seq", "txt", "abd", "scf", "fsd"). Empty when the subfolder cannot be made.
+    // --- export/ ---
+
+    // Path of an exported file: `sourcePath` less its last four characters, with the format's subfolder (made when it
+    // is missing) and extension ("seq", "txt", "abd", "scf", "fsd"). Empty when the subfolder cannot be made.
     std::string ExportPath(const std::string& sourcePath, const std::string& extension);
     // The letter to show for one base: as the library gave it, 'N' for a base that does not exist.
     char ExportLetter(const CProcessedTrace& trace, std::int32_t index) const;
@@ -88,9 +90,9 @@ class CSampleFile {
     std::int32_t ExportAbd(CTraceFile& processed, std::int32_t goodRegionOnly);
     std::int32_t ExportFailedAbd(std::int32_t skipFailedExports);
 
-    // --- records/
-    // ----------------------------------------------------------------------------------------------------- Writes the
-    // text dump of a raw or processed trace. 1, or 0 when no path could be made.
+    // --- records/ ---
+
+    // Writes the text dump of a raw or processed trace. 1, or 0 when no path could be made.
     std::int32_t ExportText(CTraceFile& holder);
 
   private:

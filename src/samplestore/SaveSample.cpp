@@ -3,6 +3,7 @@
 
 #include "platform/Files.h"
 #include "plugins/BaseCallerSet.h"
+#include "records/HtmlFile.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
@@ -11,7 +12,6 @@
 
 namespace {
 
-constexpr std::int32_t processedSection = 2;  // of the mark-up log
 constexpr std::int32_t highestProcedure = 5;
 
 bool IsAccessDenied(std::int32_t error) {
@@ -67,7 +67,7 @@ std::int32_t CSampleFile::SaveProcessedSample(CTraceFile& holder, std::int32_t p
         file.WriteInfo(info);
     }
     if (!CloseCopy(*this, holder.path, file)) return 0;
-    if (trace) plate->AddToMarkupLog(holder.path, processedSection);
+    if (trace) plate->AddToMarkupLog(holder.path, markup::processedSection);
     return 1;
 }
 
@@ -89,6 +89,6 @@ std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
         placeholder.SetFloat(channel, 1.0f);
     file.WriteScans({placeholder});
     if (!CloseCopy(*this, holder.path, file)) return 0;
-    plate->AddToMarkupLog(holder.path, processedSection);
+    plate->AddToMarkupLog(holder.path, markup::processedSection);
     return 1;
 }
