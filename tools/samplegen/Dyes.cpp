@@ -1,0 +1,38 @@
+#include "samplegen/Dyes.h"
+
+#include <cstdio>
+
+namespace samplegen {
+
+const std::array<Dye, channelCount>& Dyes() {
+    static constexpr std::array<Dye, channelCount> dyes = {{
+        {"FAM", "520 nm", 1.0, 0.0},
+        {"JOE", "550 nm", 0.85, 0.55},
+        {"TAMRA", "580 nm", 1.1, -0.45},
+        {"ROX", "610 nm", 0.75, 0.2},
+    }};
+    return dyes;
+}
+
+// Neighbours in the spectrum show most in each other, and more on the red side than on the blue.
+const Matrix4& CrossTalk() {
+    static constexpr Matrix4 matrix = {{
+        {1.00f, 0.12f, 0.03f, 0.00f},
+        {0.38f, 1.00f, 0.17f, 0.04f},
+        {0.09f, 0.41f, 1.00f, 0.21f},
+        {0.02f, 0.08f, 0.36f, 1.00f},
+    }};
+    return matrix;
+}
+
+std::string DyeMatrixText(const std::string& baseOrder) {
+    std::string text = baseOrder + "  row: channel, column: dye\n";
+    for (const auto& row : CrossTalk()) {
+        char line[64];
+        std::snprintf(line, sizeof line, "%.4f %.4f %.4f %.4f\n", row[0], row[1], row[2], row[3]);
+        text += line;
+    }
+    return text;
+}
+
+}  // namespace samplegen

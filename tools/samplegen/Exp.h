@@ -1,0 +1,17 @@
+// The exponential function from additions and multiplications alone: unlike the standard library's it gives the same
+// bits on every machine.
+#pragma once
+
+namespace samplegen {
+
+// e to the power of x, for x from -40 to 40.
+inline double Exp(double x) {
+    constexpr int halvings = 10;
+    const double y = x / (1 << halvings);
+    double power = 1 + y * (1 + y / 2 * (1 + y / 3 * (1 + y / 4 * (1 + y / 5))));
+    for (int i = 0; i < halvings; ++i)
+        power *= power;
+    return power;
+}
+
+}  // namespace samplegen

@@ -1,0 +1,31 @@
+// What the user asks for.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace samplegen {
+
+struct Options {
+    std::string folder;
+    std::string plate = "synth";  // plate name, and head of the file names
+    int wells = 96;               // 1 to 384
+    int bases = 600;              // a read
+    std::uint64_t seed = 1;
+    std::string form = "rsd";     // extension of the files
+    std::string version = "1.2";  // of the file form
+    bool tree = true;
+    int failedWells = 0;
+    int saturatedWells = 0;
+    std::string baseOrder = "TGCA";  // bases of channels 1 to 4
+    int scanRate = 1;                // an index, see ScanRate.h
+    double noise = 6;                // standard deviation, in counts
+    double mobility = 0.3;           // greatest shift between dyes, in bases at the start of the read
+};
+
+// Reads the command line. Nothing when the program is to end at once, with `exitCode`: 0 after --help, 1 after a
+// message on standard error.
+std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exitCode);
+
+}  // namespace samplegen

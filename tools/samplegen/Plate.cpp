@@ -1,0 +1,90 @@
+#include "samplegen/Plate.h"
+
+#include <cerrno>
+#include <numeric>
+#include <stdexcept>
+
+#include "platform/Files.h"
+#include "samplegen/Description.h"
+#include "samplegen/Dyes.h"
+#include "samplegen/Read.h"
+#include "samplegen/Trace.h"
+#include "samplestore/NewSample.h"
+
+namespace samplegen {
+
+namespace {
+
+void Require(int error, const std::string& path) {
+    if (error != 0) throw std::runtime_error("cannot write " + path + ": " + platform::ErrorText(error));
+}
+
+void WriteText(const std::string& path, const std::string& text) {
+    platform::File file;
+    Require(file.Open(path, platform::OpenMode::CreateOrEmpty), path);
+    Require(file.Write(text), path);
+    Require(file.Close(), path);
+}
+
+// Scan frequency of each index; the last one is that of every further index.
+double ScansPerSecond(int scanRate) {
+    constexpr double rates[] = {1.76, 2.89, 1.76, 3.52, 2.88};
+    return rates[scanRate];
+}
+
+// Which wells fail and which are saturated, by chance.
+std::vector<WellKind> DrawKinds(const Options& options) {
+    CRandom random(options.seed, 0);
+    std::vector<WellKind> kinds(static_cast<std::size_t>(options.wells), WellKind::good);
+    std::vector<std::size_t> left(kinds.size());
+    std::iota(left.begin(), left.end(), std::size_t{0});
+    for (int i = 0; i < options.failedWells + options.saturatedWells; ++i) {
+        const auto drawn = static_cast<std::ptrdiff_t>(random.Below(static_cast<int>(left.size())));
+        kinds[left[static_cast<std::size_t>(drawn)]] = i < options.failedWells ? WellKind::failed : WellKind::saturated;
+        left.erase(left.begin() + drawn);
+    }
+    return kinds;
+}
+
+std::string FastaRecord(const std::string& name, const std::string& bases) {
+    constexpr std::size_t lineLength = 60;
+    std::string record = ">" + name + " " + std::to_string(bases.size()) + " bases\n";
+    for (std::size_t at = 0; at < bases.size(); at += lineLength)
+        record += bases.substr(at, lineLength) + "\n";
+    return record;
+}
+
+// Writes the sample of one well and gives its bases.
+std::string WriteWell(const Options& options, int well, WellKind kind, const std::string& path) {
+    const double scansPerSecond = ScansPerSecond(options.scanRate);
+    CRandom random(options.seed, static_cast<std::uint64_t>(well) + 1);
+    const Read read = MakeRead(options, kind, scansPerSecond, random);
+    const std::vector<ScanRecord> scans = RecordRun(read, options.noise, scansPerSecond, random);
+    const CSampleInfo info = DescribeSample(options, well, scans, scansPerSecond);
+    Require(options.tree ? WriteSample(path, info, scans) : WriteBareSample(path, info, scans), path);
+    return read.bases;
+}
+
+}  // namespace
+
+PlateReport WritePlate(const Options& options) {
+    const int made = platform::MakeDirectory(options.folder);
+    if (made != EEXIST) Require(made, options.folder);
+    const std::vector<WellKind> kinds = DrawKinds(options);
+    PlateReport report;
+    std::string truth;
+    for (int well = 0; well < options.wells; ++well) {
+        const WellKind kind = kinds[static_cast<std::size_t>(well)];
+        const std::string wellName = WellName(well, options.wells);
+        const std::string name = options.plate + wellName;
+        const std::string bases = WriteWell(options, well, kind, options.folder + "/" + name + "." + options.form);
+        if (kind != WellKind::failed) truth += FastaRecord(name, bases);
+        if (kind == WellKind::failed) report.failed.push_back(wellName);
+        if (kind == WellKind::saturated) report.saturated.push_back(wellName);
+    }
+    WriteText(options.folder + "/truth.fasta", truth);
+    WriteText(options.folder + "/dyeMethod1.ini", DyeMatrixText(options.baseOrder));
+    return report;
+}
+
+}  // namespace samplegen

@@ -1,0 +1,19 @@
+// From the peaks of a read to what the detector records.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "samplegen/Random.h"
+#include "samplegen/Read.h"
+#include "samplestore/ScanRecord.h"
+
+namespace samplegen {
+
+// The greatest value that the detector gives.
+constexpr std::uint32_t detectorLimit = 32767;
+
+// The scans from the start of the run to somewhat behind the end of the read.
+std::vector<ScanRecord> RecordRun(const Read& read, double noise, double scansPerSecond, CRandom& random);
+
+}  // namespace samplegen
