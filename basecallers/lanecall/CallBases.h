@@ -1,0 +1,18 @@
+// The decision where the bases stand and which they are.
+#pragma once
+
+#include "lanecall/Curves.h"
+#include "lanecall/Track.h"
+
+namespace lanecall {
+
+struct Call {
+    double scan = 0;   // where the base stands, after the dyes' shifts were taken out
+    int channel = -1;  // the channel with the strongest peak there
+};
+
+// The row of bases that fits best: strong peaks are on it, and from base to base it keeps near the spacing. `sharp` are
+// sharpened curves in which a usual peak is about 1.
+std::vector<Call> CallBases(const Curves& sharp, ScanRange range, const CTrack& spacing);
+
+}  // namespace lanecall

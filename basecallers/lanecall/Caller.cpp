@@ -1,0 +1,181 @@
+#include "lanecall/Caller.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "lanecall/Baseline.h"
+#include "lanecall/Levels.h"
+#include "lanecall/PeakWidth.h"
+#include "lanecall/RawTrace.h"
+#include "lanecall/Separation.h"
+#include "lanecall/SeparationEstimate.h"
+#include "lanecall/Sharpen.h"
+#include "lanecall/SignalRange.h"
+
+namespace lanecall {
+
+namespace {
+
+constexpr int fewestScans = 200;
+constexpr std::size_t fewestBases = 10;
+constexpr int baselineWindow = 300;
+constexpr double bendSmoothing = 1.5;
+
+}  // namespace
+
+void CCaller::TakeTrace(const double* const* arrays, int channels, int scans, const char* baseOrder) {
+    for (std::size_t c = 0; c < channelCount && baseOrder && baseOrder[c] != '\0'; ++c)
+        letters[c] = baseOrder[c];
+    if (!arrays || channels < channelCount || scans <= 0) return;
+    for (int c = 0; c < channelCount; ++c)
+        if (!arrays[c]) return;
+    curves = TakeCurves(arrays, scans);
+}
+
+void CCaller::TakeRange(int first, int last) {
+    wanted = ScanRange{first, last == INT32_MAX ? last : last + 1};
+}
+
+void CCaller::TakeMatrix(const float* const* rows) {
+    given = Identity();
+    if (!rows) return;
+    for (std::size_t r = 0; r < 4; ++r) {
+        if (!rows[r]) {
+            given = Identity();
+            return;
+        }
+        std::copy_n(rows[r], 4, given[r].begin());
+    }
+}
+
+bool CCaller::Fail(std::string text) {
+    problem = std::move(text);
+    return false;
+}
+
+bool CCaller::Run(int procedure) {
+    if (procedure != done)
+        return Fail("Procedure " + std::to_string(procedure) + " was asked for when " + std::to_string(done) +
+                    " was due");
+    bool ok = false;
+    switch (static_cast<Procedure>(procedure)) {
+        case Procedure::prepare:
+            ok = Prepare();
+            break;
+        case Procedure::separate:
+            ok = SeparateDyes();
+            break;
+        case Procedure::align:
+            ok = Align();
+            break;
+        case Procedure::shape:
+            ok = Shape();
+            break;
+        case Procedure::call:
+            ok = CallRead();
+            break;
+        case Procedure::judge:
+            ok = Judge();
+            break;
+    }
+    if (ok) ++done;
+    return ok;
+}
+
+bool CCaller::Prepare() {
+    constexpr double mostSaturated = 0.25;
+    const int scans = ScanCount(curves);
+    if (scans < fewestScans)
+        return Fail("The trace is too short: " + std::to_string(scans) + " scans, " + std::to_string(fewestScans) +
+                    " are needed");
+    const Curves raw = curves;
+    for (Curve& curve : curves)
+        RemoveBaseline(curve, baselineWindow);
+    range = FindSignal(curves);
+    if (wanted) {
+        const ScanRange cut{std::max(range.first, wanted->first), std::min(range.end, wanted->end)};
+        if (cut.Length() >= fewestScans) range = cut;
+    }
+    if (range.Length() == 0) return Fail("No signal: no peaks stand out from the noise in any channel");
+    if (range.Length() < fewestScans)
+        return Fail("The signal is too short: " + std::to_string(range.Length()) + " scans");
+    const double saturated = SaturatedShare(raw, range);
+    if (saturated > mostSaturated)
+        return Fail("The detector is saturated in " + std::to_string(static_cast<int>(100 * saturated)) +
+                    " percent of the signal");
+    return true;
+}
+
+std::optional<std::array<std::size_t, channelCount>> CCaller::BaseIndices() const {
+    const std::string order = "ACTG";
+    std::array<std::size_t, channelCount> indices{};
+    std::array<bool, channelCount> seen{};
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        const std::size_t index = order.find(letters[c]);
+        if (index == std::string::npos || seen[index]) return std::nullopt;
+        seen[index] = true;
+        indices[c] = index;
+    }
+    return indices;
+}
+
+bool CCaller::SeparateDyes() {
+    const auto indices = BaseIndices();
+    Curves bends = Bend(curves, range, bendSmoothing);
+    impulses = FindImpulses(bends, range);
+    Matrix matrix = Identity();
+    if (indices && !IsIdentity(given)) {
+        for (std::size_t r = 0; r < channelCount; ++r)
+            for (std::size_t c = 0; c < channelCount; ++c)
+                matrix[r][c] = given[(*indices)[r]][(*indices)[c]];
+    } else {
+        matrix = EstimateSeparation(bends, impulses);
+    }
+    const auto inverse = Invert(matrix);
+    if (!inverse) return Fail("The spectral separation matrix cannot be inverted");
+    Separate(curves, *inverse);
+    Separate(bends, *inverse);
+    impulses = FindImpulses(bends, range);
+    if (indices) {
+        matrixUsed = Identity();
+        for (std::size_t r = 0; r < channelCount; ++r)
+            for (std::size_t c = 0; c < channelCount; ++c)
+                (*matrixUsed)[(*indices)[r]][(*indices)[c]] = matrix[r][c];
+    }
+    MeasureZones(notes, curves, range, 10);
+    return true;
+}
+
+bool CCaller::Align() {
+    spacing = EstimateSpacing(impulses, range);
+    if (!spacing.found) return Fail("No bases: the signal shows too few peaks to find their spacing");
+    const ShiftTracks shifts = EstimateMobility(impulses, spacing);
+    ShiftCurves(curves, shifts);
+    ShiftImpulses(impulses, shifts);
+    return true;
+}
+
+bool CCaller::Shape() {
+    DivideByLevels(curves, EstimateLevels(curves, impulses, range));
+    widths = EstimateWidth(curves, impulses, spacing);
+    for (std::size_t c = 0; c < channelCount; ++c)
+        sharp[c] = Sharpen(curves[c], range, widths, spacing.scans, NoiseOf(curves[c], range));
+    return true;
+}
+
+bool CCaller::CallRead() {
+    calls = CallBases(sharp, range, spacing.scans);
+    if (calls.size() < fewestBases) return Fail("The read is too short: " + std::to_string(calls.size()) + " bases");
+    return true;
+}
+
+bool CCaller::Judge() {
+    constexpr int measureStep = 200;
+    qualities = JudgeCalls(calls, sharp, spacing.scans);
+    good = FindGoodRegion(qualities);
+    MeasureSpacing(notes, range, widths, spacing.scans, measureStep);
+    MeasureSeparation(notes, calls, curves);
+    return true;
+}
+
+}  // namespace lanecall

@@ -1,0 +1,71 @@
+#include "lanecall/Impulses.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "lanecall/Smoothing.h"
+
+namespace lanecall {
+
+Curve Bend(const Curve& curve, ScanRange range, double smoothing) {
+    const int reach = std::max(2, static_cast<int>(std::ceil(4 * smoothing)));
+    std::vector<double> taps(static_cast<std::size_t>(reach + 1));
+    double sum = 0;
+    for (int k = 0; k <= reach; ++k) {
+        const double u = k / smoothing;
+        taps[static_cast<std::size_t>(k)] = (1 - u * u) * std::exp(-u * u / 2);
+        sum += (k == 0 ? 1 : 2) * taps[static_cast<std::size_t>(k)];
+    }
+    for (double& tap : taps)
+        tap -= sum / (2 * reach + 1);
+    Curve result(curve.size(), 0.0);
+    const int from = std::max(range.first, reach), to = std::min(range.end, static_cast<int>(curve.size()) - reach);
+    for (int i = from; i < to; ++i) {
+        const double* y = curve.data() + i;
+        double value = taps[0] * y[0];
+        for (int k = 1; k <= reach; ++k)
+            value += taps[static_cast<std::size_t>(k)] * (y[k] + y[-k]);
+        result[static_cast<std::size_t>(i)] = value;
+    }
+    return result;
+}
+
+Curves Bend(const Curves& curves, ScanRange range, double smoothing) {
+    Curves bends;
+    for (std::size_t c = 0; c < channelCount; ++c)
+        bends[c] = Bend(curves[c], range, smoothing);
+    return bends;
+}
+
+std::vector<Impulse> FindImpulses(const Curve& bend, ScanRange range) {
+    constexpr int levelReach = 300;       // scans over which the usual height is taken
+    constexpr double leastWeight = 0.15;  // below this it is noise or what is left of another dye
+    // The mean square over the mean gives the height of the peaks, whatever share of the scans they take.
+    Curve means(bend.size()), squares(bend.size());
+    for (std::size_t i = 0; i < bend.size(); ++i) {
+        means[i] = std::max(0.0, bend[i]);
+        squares[i] = means[i] * means[i];
+    }
+    squares = BoxSmooth(squares, levelReach);
+    means = BoxSmooth(means, levelReach);
+    std::vector<Impulse> impulses;
+    for (int i = std::max(1, range.first); i + 1 < std::min(range.end, static_cast<int>(bend.size())); ++i) {
+        const double* y = bend.data() + i;
+        if (!(y[0] > 0 && y[0] >= y[-1] && y[0] > y[1])) continue;
+        const double usual = squares[static_cast<std::size_t>(i)] / means[static_cast<std::size_t>(i)];
+        const double weight = std::min(2.0, y[0] / usual);
+        if (!(weight > leastWeight)) continue;
+        const double curvature = y[-1] - 2 * y[0] + y[1];
+        impulses.push_back({i + (curvature < 0 ? 0.5 * (y[-1] - y[1]) / curvature : 0.0), weight});
+    }
+    return impulses;
+}
+
+ImpulseLists FindImpulses(const Curves& bends, ScanRange range) {
+    ImpulseLists lists;
+    for (std::size_t c = 0; c < channelCount; ++c)
+        lists[c] = FindImpulses(bends[c], range);
+    return lists;
+}
+
+}  // namespace lanecall

@@ -1,0 +1,47 @@
+#include "lanecall/PeakWidth.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "lanecall/Smoothing.h"
+
+namespace lanecall {
+
+namespace {
+
+// Deviation of the Gaussian through the top and the two points `reach` scans beside it; 0 when it is no peak.
+double WidthAt(const Curve& curve, double scan, double reach) {
+    const double top = Interpolate(curve, scan);
+    const double sides = 0.5 * (Interpolate(curve, scan - reach) + Interpolate(curve, scan + reach));
+    if (!(top > 0) || !(sides < 0.98 * top)) return 0;
+    return reach / std::sqrt(2 * std::log(top / std::max(sides, 0.01 * top)));
+}
+
+}  // namespace
+
+CTrack EstimateWidth(const Curves& curves, const ImpulseLists& impulses, const Spacing& spacing) {
+    constexpr double reachScans = 500, usualShare = 0.35, narrowQuantile = 0.3;
+    std::vector<double> widths(spacing.scans.Size());
+    for (std::size_t k = 0; k < widths.size(); ++k) {
+        const double middle = spacing.scans.ScanOf(k), distance = spacing.scans[k];
+        std::vector<double> found;
+        for (std::size_t c = 0; c < channelCount; ++c) {
+            auto at = std::lower_bound(impulses[c].begin(), impulses[c].end(), middle - reachScans,
+                                       [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
+            for (; at != impulses[c].end() && at->scan < middle + reachScans; ++at) {
+                if (at->weight < 0.5) continue;
+                const double width = WidthAt(curves[c], at->scan, 0.4 * distance);
+                if (width > 0) found.push_back(width);
+            }
+        }
+        const double width = found.size() < 6 ? usualShare * distance : Quantile(std::move(found), narrowQuantile);
+        widths[k] = std::clamp(width, 0.15 * distance, 0.8 * distance);
+    }
+    const double first = spacing.scans.Size() > 0 ? spacing.scans.ScanOf(0) : 0;
+    const double step = spacing.scans.Size() > 1 ? spacing.scans.ScanOf(1) - first : 1;
+    CTrack track(first, step, std::move(widths));
+    track.Smooth(2);
+    return track;
+}
+
+}  // namespace lanecall

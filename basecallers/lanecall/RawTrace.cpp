@@ -1,0 +1,51 @@
+#include "lanecall/RawTrace.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "lanecall/Smoothing.h"
+
+namespace lanecall {
+
+Curves TakeCurves(const double* const* arrays, int scans) {
+    constexpr double limit = 1e12;
+    Curves curves;
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        curves[c].resize(static_cast<std::size_t>(scans));
+        for (std::size_t i = 0; i < curves[c].size(); ++i) {
+            const double value = arrays[c][i];
+            curves[c][i] = std::isnan(value) ? 0 : std::clamp(value, -limit, limit);
+        }
+    }
+    return curves;
+}
+
+double SaturatedShare(const Curves& curves, ScanRange range) {
+    if (range.Length() == 0) return 0;
+    std::vector<char> flat(static_cast<std::size_t>(range.Length()), 0);
+    for (const Curve& curve : curves) {
+        const auto begin = curve.begin() + range.first, end = curve.begin() + range.end;
+        const auto [low, high] = std::minmax_element(begin, end);
+        if (*low == *high) continue;
+        for (auto at = begin; at != end;) {
+            at = std::find(at, end, *high);
+            const auto stop = std::find_if(at, end, [&](double value) { return value != *high; });
+            if (stop - at >= 3) std::fill(flat.begin() + (at - begin), flat.begin() + (stop - begin), 1);
+            at = stop;
+        }
+    }
+    return static_cast<double>(std::count(flat.begin(), flat.end(), 1)) / range.Length();
+}
+
+double NoiseOf(const Curve& curve, ScanRange range) {
+    // Third differences leave little of a peak; white noise of deviation 1 gives them the median 0.6745 * sqrt(20).
+    std::vector<double> differences;
+    differences.reserve(static_cast<std::size_t>(range.Length()));
+    for (int i = range.first; i + 3 < range.end; ++i) {
+        const double* y = curve.data() + i;
+        differences.push_back(std::abs(y[3] - 3 * y[2] + 3 * y[1] - y[0]));
+    }
+    return Quantile(std::move(differences), 0.3) / (0.3853 * std::sqrt(20.0));
+}
+
+}  // namespace lanecall

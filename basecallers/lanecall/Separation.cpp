@@ -1,0 +1,58 @@
+#include "lanecall/Separation.h"
+
+#include <cmath>
+#include <utility>
+
+namespace lanecall {
+
+Matrix Identity() {
+    Matrix matrix{};
+    for (std::size_t i = 0; i < 4; ++i)
+        matrix[i][i] = 1;
+    return matrix;
+}
+
+bool IsIdentity(const Matrix& matrix) {
+    return matrix == Identity();
+}
+
+std::optional<Matrix> Invert(const Matrix& matrix) {
+    constexpr double leastPivot = 1e-3, greatest = 1e3;
+    Matrix left = matrix, right = Identity();
+    for (std::size_t i = 0; i < 4; ++i) {
+        std::size_t pivot = i;
+        for (std::size_t r = i; r < 4; ++r) {
+            for (double value : left[r])
+                if (!(std::abs(value) < greatest)) return std::nullopt;
+            if (std::abs(left[r][i]) > std::abs(left[pivot][i])) pivot = r;
+        }
+        if (!(std::abs(left[pivot][i]) > leastPivot)) return std::nullopt;
+        std::swap(left[i], left[pivot]);
+        std::swap(right[i], right[pivot]);
+        const double scale = 1 / left[i][i];
+        for (std::size_t k = 0; k < 4; ++k) {
+            left[i][k] *= scale;
+            right[i][k] *= scale;
+        }
+        for (std::size_t r = 0; r < 4; ++r) {
+            if (r == i) continue;
+            const double factor = left[r][i];
+            for (std::size_t k = 0; k < 4; ++k) {
+                left[r][k] -= factor * left[i][k];
+                right[r][k] -= factor * right[i][k];
+            }
+        }
+    }
+    return right;
+}
+
+void Separate(Curves& curves, const Matrix& inverse) {
+    for (std::size_t i = 0; i < curves[0].size(); ++i) {
+        const PerChannel seen = {curves[0][i], curves[1][i], curves[2][i], curves[3][i]};
+        for (std::size_t c = 0; c < channelCount; ++c)
+            curves[c][i] =
+                inverse[c][0] * seen[0] + inverse[c][1] * seen[1] + inverse[c][2] * seen[2] + inverse[c][3] * seen[3];
+    }
+}
+
+}  // namespace lanecall

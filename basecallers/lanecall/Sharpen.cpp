@@ -1,0 +1,70 @@
+#include "lanecall/Sharpen.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace lanecall {
+
+namespace {
+
+constexpr double targetShare = 0.22;
+
+// Symmetric filter, taps from the middle outward: it turns a Gaussian of deviation `width` into one of deviation
+// `target` as far as the noise allows. Its gain keeps the height of a lone peak.
+std::vector<double> MakeFilter(double width, double target, double noisePower) {
+    constexpr int frequencies = 64;
+    const int reach = static_cast<int>(std::ceil(3 * width)) + 2;
+    std::vector<double> taps(static_cast<std::size_t>(reach + 1), 0.0);
+    const auto gaussian = [](double deviation, double f) {
+        const double u = std::numbers::pi * deviation * f;
+        return std::exp(-2 * u * u);
+    };
+    double height = 0;
+    for (int k = 0; k < frequencies; ++k) {
+        const double f = (k + 0.5) * 0.5 / frequencies;
+        const double peak = gaussian(width, f);
+        const double gain = gaussian(target, f) * peak / (peak * peak + noisePower);
+        height += gain * peak;
+        for (std::size_t t = 0; t < taps.size(); ++t)
+            taps[t] += gain * std::cos(2 * std::numbers::pi * f * static_cast<double>(t));
+    }
+    // A lone peak of height 1 has the spectrum width * sqrt(2 pi) * gaussian(width, f).
+    const double scale = 1 / (height * width * std::sqrt(2 * std::numbers::pi));
+    for (double& tap : taps)
+        tap *= scale;
+    return taps;
+}
+
+}  // namespace
+
+Curve Sharpen(const Curve& curve, ScanRange range, const CTrack& widths, const CTrack& spacing, double noise) {
+    constexpr double ratio = 1.06;  // widths in one class differ by less
+    Curve result(curve.size(), 0.0);
+    const double noisePower = std::clamp(4 * noise * noise, 0.002, 0.05);
+    std::vector<double> taps;
+    double tapsWidth = 0;
+    for (int i = range.first; i < range.end; ++i) {
+        const double width = widths.At(i);
+        if (!(width > 0)) continue;
+        if (taps.empty() || width > tapsWidth * ratio || width < tapsWidth / ratio) {
+            tapsWidth = width;
+            taps = MakeFilter(width, std::min(width, targetShare * spacing.At(i)), noisePower);
+        }
+        const int reach = static_cast<int>(taps.size()) - 1, last = static_cast<int>(curve.size()) - 1;
+        double value = taps[0] * curve[static_cast<std::size_t>(i)];
+        if (i >= reach && i + reach <= last) {
+            const double* y = curve.data() + i;
+            for (int t = 1; t <= reach; ++t)
+                value += taps[static_cast<std::size_t>(t)] * (y[t] + y[-t]);
+        } else {
+            for (int t = 1; t <= reach; ++t)
+                value += taps[static_cast<std::size_t>(t)] * (curve[static_cast<std::size_t>(std::max(0, i - t))] +
+                                                              curve[static_cast<std::size_t>(std::min(last, i + t))]);
+        }
+        result[static_cast<std::size_t>(i)] = std::max(0.0, value);
+    }
+    return result;
+}
+
+}  // namespace lanecall

@@ -1,0 +1,74 @@
+#include "lanecall/SignalRange.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "lanecall/RawTrace.h"
+#include "lanecall/Smoothing.h"
+
+namespace lanecall {
+
+namespace {
+
+constexpr int blockScans = 50;
+
+// Height of the tallest channel, the greatest in each block, made steady over five blocks.
+std::vector<double> BlockHeights(const Curves& curves) {
+    std::vector<double> heights(static_cast<std::size_t>(ScanCount(curves) / blockScans), 0.0);
+    for (const Curve& curve : curves)
+        for (std::size_t b = 0; b < heights.size(); ++b) {
+            const auto from = curve.begin() + static_cast<std::ptrdiff_t>(b) * blockScans;
+            heights[b] = std::max(heights[b], *std::max_element(from, from + blockScans));
+        }
+    std::vector<double> steady(heights.size());
+    for (std::size_t b = 0; b < heights.size(); ++b) {
+        const auto from = heights.begin() + static_cast<std::ptrdiff_t>(b > 2 ? b - 2 : 0);
+        const auto to = heights.begin() + static_cast<std::ptrdiff_t>(std::min(heights.size(), b + 3));
+        steady[b] = Quantile(std::vector<double>(from, to), 0.5);
+    }
+    return steady;
+}
+
+// The height at which half of the heights' weight lies. The root keeps a primer peak from weighing as much as the read.
+double UsualHeight(std::vector<double> heights) {
+    std::sort(heights.begin(), heights.end());
+    double total = 0, sum = 0;
+    for (double height : heights)
+        total += std::sqrt(std::max(0.0, height));
+    for (double height : heights) {
+        sum += std::sqrt(std::max(0.0, height));
+        if (2 * sum >= total) return height;
+    }
+    return 0;
+}
+
+// The longest run of blocks above the limit; a gap of a few blocks does not end it.
+ScanRange LongestRun(const std::vector<double>& heights, double limit) {
+    constexpr int allowedGap = 4;
+    const int count = static_cast<int>(heights.size());
+    ScanRange best, run;
+    for (int b = 0; b < count; ++b) {
+        if (!(heights[static_cast<std::size_t>(b)] > limit)) continue;
+        if (b - run.end > allowedGap || run.end == 0) run.first = b;
+        run.end = b + 1;
+        if (run.Length() > best.Length()) best = run;
+    }
+    return best;
+}
+
+}  // namespace
+
+ScanRange FindSignal(const Curves& curves) {
+    constexpr double shareOfUsual = 0.05, timesNoise = 8;
+    const int scans = ScanCount(curves);
+    const std::vector<double> heights = BlockHeights(curves);
+    double noise = 0;
+    for (const Curve& curve : curves)
+        noise = std::max(noise, NoiseOf(curve, {0, scans}));
+    const double limit = std::max(shareOfUsual * UsualHeight(heights), timesNoise * noise);
+    const ScanRange blocks = LongestRun(heights, limit);
+    if (blocks.Length() == 0) return {};
+    return {std::max(0, (blocks.first - 1) * blockScans), std::min(scans, (blocks.end + 1) * blockScans)};
+}
+
+}  // namespace lanecall

@@ -1,0 +1,78 @@
+#include "lanecall/Smoothing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace lanecall {
+
+namespace {
+
+// A queue of scans whose values rise (in the sense of `before`) from front to back: the front is the extreme.
+template <class Before>
+Curve RunningExtreme(const Curve& curve, int reach, Before before) {
+    const int count = static_cast<int>(curve.size());
+    Curve result(curve.size());
+    std::vector<int> queue(curve.size());
+    std::size_t head = 0, tail = 0;
+    int next = 0;
+    for (int i = 0; i < count; ++i) {
+        for (; next < count && next <= i + reach; ++next) {
+            while (tail > head &&
+                   !before(curve[static_cast<std::size_t>(queue[tail - 1])], curve[static_cast<std::size_t>(next)]))
+                --tail;
+            queue[tail++] = next;
+        }
+        while (queue[head] < i - reach)
+            ++head;
+        result[static_cast<std::size_t>(i)] = curve[static_cast<std::size_t>(queue[head])];
+    }
+    return result;
+}
+
+}  // namespace
+
+Curve BoxSmooth(const Curve& curve, int reach) {
+    const int count = static_cast<int>(curve.size());
+    Curve result(curve.size());
+    double sum = 0;
+    int from = 0, to = 0;
+    for (int i = 0; i < count; ++i) {
+        for (; to < count && to <= i + reach; ++to)
+            sum += curve[static_cast<std::size_t>(to)];
+        for (; from < i - reach; ++from)
+            sum -= curve[static_cast<std::size_t>(from)];
+        result[static_cast<std::size_t>(i)] = sum / (to - from);
+    }
+    return result;
+}
+
+Curve RunningMinimum(const Curve& curve, int reach) {
+    return RunningExtreme(curve, reach, std::less<>());
+}
+
+Curve RunningMaximum(const Curve& curve, int reach) {
+    return RunningExtreme(curve, reach, std::greater<>());
+}
+
+double Interpolate(const Curve& curve, double scan) {
+    const int count = static_cast<int>(curve.size());
+    if (count == 0) return 0;
+    if (!(scan > 0)) return curve.front();
+    if (scan >= count - 1) return curve.back();
+    const int left = static_cast<int>(scan);
+    const double t = scan - left;
+    const auto at = [&](int i) { return curve[static_cast<std::size_t>(std::clamp(i, 0, count - 1))]; };
+    const double a = at(left - 1), b = at(left), c = at(left + 1), d = at(left + 2);
+    return b + 0.5 * t * (c - a + t * (2 * a - 5 * b + 4 * c - d + t * (3 * (b - c) + d - a)));
+}
+
+double Quantile(std::vector<double> values, double share) {
+    if (values.empty()) return 0;
+    const double place = std::clamp(share, 0.0, 1.0) * static_cast<double>(values.size() - 1);
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(place);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+}  // namespace lanecall

@@ -1,0 +1,152 @@
+#include "lanecall/Spacing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <numbers>
+
+namespace lanecall {
+
+namespace {
+
+constexpr double shortestSpacing = 4.5, longestSpacing = 26;
+constexpr double windowScans = 480, hopScans = 120;
+constexpr double frequencyStep = 1 / (3 * windowScans);
+
+struct Spectra {
+    std::vector<std::vector<double>> power;  // of each window, at each frequency; 1 where the peaks have no rhythm
+    std::size_t frequencies = 0;
+    double FrequencyOf(double index) const { return 1 / longestSpacing + frequencyStep * index; }
+};
+
+// Adds the power of one channel's impulses in the window round `middle`.
+void AddPower(const std::vector<Impulse>& impulses, double middle, const Spectra& spectra, std::vector<double>& power,
+              double& floor) {
+    const auto from = std::lower_bound(impulses.begin(), impulses.end(), middle - windowScans / 2,
+                                       [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
+    std::vector<std::complex<double>> sums(spectra.frequencies);
+    for (auto at = from; at != impulses.end() && at->scan < middle + windowScans / 2; ++at) {
+        const double offset = at->scan - middle;
+        const double taper = 0.5 + 0.5 * std::cos(2 * std::numbers::pi * offset / windowScans);
+        const double weight = std::min(1.0, at->weight) * taper;
+        floor += weight * weight;
+        std::complex<double> turn = std::polar(weight, 2 * std::numbers::pi * spectra.FrequencyOf(0) * offset);
+        const std::complex<double> step = std::polar(1.0, 2 * std::numbers::pi * frequencyStep * offset);
+        for (auto& sum : sums) {
+            sum += turn;
+            turn = {turn.real() * step.real() - turn.imag() * step.imag(),
+                    turn.real() * step.imag() + turn.imag() * step.real()};
+        }
+    }
+    for (std::size_t f = 0; f < sums.size(); ++f)
+        power[f] += std::norm(sums[f]);
+}
+
+Spectra MakeSpectra(const ImpulseLists& impulses, ScanRange range) {
+    Spectra spectra;
+    spectra.frequencies = static_cast<std::size_t>((1 / shortestSpacing - 1 / longestSpacing) / frequencyStep);
+    for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
+        std::vector<double> power(spectra.frequencies, 0.0);
+        double floor = 0;
+        for (const auto& list : impulses)
+            AddPower(list, middle, spectra, power, floor);
+        for (double& value : power)
+            value /= std::max(floor, 1.0);
+        spectra.power.push_back(std::move(power));
+    }
+    return spectra;
+}
+
+// The frequency of the whole read. Very even peaks have as much power at twice the frequency, so the lowest of nearly
+// equal frequencies is the one.
+std::size_t OverallFrequency(const Spectra& spectra) {
+    std::vector<double> total(spectra.frequencies, 0.0);
+    for (const auto& power : spectra.power)
+        for (std::size_t f = 0; f < total.size(); ++f)
+            total[f] += power[f];
+    std::vector<double> broad(total.size());
+    for (std::size_t f = 0; f < total.size(); ++f) {
+        const std::size_t reach = 2 + f / 8;  // spacing drifts, so the power of a read spreads in proportion
+        const std::size_t from = f > reach ? f - reach : 0, to = std::min(total.size(), f + reach + 1);
+        for (std::size_t k = from; k < to; ++k)
+            broad[f] += total[k] / static_cast<double>(to - from);
+    }
+    const double limit = 1 + 0.8 * (*std::max_element(broad.begin(), broad.end()) - 1);
+    std::size_t best = 0;
+    while (best + 1 < broad.size() && broad[best] < limit)
+        ++best;
+    while (best + 1 < broad.size() && broad[best + 1] > broad[best])
+        ++best;
+    return best;
+}
+
+// The most powerful path through the windows that changes its frequency slowly and stays near the overall one.
+std::vector<std::size_t> FollowFrequency(const Spectra& spectra, std::size_t overall) {
+    constexpr double changeCost = 1200, departureCost = 6;
+    const double centre = spectra.FrequencyOf(static_cast<double>(overall));
+    const auto indexOf = [&](double frequency) {
+        const double index = (frequency - spectra.FrequencyOf(0)) / frequencyStep;
+        return static_cast<int>(std::clamp(index, 0.0, static_cast<double>(spectra.frequencies - 1)));
+    };
+    const int low = indexOf(centre * 0.6), high = indexOf(centre * 1.5);
+    const int states = high - low + 1, windows = static_cast<int>(spectra.power.size());
+    constexpr int reach = 12;
+    std::vector<double> score(static_cast<std::size_t>(states), 0.0), next(score.size());
+    std::vector<std::vector<int>> from(static_cast<std::size_t>(windows), std::vector<int>(score.size(), 0));
+    for (int w = 0; w < windows; ++w) {
+        for (int s = 0; s < states; ++s) {
+            double best = -1e300;
+            const double frequency = spectra.FrequencyOf(low + s);
+            for (int p = std::max(0, s - reach); p <= std::min(states - 1, s + reach); ++p) {
+                const double change = (s - p) * frequencyStep / frequency;
+                const double value = score[static_cast<std::size_t>(p)] - changeCost * change * change;
+                if (value > best) {
+                    best = value;
+                    from[static_cast<std::size_t>(w)][static_cast<std::size_t>(s)] = p;
+                }
+            }
+            const double departure = frequency / centre - 1;
+            const double power = spectra.power[static_cast<std::size_t>(w)][static_cast<std::size_t>(low + s)];
+            next[static_cast<std::size_t>(s)] = best + power - departureCost * departure * departure;
+        }
+        score.swap(next);
+    }
+    auto state = static_cast<int>(std::max_element(score.begin(), score.end()) - score.begin());
+    std::vector<std::size_t> path(static_cast<std::size_t>(windows));
+    for (int w = windows - 1; w >= 0; --w) {
+        path[static_cast<std::size_t>(w)] = static_cast<std::size_t>(low + state);
+        state = from[static_cast<std::size_t>(w)][static_cast<std::size_t>(state)];
+    }
+    return path;
+}
+
+}  // namespace
+
+Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range) {
+    Spacing spacing;
+    std::size_t count = 0;
+    for (const auto& list : impulses)
+        count += list.size();
+    if (count < 8 || range.Length() == 0) return spacing;
+    const Spectra spectra = MakeSpectra(impulses, range);
+    const std::vector<std::size_t> path = FollowFrequency(spectra, OverallFrequency(spectra));
+    std::vector<double> scans, regularity;
+    for (std::size_t w = 0; w < path.size(); ++w) {
+        const std::vector<double>& power = spectra.power[w];
+        double place = static_cast<double>(path[w]);
+        if (path[w] > 0 && path[w] + 1 < power.size()) {
+            const double a = power[path[w] - 1], b = power[path[w]], c = power[path[w] + 1];
+            const double bend = a - 2 * b + c;
+            if (bend < 0) place += std::clamp(0.5 * (a - c) / bend, -0.5, 0.5);
+        }
+        scans.push_back(1 / spectra.FrequencyOf(place));
+        regularity.push_back(power[path[w]]);
+    }
+    spacing.scans = CTrack(range.first, hopScans, std::move(scans));
+    spacing.regularity = CTrack(range.first, hopScans, std::move(regularity));
+    spacing.scans.Smooth(2);
+    spacing.found = true;
+    return spacing;
+}
+
+}  // namespace lanecall

@@ -1,0 +1,18 @@
+// The distance from base to base along the run, in scans.
+#pragma once
+
+#include "lanecall/Impulses.h"
+#include "lanecall/Track.h"
+
+namespace lanecall {
+
+struct Spacing {
+    CTrack scans;       // spacing at a scan
+    CTrack regularity;  // about 1 where the peaks give no rhythm, the greater the clearer it is
+    bool found = false;
+};
+
+// The rhythm is looked for in each channel by itself, so shifts between the channels do not matter.
+Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range);
+
+}  // namespace lanecall

@@ -1,0 +1,42 @@
+#include "lanecall/Track.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace lanecall {
+
+CTrack::CTrack(double firstScan, double stepScans, std::vector<double> knots)
+    : first(firstScan), step(stepScans), values(std::move(knots)) {}
+
+double CTrack::At(double scan) const {
+    if (values.empty()) return 0;
+    const double place = (scan - first) / step;
+    if (!(place > 0)) return values.front();
+    const auto last = static_cast<double>(values.size() - 1);
+    if (place >= last) return values.back();
+    const auto left = static_cast<std::size_t>(place);
+    const double share = place - static_cast<double>(left);
+    return values[left] + share * (values[left + 1] - values[left]);
+}
+
+void CTrack::Smooth(int reach) {
+    const int count = static_cast<int>(values.size());
+    std::vector<double> medians(values.size());
+    std::vector<double> window;
+    for (int i = 0; i < count; ++i) {
+        window.assign(values.begin() + std::max(0, i - reach), values.begin() + std::min(count, i + reach + 1));
+        const auto middle = window.begin() + static_cast<std::ptrdiff_t>(window.size() / 2);
+        std::nth_element(window.begin(), middle, window.end());
+        medians[static_cast<std::size_t>(i)] = *middle;
+    }
+    for (int i = 0; i < count; ++i) {
+        const int from = std::max(0, i - reach), to = std::min(count, i + reach + 1);
+        double sum = 0;
+        for (int k = from; k < to; ++k)
+            sum += medians[static_cast<std::size_t>(k)];
+        values[static_cast<std::size_t>(i)] = sum / (to - from);
+    }
+}
+
+}  // namespace lanecall

@@ -1,0 +1,225 @@
+// The entry points of the library. They hold the one sample of the conversation and the arrays handed out; the work is
+// CCaller's. No exception passes them.
+#include <lanewright/basecaller.h>
+
+#include <exception>
+#include <memory>
+
+#include "lanecall/Caller.h"
+
+#define LANECALL_EXPORT extern "C" __attribute__((visibility("default")))
+
+namespace {
+
+using lanecall::CCaller;
+using lanecall::channelCount;
+
+struct Conversation {
+    CCaller caller;
+    std::string failure;  // what ended a procedure without a text of the caller's own
+
+    std::array<double*, channelCount> channels{};
+    std::vector<PeakRecord> peaks;
+    std::vector<BaseRecord> bases;
+    std::array<std::array<float, 4>, 4> matrix{};
+    std::array<float*, 4> matrixRows{};
+    lanecall::Curves processed;
+    lanecall::Annotation notes;
+};
+
+std::unique_ptr<Conversation> conversation;
+
+// Runs `work` with the conversation, if there is one and nothing goes wrong; else gives `otherwise`.
+template <class Result, class Work>
+Result Guarded(Result otherwise, Work work) noexcept {
+    try {
+        if (conversation) return work(*conversation);
+    } catch (const std::exception&) {
+        // The caller of a C function can only be told by its result.
+    }
+    return otherwise;
+}
+
+void FillBases(Conversation& talk) {
+    const auto& calls = talk.caller.Calls();
+    const auto& qualities = talk.caller.Qualities();
+    talk.peaks.assign(calls.size(), PeakRecord{});
+    talk.bases.assign(calls.size(), BaseRecord{});
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        talk.peaks[i].position = static_cast<float>(calls[i].scan);
+        BaseRecord& base = talk.bases[i];
+        base.letter = talk.caller.LetterOf(calls[i].channel);
+        base.peakCount = 1;
+        base.quality = i < qualities.size() ? static_cast<float>(qualities[i]) : 0;
+        base.peaks = &talk.peaks[i];
+        const auto scan = static_cast<std::size_t>(calls[i].scan);
+        for (std::size_t c = 0; c < channelCount; ++c)
+            base.strengths[c] = static_cast<float>(std::max(0.0, talk.caller.Processed()[c][scan]));
+    }
+}
+
+}  // namespace
+
+LANECALL_EXPORT const char* GetBaseCallerCod(void) {
+    return "LC1";
+}
+
+LANECALL_EXPORT int32_t GetNumOfProcedures(void) {
+    return lanecall::procedureCount;
+}
+
+LANECALL_EXPORT const char* GetProgramName(void) {
+    return "Lanecall";
+}
+
+// The measurements fall off along the way, so they are made whether they are asked for or not.
+LANECALL_EXPORT void SetIfAnnotate(int32_t) {}
+
+LANECALL_EXPORT void SetNumSamples(int32_t) {
+    conversation.reset();
+    try {
+        conversation = std::make_unique<Conversation>();
+    } catch (const std::exception&) {
+        // Without a conversation every procedure fails.
+    }
+}
+
+LANECALL_EXPORT void SetRawData(int32_t, double** arrays, int32_t channels, int32_t scans, float,
+                                const char* baseOrder) {
+    Guarded(0, [&](Conversation& talk) {
+        talk.caller.TakeTrace(arrays, channels, scans, baseOrder);
+        return 1;
+    });
+}
+
+LANECALL_EXPORT void SetSignalRange(int32_t, int32_t first, int32_t last) {
+    Guarded(0, [&](Conversation& talk) {
+        talk.caller.TakeRange(first, last);
+        return 1;
+    });
+}
+
+// The width follows from the trace itself.
+LANECALL_EXPORT void SetApproxiamtePeakWidth(int32_t, int32_t) {}
+
+LANECALL_EXPORT void SetSpecSepMatrix(int32_t, float** rows) {
+    Guarded(0, [&](Conversation& talk) {
+        talk.caller.TakeMatrix(rows);
+        return 1;
+    });
+}
+
+LANECALL_EXPORT int32_t ExecuteProcedure(int32_t, int32_t procedure, int32_t) {
+    return Guarded(0, [&](Conversation& talk) {
+        talk.failure = "The base caller ran out of memory";
+        const bool ok = talk.caller.Run(procedure);
+        talk.failure.clear();
+        return ok ? 1 : 0;
+    });
+}
+
+LANECALL_EXPORT const char* ReportProblem(int32_t, int32_t*, double*) {
+    const char* none = "No sample was handed over";
+    return Guarded(none, [&](Conversation& talk) {
+        return talk.failure.empty() ? talk.caller.Problem().c_str() : talk.failure.c_str();
+    });
+}
+
+LANECALL_EXPORT double** PeekProcessedTrace(int32_t, int32_t*, int32_t* first, int32_t* end) {
+    *first = *end = 0;
+    return Guarded<double**>(nullptr, [&](Conversation& talk) {
+        talk.processed = talk.caller.Processed();
+        for (std::size_t c = 0; c < channelCount; ++c)
+            talk.channels[c] = talk.processed[c].data();
+        *first = talk.caller.Range().first;
+        *end = talk.caller.Range().end;
+        return talk.channels.data();
+    });
+}
+
+LANECALL_EXPORT BaseRecord* ReportSequence(int32_t, int32_t* count, int32_t* firstGood, int32_t* lastGood,
+                                           float* overall) {
+    *count = *firstGood = *lastGood = 0;
+    *overall = 0;
+    return Guarded<BaseRecord*>(nullptr, [&](Conversation& talk) {
+        FillBases(talk);
+        *count = static_cast<int32_t>(talk.bases.size());
+        *firstGood = talk.caller.Good().first;
+        *lastGood = talk.caller.Good().last;
+        *overall = static_cast<float>(talk.caller.Overall());
+        return talk.bases.data();
+    });
+}
+
+LANECALL_EXPORT float** ReportSpecSeparatnMatrixUsed(int32_t) {
+    return Guarded<float**>(nullptr, [](Conversation& talk) -> float** {
+        if (!talk.caller.MatrixUsed()) return nullptr;
+        for (std::size_t r = 0; r < 4; ++r) {
+            for (std::size_t c = 0; c < 4; ++c)
+                talk.matrix[r][c] = static_cast<float>((*talk.caller.MatrixUsed())[r][c]);
+            talk.matrixRows[r] = talk.matrix[r].data();
+        }
+        return talk.matrixRows.data();
+    });
+}
+
+LANECALL_EXPORT void ReportSignalRangeForRawData(int32_t, int32_t* start, int32_t* end) {
+    Guarded(0, [&](Conversation& talk) {
+        *start = talk.caller.Range().first;
+        *end = talk.caller.Range().end;
+        return 1;
+    });
+}
+
+LANECALL_EXPORT int32_t ReportSignalToNoise(int32_t, int32_t** zones, int32_t** values) {
+    return Guarded(0, [&](Conversation& talk) {
+        talk.notes = talk.caller.Notes();
+        *zones = talk.notes.zones.data();
+        *values = talk.notes.zoneValues.data();
+        return static_cast<int>(talk.notes.zones.size() / 2);
+    });
+}
+
+LANECALL_EXPORT int32_t ReportFWHMSpacing(int32_t, float** fwhm, int32_t** gaps, int32_t** positions) {
+    return Guarded(0, [&](Conversation& talk) {
+        talk.notes = talk.caller.Notes();
+        *fwhm = talk.notes.fwhm.data();
+        *gaps = talk.notes.gaps.data();
+        *positions = talk.notes.positions.data();
+        return static_cast<int>(talk.notes.positions.size());
+    });
+}
+
+// The current is not corrected.
+LANECALL_EXPORT int32_t ReportNumCurrFix(int32_t) {
+    return 0;
+}
+
+// One separation for the whole read.
+LANECALL_EXPORT int32_t ReportSpecSepDepth(int32_t) {
+    return Guarded(0, [](Conversation& talk) { return talk.caller.MatrixUsed() ? 1 : 0; });
+}
+
+LANECALL_EXPORT void ReportSpecSepQual(int32_t, float* overall, float* channels) {
+    Guarded(0, [&](Conversation& talk) {
+        const lanecall::Annotation& notes = talk.caller.Notes();
+        *overall = notes.separationQuality;
+        for (std::size_t c = 0; c < channelCount; ++c)
+            channels[c] = static_cast<float>(notes.separationQualities[c]);
+        return 1;
+    });
+}
+
+LANECALL_EXPORT void ReportTrueStartStopPoints(int32_t, int32_t* start, int32_t* stop) {
+    Guarded(0, [&](Conversation& talk) {
+        const auto& calls = talk.caller.Calls();
+        if (calls.empty()) return 0;
+        *start = static_cast<int32_t>(calls.front().scan);
+        *stop = static_cast<int32_t>(calls.back().scan);
+        return 1;
+    });
+}
+
+LANECALL_EXPORT void CleanUp(void) {
+    conversation.reset();
+}
