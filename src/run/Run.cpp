@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "discovery/SplitPath.h"
+#include "platform/Files.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
@@ -12,6 +13,13 @@ namespace {
 std::int32_t UnitsFor(std::size_t samples, const CBaseCallerSet& set, const std::vector<std::string>& callerNames) {
     const std::size_t callers = std::max<std::size_t>(callerNames.size(), 1);
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(samples * set.sampleSwitches.size() * callers));
+}
+
+// The plate folder of a single file. A path without a separator names a file of the working folder.
+std::string FolderOf(std::string path) {
+    if (path.find_first_of("\\/") == std::string::npos) return platform::CurrentFolder().value_or(".");
+    SplitPath(path);
+    return path;
 }
 
 // Runs `pass` with each library asked for in turn, or once with the one that binding left current. A name that cannot
@@ -50,9 +58,7 @@ std::int32_t CRunDriver::RunFiles(const std::vector<std::string>& callerNames) {
     std::int32_t result = 1;
     std::unique_ptr<CPlate> plate;
     for (const std::string& path : inputFiles) {
-        std::string folder = path;
-        SplitPath(folder);
-        OpenPlate(folder, plate);
+        OpenPlate(FolderOf(path), plate);
         result = RunFile(path, *plate, callerNames, result);
     }
     return result;
