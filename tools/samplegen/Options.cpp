@@ -2,7 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iostream>
+
+#include "commandline/Help.h"
 
 namespace samplegen {
 
@@ -19,10 +20,9 @@ constexpr const char* about =
     "\n"
     "Up to 96 wells are a plate of 12 columns and 8 rows, more are one of 24 and 16; wells\n"
     "are filled row by row. The same options give the same files, byte for byte, on every\n"
-    "machine, and a well keeps its read when the number of wells changes.";
+    "machine, and a well keeps its bases when the number of wells changes.";
 
 constexpr const char* notes =
-    "\n"
     "The matrix has one row a channel and one column a dye, both named by their base: a row\n"
     "tells how far each of the four dyes shows in that channel.\n"
     "\n"
@@ -46,6 +46,31 @@ std::string CheckPlateName(const std::string& name) {
     return good ? "" : "must be 1 to 17 letters, digits, '-' and '_'";
 }
 
+// Also refuses what is no number, which a plain range lets pass.
+CLI::Validator Within(double low, double high, const std::string& text) {
+    return CLI::Validator(
+        [=](const std::string& given) {
+            double value = 0;
+            const bool inside = CLI::detail::lexical_cast(given, value) && value >= low && value <= high;
+            return inside ? std::string() : given + " is not in the range " + text;
+        },
+        "");
+}
+
+CLI::Validator OneOf(const std::string& one, const std::string& other) {
+    return CLI::Validator(
+        [=](const std::string& given) {
+            return given == one || given == other ? "" : given + " is neither " + one + " nor " + other;
+        },
+        "");
+}
+
+// The conversion alone would let minus signs and any number of digits pass.
+std::string CheckSeed(const std::string& given) {
+    const bool good = given.size() <= 19 && given.find_first_not_of("0123456789") == std::string::npos;
+    return good ? "" : given + " is no whole number of up to 19 digits";
+}
+
 void AddPlateOptions(CLI::App& app, Options& options) {
     const char* group = "Plate";
     app.add_option("folder", options.folder, "Where the files go")->required()->type_name("FOLDER");
@@ -54,37 +79,43 @@ void AddPlateOptions(CLI::App& app, Options& options) {
         ->type_name("NAME")
         ->group(group);
     app.add_option("-w,--wells", options.wells, "Number of wells, 1 to 384")
-        ->check(CLI::Range(1, 384).description(""))
+        ->check(Within(1, 384, "1 to 384"))
         ->type_name("N")
         ->group(group);
     app.add_option("--failed", options.failedWells, "How many of the wells give no signal")
-        ->check(CLI::Range(0, 384).description(""))
+        ->check(Within(0, 384, "0 to 384"))
         ->type_name("N")
         ->group(group);
     app.add_option("--saturated", options.saturatedWells, "How many more drive the detector to its limit")
-        ->check(CLI::Range(0, 384).description(""))
+        ->check(Within(0, 384, "0 to 384"))
         ->type_name("N")
         ->group(group);
-    app.add_option("-s,--seed", options.seed, "Number that all chance comes from")->type_name("N")->group(group);
+    app.add_option("-s,--seed", options.seed, "Number that all chance comes from")
+        ->check(CLI::Validator(CheckSeed, ""))
+        ->type_name("N")
+        ->group(group);
 }
 
 void AddFileOptions(CLI::App& app, Options& options) {
     const char* group = "Files";
-    app.add_option("--form", options.form, "Extension: rsd or esd")
-        ->check(CLI::IsMember({"rsd", "esd"}).description(""))
+    app.add_option("--form", options.form, "Extension, rsd or esd")
+        ->check(OneOf("rsd", "esd"))
         ->type_name("FORM")
         ->group(group);
-    app.add_option("--version", options.version, "Version of the file form: 1.1 or 1.2")
-        ->check(CLI::IsMember({"1.1", "1.2"}).description(""))
+    app.add_option("--version", options.version, "Version of the file form, 1.1 or 1.2")
+        ->check(OneOf("1.1", "1.2"))
         ->type_name("VERSION")
         ->group(group);
-    app.add_flag("!--no-tree", options.tree, "Write no property tree, only the trailer")->group(group);
+    app.add_flag_callback(
+           "--no-tree", [&options] { options.tree = false; }, "Write no property tree, only the trailer")
+        ->disable_flag_override()
+        ->group(group);
 }
 
 void AddTraceOptions(CLI::App& app, Options& options) {
     const char* group = "Traces";
     app.add_option("-b,--bases", options.bases, "Bases a read, 20 to 2000")
-        ->check(CLI::Range(20, 2000).description(""))
+        ->check(Within(20, 2000, "20 to 2000"))
         ->type_name("N")
         ->group(group);
     app.add_option("-o,--base-order", options.baseOrder, "Bases of channels 1 to 4")
@@ -92,17 +123,17 @@ void AddTraceOptions(CLI::App& app, Options& options) {
         ->type_name("LETTERS")
         ->group(group);
     app.add_option("-r,--scan-rate", options.scanRate,
-                   "Index of the scan rate, 0 to 4: 1.76, 2.89, 1.76, 3.52 or\n2.88 scans a second")
-        ->check(CLI::Range(0, 4).description(""))
+                   "Index of the scan rate, 0 to 4: 1.76, 2.89, 1.76, 3.52\nor 2.88 scans a second")
+        ->check(Within(0, 4, "0 to 4"))
         ->type_name("INDEX")
         ->group(group);
     app.add_option("-n,--noise", options.noise,
-                   "Noise without light, in counts, 0 to 1000; a usual peak\nof the first bases has 2500")
-        ->check(CLI::Range(0.0, 1000.0).description(""))
+                   "Noise without light, in counts, 0 to 1000, where the\nfirst peaks have some 2500")
+        ->check(Within(0, 1000, "0 to 1000"))
         ->type_name("COUNTS")
         ->group(group);
-    app.add_option("-m,--mobility", options.mobility, "Greatest shift between the dyes, in bases, 0 to 2")
-        ->check(CLI::Range(0.0, 2.0).description(""))
+    app.add_option("-m,--mobility", options.mobility, "Greatest shift between the dyes, 0 to 2 bases")
+        ->check(Within(0, 2, "0 to 2"))
         ->type_name("BASES")
         ->group(group);
 }
@@ -114,18 +145,14 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
     CLI::App app(about, "samplegen");
     app.footer(notes);
     app.option_defaults()->always_capture_default();
-    app.get_formatter()->column_width(30);
     AddPlateOptions(app, options);
     AddFileOptions(app, options);
     AddTraceOptions(app, options);
-    try {
-        app.parse(argc, argv);
+    app.callback([&options] {
         if (options.failedWells + options.saturatedWells > options.wells)
             throw CLI::ValidationError("--failed and --saturated", "more wells than the plate has");
-    } catch (const CLI::ParseError& error) {
-        exitCode = app.exit(error, std::cout, std::cerr) == 0 ? 0 : 1;
-        return std::nullopt;
-    }
+    });
+    if (!commandline::Parse(app, argc, argv, exitCode)) return std::nullopt;
     return options;
 }
 

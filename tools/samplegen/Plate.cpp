@@ -54,10 +54,16 @@ std::string FastaRecord(const std::string& name, const std::string& bases) {
     return record;
 }
 
+// The stream of chance of a well, which it has on plates of either size.
+std::uint64_t WellStream(int well, int wells) {
+    const int row = well / PlateColumns(wells), column = well % PlateColumns(wells);
+    return static_cast<std::uint64_t>(100 * row + column + 1);
+}
+
 // Writes the sample of one well and gives its bases.
 std::string WriteWell(const Options& options, int well, WellKind kind, const std::string& path) {
     const double scansPerSecond = ScansPerSecond(options.scanRate);
-    CRandom random(options.seed, static_cast<std::uint64_t>(well) + 1);
+    CRandom random(options.seed, WellStream(well, options.wells));
     const Read read = MakeRead(options, kind, scansPerSecond, random);
     const std::vector<ScanRecord> scans = RecordRun(read, options.noise, scansPerSecond, random);
     const CSampleInfo info = DescribeSample(options, well, scans, scansPerSecond);
