@@ -1,10 +1,9 @@
-// Descriptions of a sample that the trace files share, and the settings of its run.
+// Descriptions of a sample that the trace files share.
 #pragma once
 
 #include <string>
 
-#include "run/Plate.h"
-#include "run/RunDriver.h"
+#include "run/RunSettings.h"
 #include "samplestore/SampleFile.h"
 
 // "Quillion # " and the machine's id, "N/A" for an empty one.
@@ -19,11 +18,6 @@ inline const std::string& SampleLabel(const CSampleInfo& info) {
 
 // Name of the library that called the bases; empty when nobody did.
 std::string CallerName(const CProcessedTrace& trace);
-
-// The settings of the sample's run; null outside a run.
-inline const CBaseCallerSet* RunSettings(const CSampleFile& sample) {
-    return sample.plate->driver ? sample.plate->driver->baseCallers.get() : nullptr;
-}
 
 // Where a sample without a processed trace would lie in the output tree.
 inline std::string FailedSourcePath(const CSampleFile& sample) {

@@ -1,0 +1,33 @@
+#include "plugins/BaseCaller.h"
+
+#include <lanewright/basecaller.h>
+#include <utility>
+
+#include "platform/Files.h"
+
+std::int32_t CBaseCaller::Load() {
+    // A library may read files of its own that lie beside it.
+    const auto workingFolder = platform::CurrentFolder();
+    platform::SetCurrentFolder(folder);
+    platform::Library loaded;
+    const bool isLoaded = loaded.Open(folder + '\\' + fileName);
+    if (isLoaded) {
+        // Only now is an earlier load let go of, so a library that is loaded already stays so with all its state.
+        module = std::move(loaded);
+        ReadFolderSuffix();
+    }
+    if (workingFolder) platform::SetCurrentFolder(*workingFolder);
+    return isLoaded ? 1 : 0;
+}
+
+void CBaseCaller::Unload() {
+    if (!module.IsOpen()) return;
+    if (const auto cleanUp = reinterpret_cast<decltype(&::CleanUp)>(module.Symbol("CleanUp"))) cleanUp();
+    module.Close();
+}
+
+void CBaseCaller::ReadFolderSuffix() {
+    const auto getCode = reinterpret_cast<decltype(&::GetBaseCallerCod)>(module.Symbol("GetBaseCallerCod"));
+    const char* code = getCode ? getCode() : nullptr;
+    folderSuffix = std::string("_") + (code ? code : "N") + "_QX1";
+}

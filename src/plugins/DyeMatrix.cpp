@@ -1,0 +1,102 @@
+// The dye matrix file:
+//
+//   Where            What
+//   bytes 0 to 3     the order of the file's rows and columns: A, C, T and G in upper case, each once
+//   rest of line 1   ignored, the line feed with it
+//   behind it        16 decimal numbers with any white space between them, row after row
+//
+// The number in row i, column j of the file is the one of the letters i and j of its first line. Anything else, numbers
+// that are missing or do not fit a 32-bit float, makes the file a damaged one.
+#include "plugins/DyeMatrix.h"
+
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <string_view>
+
+#include "platform/Ascii.h"
+#include "platform/Files.h"
+#include "plugins/BaseCallerSet.h"
+
+namespace {
+
+constexpr std::string_view rowOrder = "ACTG";
+constexpr const char* installedFile = "C://Program Files//Corvane Instrument//Quillion//bin//dyeMethod1.ini";
+constexpr const char* fileName = "dyeMethod1.ini";
+
+using RowIndices = std::array<std::size_t, 4>;
+
+// The index in the matrix of each row of the file; nothing unless all four are there.
+std::optional<RowIndices> TakeOrder(std::string_view& text) {
+    RowIndices order{};
+    std::array<bool, 4> seen{};
+    if (text.size() < order.size()) return std::nullopt;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const std::size_t row = rowOrder.find(text[i]);
+        if (row == std::string_view::npos || seen[row]) return std::nullopt;
+        seen[row] = true;
+        order[i] = row;
+    }
+    text.remove_prefix(order.size());
+    return order;
+}
+
+std::optional<float> TakeNumber(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\v\f"), text.size()));
+    // A plus sign is for people; the conversion knows the minus sign only.
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+    float number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || !std::isfinite(number)) return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return number;
+}
+
+std::optional<Matrix4> ParseMatrix(std::string_view text) {
+    const auto order = TakeOrder(text);
+    if (!order) return std::nullopt;
+    platform::TakeLine(text);
+    Matrix4 matrix{};
+    for (const std::size_t row : *order) {
+        for (const std::size_t column : *order) {
+            const auto number = TakeNumber(text);
+            if (!number) return std::nullopt;
+            matrix[row][column] = *number;
+        }
+    }
+    return matrix;
+}
+
+}  // namespace
+
+CDyeMatrix::CDyeMatrix() {
+    SetIdentity();
+}
+
+void CDyeMatrix::SetIdentity() {
+    values = {};
+    for (std::size_t i = 0; i < values.size(); ++i)
+        values[i][i] = 1.0f;
+}
+
+void CDyeMatrix::Parse(const std::string& text) {
+    SetIdentity();
+    if (const auto matrix = ParseMatrix(text)) values = *matrix;
+}
+
+float** CDyeMatrix::RowPointers() {
+    handedOut = values;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i] = handedOut[i].data();
+    return rows.data();
+}
+
+void CBaseCallerSet::ReadDyeMatrix() {
+    if (!dyeMatrix) dyeMatrix = std::make_unique<CDyeMatrix>();
+    std::string text;
+    if (platform::ReadFile(installedFile, text) == 0 ||
+        platform::ReadFile(platform::BesideProgram(fileName), text) == 0)
+        dyeMatrix->Parse(text);
+    else
+        dyeMatrix->SetIdentity();
+}
