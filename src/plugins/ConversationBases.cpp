@@ -16,8 +16,14 @@ std::span<const PeakRecord> UsablePeaks(const BaseRecord& record) {
     return {record.peaks, record.peakCount > mostPeaks ? 1 : static_cast<std::size_t>(record.peakCount)};
 }
 
-// Keeps the region inside the list: exports index by it.
+// Keeps the region inside the list, which every reader of it relies on. Without bases it is as reported.
 void SetGoodRegion(CCalledBases& bases, std::int32_t first, std::int32_t last) {
+    if (bases.Count() == 0) {
+        bases.goodStart = first;
+        bases.goodLength =
+            static_cast<std::int32_t>(static_cast<std::uint32_t>(last) - static_cast<std::uint32_t>(first));
+        return;
+    }
     bases.goodStart = std::clamp(first, 0, bases.Count());
     const std::int64_t length = std::int64_t{last} - first;
     bases.goodLength = static_cast<std::int32_t>(std::clamp<std::int64_t>(length, 0, bases.Count() - bases.goodStart));
