@@ -17,10 +17,10 @@ const std::array<Dye, channelCount>& Dyes() {
 // Neighbours in the spectrum show most in each other, and more on the red side than on the blue.
 const Matrix4& CrossTalk() {
     static constexpr Matrix4 matrix = {{
-        {1.00f, 0.12f, 0.03f, 0.00f},
-        {0.38f, 1.00f, 0.17f, 0.04f},
-        {0.09f, 0.41f, 1.00f, 0.21f},
-        {0.02f, 0.08f, 0.36f, 1.00f},
+        {1.00f, 0.15f, 0.03f, 0.01f},
+        {0.55f, 1.00f, 0.22f, 0.05f},
+        {0.14f, 0.52f, 1.00f, 0.28f},
+        {0.03f, 0.11f, 0.45f, 1.00f},
     }};
     return matrix;
 }

@@ -40,7 +40,7 @@ double SpacingDrift(double n) {
 
 // Width at base n as a part of the spacing: peaks broaden until they run together.
 double RelativeWidth(double n) {
-    return 0.25 + 0.00022 * n;
+    return 0.25 + 0.0003 * n;
 }
 
 // Long fragments are few.

@@ -1,0 +1,79 @@
+// The tools as a user runs them.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include "samplestore/SampleFixture.h"
+
+namespace {
+
+class Tools : public sampletest::SampleTest {
+  protected:
+    // Runs the program in the temporary folder and gives its exit code; what it prints goes to a file.
+    int Run(const std::string& program) const {
+        const int status = std::system(("cd " + Path("") + " && " + program + " > printed 2>&1").c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    CSampleInfo info;
+    std::vector<ScanRecord> scans;
+
+    // The letters of the highest channel at all peaks behind scan `first`: far apart, they need no better base caller.
+    std::string PlainCall(std::size_t first) const {
+        const auto top = [&](std::size_t scan) {
+            std::pair<std::int64_t, std::size_t> highest{150, 0};
+            for (std::size_t c = 1; c <= 4; ++c)
+                highest = std::max(highest, {std::int64_t{scans[scan].words[c]} - scans[first].words[c], c});
+            return highest;
+        };
+        std::string letters;
+        for (std::size_t s = first + 1; s + 1 < scans.size(); ++s)
+            if (const auto [height, c] = top(s); c > 0 && height > top(s - 1).first && height >= top(s + 1).first)
+                letters += info.channelBase[c - 1][0];
+        return letters;
+    }
+};
+
+TEST_F(Tools, SamplesHoldWhatTheTruthSays) {
+    ASSERT_EQ(Run(SAMPLEGEN_PROGRAM " p -w 5 -b 40 --failed 2 --saturated 1 -o GATC -m 0 -n 0 -r 3"), 0);
+    EXPECT_TRUE(temp.Read("p/dyeMethod1.ini").starts_with("GATC"));
+    const std::string truth = temp.Read("p/truth.fasta");
+    int failed = 0, saturated = 0;
+    for (const std::string name : {"synthA01", "synthA02", "synthA03", "synthA04", "synthA05"}) {
+        sampletest::ReadBack(Path("p/" + name + ".rsd"), info, scans);
+        EXPECT_EQ(sampletest::XorOfFile(Path("p/" + name + ".rsd")), 0u);
+        EXPECT_TRUE("synth" + info.wellId == name && info.scanCount == scans.size()) << name << " " << info.wellId;
+        const std::string call = PlainCall(2500);
+        const std::size_t at = truth.find(">" + name);
+        saturated += info.saturated;
+        failed += at == std::string::npos && call.empty();
+        EXPECT_TRUE(info.saturated || at == std::string::npos || call.ends_with(truth.substr(at + 19, 40))) << call;
+    }
+    EXPECT_EQ(failed + 10 * saturated, 12);
+}
+
+TEST_F(Tools, FormsOfFilesAndTheSameSeed) {
+    for (const std::string folder : {"a", "b"})
+        ASSERT_EQ(Run(SAMPLEGEN_PROGRAM " " + folder + " -w 97 -b 20 -p xyz --form esd --version 1.1 --no-tree -s 7"),
+                  0);
+    EXPECT_EQ(temp.Read("a/xyzE01.esd"), temp.Read("b/xyzE01.esd"));
+    sampletest::ReadBack(Path("a/xyzE01.esd"), info, scans);
+    EXPECT_EQ(temp.Read("a/xyzE01.esd").size(), scans.size() * scanRecordSize + 632);
+    EXPECT_EQ(info.version + static_cast<float>(info.plateRows), 17.1f);
+    for (const std::string bad : {"", "c -b 19", "c -o AACG", "c -n nan", "c -w 2 --failed 3", "c -s -1", "no/such"})
+        EXPECT_TRUE(Run(SAMPLEGEN_PROGRAM " " + bad) == 1 && !temp.Has("c")) << bad;
+}
+
+TEST_F(Tools, CallsAreHeldAgainstTheTruth) {
+    temp.Write("t/truth.fasta", ">p1A01 20 bases\nACGTTGCAAC\nCATGGATCCT\n>p1A02\nGATTACAGATTACA\n");
+    // A junk head and tail, a substitution, an insertion and a deletion; then one whose ends were not called.
+    temp.Write("t/FA/p1A01.seq", ">/out/my plate/p1A01.esd\t26\tQuillion\r\nNNNaCGTTGNAACC\r\nATTGGATCTNNN\r\n");
+    temp.Write("t/more.fasta", ">p1A02.rsd\nTTACAGATTA\n>p1B01\nA\n");
+    EXPECT_EQ(Run(CALLS_AGREE_PROGRAM " t/truth.fasta t --at-least 90 --cover 88"), 0);
+    for (const char* part : {"20       26       20       18       1       1       1     85.71 %\np1A02 ",
+                             "10       10       10       0       0       0    100.00 %\n", "a truth: p1B01\n"})
+        EXPECT_NE(temp.Read("printed").find(part), std::string::npos) << temp.Read("printed");
+    for (const std::string bad : {"t --at-least 91", "t --cover 90", "t/more.fasta", "t/none.seq", "t/FA t/none", ""})
+        EXPECT_EQ(Run(CALLS_AGREE_PROGRAM " t/truth.fasta " + bad), 1) << bad;
+}
+
+}  // namespace
