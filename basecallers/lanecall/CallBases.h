@@ -7,12 +7,13 @@
 namespace lanecall {
 
 struct Call {
-    double scan = 0;   // where the base stands, after the dyes' shifts were taken out
-    int channel = -1;  // the channel with the strongest peak there
+    double scan = 0;     // where the base stands, after the dyes' shifts were taken out
+    int channel = -1;    // the channel with the strongest peak there
+    double spacing = 0;  // the distance between bases hereabouts, in scans
 };
 
-// The row of bases that fits best: strong peaks are on it, and from base to base it keeps near the spacing. `sharp` are
-// sharpened curves in which a usual peak is about 1.
+// The row of bases that fits best: strong peaks are on it, and from base to base it keeps near a spacing that changes
+// slowly and lies near the given one. `sharp` are sharpened curves in which a usual peak is about 1.
 std::vector<Call> CallBases(const Curves& sharp, ScanRange range, const CTrack& spacing);
 
 }  // namespace lanecall

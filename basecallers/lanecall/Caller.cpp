@@ -57,27 +57,11 @@ bool CCaller::Run(int procedure) {
     if (procedure != done)
         return Fail("Procedure " + std::to_string(procedure) + " was asked for when " + std::to_string(done) +
                     " was due");
-    bool ok = false;
-    switch (static_cast<Procedure>(procedure)) {
-        case Procedure::prepare:
-            ok = Prepare();
-            break;
-        case Procedure::separate:
-            ok = SeparateDyes();
-            break;
-        case Procedure::align:
-            ok = Align();
-            break;
-        case Procedure::shape:
-            ok = Shape();
-            break;
-        case Procedure::call:
-            ok = CallRead();
-            break;
-        case Procedure::judge:
-            ok = Judge();
-            break;
-    }
+    static constexpr bool (CCaller::*procedures[procedureCount])() = {&CCaller::Prepare, &CCaller::SeparateDyes,
+                                                                      &CCaller::Measure, &CCaller::SharpenPeaks,
+                                                                      &CCaller::Align,   &CCaller::CallRead};
+    if (procedure >= procedureCount) return Fail("There is no procedure " + std::to_string(procedure));
+    const bool ok = (this->*procedures[procedure])();
     if (ok) ++done;
     return ok;
 }
@@ -142,35 +126,51 @@ bool CCaller::SeparateDyes() {
             for (std::size_t c = 0; c < channelCount; ++c)
                 (*matrixUsed)[(*indices)[r]][(*indices)[c]] = matrix[r][c];
     }
+    for (std::size_t c = 0; c < channelCount; ++c)
+        rawNoise[c] = NoiseOf(curves[c], range);
     MeasureZones(notes, curves, range, 10);
     return true;
 }
 
-bool CCaller::Align() {
+bool CCaller::Measure() {
+    constexpr double smoothingShare = 0.2;  // of the spacing: less leaves noise, more joins neighbours
+    const Spacing rough = EstimateSpacing(impulses, range);
+    if (!rough.found) return Fail("No bases: the signal shows too few peaks to find their spacing");
+    const double usual = rough.scans.At(0.5 * (range.first + range.end));
+    impulses = FindImpulses(Bend(curves, range, std::max(bendSmoothing, smoothingShare * usual)), range);
     spacing = EstimateSpacing(impulses, range);
-    if (!spacing.found) return Fail("No bases: the signal shows too few peaks to find their spacing");
-    const ShiftTracks shifts = EstimateMobility(impulses, spacing);
-    ShiftCurves(curves, shifts);
-    ShiftImpulses(impulses, shifts);
+    if (!spacing.found) spacing = rough;
+    const LevelTracks levels = EstimateLevels(curves, impulses, range);
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        noise[c] = levels[c];
+        for (std::size_t k = 0; k < noise[c].Size(); ++k)
+            noise[c][k] = rawNoise[c] / levels[c][k];
+    }
+    DivideByLevels(curves, levels);
+    widths = EstimateWidth(curves, impulses, spacing);
     return true;
 }
 
-bool CCaller::Shape() {
-    DivideByLevels(curves, EstimateLevels(curves, impulses, range));
-    widths = EstimateWidth(curves, impulses, spacing);
+bool CCaller::SharpenPeaks() {
     for (std::size_t c = 0; c < channelCount; ++c)
-        sharp[c] = Sharpen(curves[c], range, widths, spacing.scans, NoiseOf(curves[c], range));
+        sharp[c] = Sharpen(curves[c], range, widths, spacing.scans, noise[c]);
+    return true;
+}
+
+bool CCaller::Align() {
+    impulses = FindImpulses(sharp, range);
+    const Spacing fine = EstimateSpacing(impulses, range);
+    if (fine.found) spacing = fine;
+    const ShiftTracks shifts = EstimateMobility(impulses, spacing);
+    ShiftCurves(curves, shifts);
+    ShiftCurves(sharp, shifts);
     return true;
 }
 
 bool CCaller::CallRead() {
+    constexpr int measureStep = 200;
     calls = CallBases(sharp, range, spacing.scans);
     if (calls.size() < fewestBases) return Fail("The read is too short: " + std::to_string(calls.size()) + " bases");
-    return true;
-}
-
-bool CCaller::Judge() {
-    constexpr int measureStep = 200;
     qualities = JudgeCalls(calls, sharp, spacing.scans);
     good = FindGoodRegion(qualities);
     MeasureSpacing(notes, range, widths, spacing.scans, measureStep);

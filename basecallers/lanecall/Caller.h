@@ -11,8 +11,6 @@
 
 namespace lanecall {
 
-// The procedures in the order in which they run; each needs the one before it.
-enum class Procedure { prepare, separate, align, shape, call, judge };
 constexpr int procedureCount = 6;
 
 class CCaller {
@@ -25,7 +23,7 @@ class CCaller {
     // Rows and columns in the order A, C, T, G.
     void TakeMatrix(const float* const* rows);
 
-    // Runs one procedure; false when it failed, and Problem tells why.
+    // Runs one procedure, in the order of their numbers; false when it failed, and Problem tells why.
     bool Run(int procedure);
     const std::string& Problem() const { return problem; }
 
@@ -45,10 +43,10 @@ class CCaller {
   private:
     bool Prepare();
     bool SeparateDyes();
+    bool Measure();
+    bool SharpenPeaks();
     bool Align();
-    bool Shape();
     bool CallRead();
-    bool Judge();
     bool Fail(std::string text);
     // Index in A, C, T, G of each channel, or none when the letters are not those four.
     std::optional<std::array<std::size_t, channelCount>> BaseIndices() const;
@@ -62,8 +60,10 @@ class CCaller {
     Curves curves;  // raw at first, processed in the end
     ScanRange range;
     std::optional<Matrix> matrixUsed;
+    PerChannel rawNoise{};
     ImpulseLists impulses;
     Spacing spacing;
+    std::array<CTrack, channelCount> noise;  // deviation of the noise where a usual peak is 1
     CTrack widths;
     Curves sharp;
     std::vector<Call> calls;

@@ -27,20 +27,27 @@ double HeightNear(const Curve& curve, const std::vector<Impulse>& impulses, doub
 }  // namespace
 
 LevelTracks EstimateLevels(const Curves& curves, const ImpulseLists& impulses, ScanRange range) {
-    std::array<std::vector<double>, channelCount> levels;
+    std::vector<PerChannel> seen;
+    std::vector<double> greatest;
     double last = 1;
     for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
         PerChannel here{};
         for (std::size_t c = 0; c < channelCount; ++c)
             here[c] = HeightNear(curves[c], impulses[c], middle);
-        const double greatest = *std::max_element(here.begin(), here.end());
-        if (greatest > 0) last = greatest;
-        for (std::size_t c = 0; c < channelCount; ++c)
-            levels[c].push_back(std::max({here[c], leastShare * last, 1e-12}));
+        const double most = *std::max_element(here.begin(), here.end());
+        if (most > 0) last = most;
+        seen.push_back(here);
+        greatest.push_back(last);
     }
     LevelTracks tracks;
     for (std::size_t c = 0; c < channelCount; ++c) {
-        tracks[c] = CTrack(range.first, hopScans, std::move(levels[c]));
+        std::vector<double> shares, levels;
+        for (std::size_t k = 0; k < seen.size(); ++k)
+            shares.push_back(seen[k][c] / greatest[k]);
+        const double least = std::max(leastShare, 0.5 * Quantile(shares, 0.5));
+        for (std::size_t k = 0; k < seen.size(); ++k)
+            levels.push_back(std::max(seen[k][c], least * greatest[k]));
+        tracks[c] = CTrack(range.first, hopScans, std::move(levels));
         tracks[c].Smooth(1);
     }
     return tracks;

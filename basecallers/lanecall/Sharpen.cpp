@@ -36,12 +36,16 @@ std::vector<double> MakeFilter(double width, double target, double noisePower) {
     return taps;
 }
 
+// Noise against signal at the frequencies that matter, kept between what even clean curves need and what still helps.
+double NoisePower(double noise) {
+    return std::clamp(0.5 * noise * noise, 0.0003, 0.05);
+}
+
 }  // namespace
 
-Curve Sharpen(const Curve& curve, ScanRange range, const CTrack& widths, const CTrack& spacing, double noise) {
+Curve Sharpen(const Curve& curve, ScanRange range, const CTrack& widths, const CTrack& spacing, const CTrack& noise) {
     constexpr double ratio = 1.06;  // widths in one class differ by less
     Curve result(curve.size(), 0.0);
-    const double noisePower = std::clamp(4 * noise * noise, 0.002, 0.05);
     std::vector<double> taps;
     double tapsWidth = 0;
     for (int i = range.first; i < range.end; ++i) {
@@ -49,7 +53,7 @@ Curve Sharpen(const Curve& curve, ScanRange range, const CTrack& widths, const C
         if (!(width > 0)) continue;
         if (taps.empty() || width > tapsWidth * ratio || width < tapsWidth / ratio) {
             tapsWidth = width;
-            taps = MakeFilter(width, std::min(width, targetShare * spacing.At(i)), noisePower);
+            taps = MakeFilter(width, std::min(width, targetShare * spacing.At(i)), NoisePower(noise.At(i)));
         }
         const int reach = static_cast<int>(taps.size()) - 1, last = static_cast<int>(curve.size()) - 1;
         double value = taps[0] * curve[static_cast<std::size_t>(i)];

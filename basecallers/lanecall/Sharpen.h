@@ -6,8 +6,9 @@
 
 namespace lanecall {
 
-// Brings peaks of the given widths (deviations in scans) to `targetShare` spacings. Heights keep their order of size
-// but become comparable as areas; `noise` is the deviation of the noise where a usual peak is 1. Nothing falls below 0.
-Curve Sharpen(const Curve& curve, ScanRange range, const CTrack& widths, const CTrack& spacing, double noise);
+// Brings peaks of the given widths (deviations in scans) towards a fixed share of the spacing and keeps the height of a
+// lone one. `noise` is the deviation of the noise where a usual peak is 1: the more noise, the less is sharpened.
+// Nothing falls below 0.
+Curve Sharpen(const Curve& curve, ScanRange range, const CTrack& widths, const CTrack& spacing, const CTrack& noise);
 
 }  // namespace lanecall

@@ -5,12 +5,14 @@
 #include <complex>
 #include <numbers>
 
+#include "lanecall/SmoothFit.h"
+
 namespace lanecall {
 
 namespace {
 
 constexpr double shortestSpacing = 4.5, longestSpacing = 26;
-constexpr double windowScans = 480, hopScans = 120;
+constexpr double windowScans = 400, hopScans = 120;
 constexpr double frequencyStep = 1 / (3 * windowScans);
 
 struct Spectra {
@@ -82,7 +84,7 @@ std::size_t OverallFrequency(const Spectra& spectra) {
 
 // The most powerful path through the windows that changes its frequency slowly and stays near the overall one.
 std::vector<std::size_t> FollowFrequency(const Spectra& spectra, std::size_t overall) {
-    constexpr double changeCost = 1200, departureCost = 6;
+    constexpr double changeCost = 600, departureCost = 6;
     const double centre = spectra.FrequencyOf(static_cast<double>(overall));
     const auto indexOf = [&](double frequency) {
         const double index = (frequency - spectra.FrequencyOf(0)) / frequencyStep;
@@ -142,9 +144,13 @@ Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range) {
         scans.push_back(1 / spectra.FrequencyOf(place));
         regularity.push_back(power[path[w]]);
     }
+    std::vector<double> weights;
+    for (double power : regularity)
+        weights.push_back(std::max(0.0, power - 1));
+    constexpr double stiffness = 30, level = 0.2;
+    scans = SmoothFit(scans, weights, stiffness, level);
     spacing.scans = CTrack(range.first, hopScans, std::move(scans));
     spacing.regularity = CTrack(range.first, hopScans, std::move(regularity));
-    spacing.scans.Smooth(2);
     spacing.found = true;
     return spacing;
 }
