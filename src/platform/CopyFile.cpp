@@ -13,7 +13,7 @@ namespace platform {
 
 namespace {
 
-constexpr std::size_t copyBlock = 256 * 1024;
+constexpr std::size_t copyBlock = std::size_t{256} << 10;
 
 int CopyContents(int source, int target) {
     if (host::Retry([&] { return ::ftruncate(target, 0); }) != 0 && errno != EINVAL) return errno;
