@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "platform/Files.h"
+#include "plugins/ScanRate.h"
 #include "samplegen/Description.h"
 #include "samplegen/Dyes.h"
 #include "samplegen/Read.h"
@@ -24,12 +25,6 @@ void WriteText(const std::string& path, const std::string& text) {
     Require(file.Open(path, platform::OpenMode::CreateOrEmpty), path);
     Require(file.Write(text), path);
     Require(file.Close(), path);
-}
-
-// Scan frequency of each index; the last one is that of every further index.
-double ScansPerSecond(int scanRate) {
-    constexpr double rates[] = {1.76, 2.89, 1.76, 3.52, 2.88};
-    return rates[scanRate];
 }
 
 // Which wells fail and which are saturated, by chance.
@@ -62,7 +57,7 @@ std::uint64_t WellStream(int well, int wells) {
 
 // Writes the sample of one well and gives its bases.
 std::string WriteWell(const Options& options, int well, WellKind kind, const std::string& path) {
-    const double scansPerSecond = ScansPerSecond(options.scanRate);
+    const double scansPerSecond = ScanRateHz(options.scanRate);
     CRandom random(options.seed, WellStream(well, options.wells));
     const Read read = MakeRead(options, kind, scansPerSecond, random);
     const std::vector<ScanRecord> scans = RecordRun(read, options.noise, scansPerSecond, random);
