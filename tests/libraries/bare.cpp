@@ -1,0 +1,2 @@
+#define BARE
+#include "scripted.cpp"

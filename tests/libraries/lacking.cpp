@@ -1,0 +1,2 @@
+#define LACKING
+#include "scripted.cpp"
