@@ -51,8 +51,9 @@ std::string FastaRecord(const std::string& name, const std::string& bases) {
 
 // The stream of chance of a well, which it has on plates of either size.
 std::uint64_t WellStream(int well, int wells) {
-    const int row = well / PlateColumns(wells), column = well % PlateColumns(wells);
-    return static_cast<std::uint64_t>(100 * row + column + 1);
+    const auto row = static_cast<std::uint64_t>(well / PlateColumns(wells));
+    const auto column = static_cast<std::uint64_t>(well % PlateColumns(wells));
+    return 100 * row + column + 1;
 }
 
 // Writes the sample of one well and gives its bases.

@@ -16,12 +16,12 @@ using Curve = std::vector<double>;
 
 void AddPeak(Curve& curve, const Peak& peak) {
     constexpr double reach = 5;  // standard deviations, beyond which there is nothing to see
-    const auto last = static_cast<double>(curve.size()) - 1;
-    const double from = std::max(0.0, std::ceil(peak.scan - reach * peak.sigma));
-    const double to = std::min(last, std::floor(peak.scan + reach * peak.sigma));
-    for (double scan = from; scan <= to; ++scan) {
-        const double distance = (scan - peak.scan) / peak.sigma;
-        curve[static_cast<std::size_t>(scan)] += peak.height * Exp(-distance * distance / 2);
+    const double end = static_cast<double>(curve.size());
+    const auto from = static_cast<std::size_t>(std::clamp(std::ceil(peak.scan - reach * peak.sigma), 0.0, end));
+    const auto to = static_cast<std::size_t>(std::clamp(std::ceil(peak.scan + reach * peak.sigma), 0.0, end));
+    for (std::size_t scan = from; scan < to; ++scan) {
+        const double distance = (static_cast<double>(scan) - peak.scan) / peak.sigma;
+        curve[scan] += peak.height * Exp(-distance * distance / 2);
     }
 }
 
