@@ -11,7 +11,7 @@ namespace {
 
 // The spacing is part of what is searched for: every base stands in one of these classes, each a little wider than the
 // one before, the middle one at the given spacing.
-constexpr int classCount = 17, middleClass = 8;
+constexpr int classCount = 16, middleClass = 8;
 constexpr double classStep = 0.03;
 constexpr float changeCost = 0.4f;                // of a step to the next class from base to base
 constexpr float departureCost = 0.001f;           // a base, times the square of the classes from the middle
@@ -21,10 +21,7 @@ constexpr float impossible = -1e30f;
 
 using Scores = std::array<float, classCount>;
 
-struct Step {
-    std::array<std::int16_t, classCount> gap{};  // scans back to the base before, 0 for the first base
-    std::array<std::int8_t, classCount> from{};  // the class that the best row changed from after this base
-};
+using Changes = std::array<std::int8_t, classCount>;  // the class that the best row changed from after a base
 
 // The strongest channel at each scan of the range.
 struct Tops {
@@ -65,13 +62,13 @@ std::vector<float> PassingCosts(const Tops& tops) {
 }
 
 // Lets a row move to a neighbouring class of spacing.
-void AllowChange(Scores& scores, Step& step) {
+void AllowChange(Scores& scores, Changes& from) {
     for (int k = 0; k < classCount; ++k)
-        step.from[static_cast<std::size_t>(k)] = static_cast<std::int8_t>(k);
+        from[static_cast<std::size_t>(k)] = static_cast<std::int8_t>(k);
     const auto pass = [&](std::size_t k, std::size_t neighbour) {
         if (scores[neighbour] - changeCost > scores[k]) {
             scores[k] = scores[neighbour] - changeCost;
-            step.from[k] = step.from[neighbour];
+            from[k] = from[neighbour];
         }
     };
     for (std::size_t k = 1; k < classCount; ++k)
@@ -80,63 +77,101 @@ void AllowChange(Scores& scores, Step& step) {
         pass(k - 1, k);
 }
 
-// Takes the better of the rows so far and the rows that end `gap` scans back. The gap costs by the square near the
-// spacing of the class and in proportion far from it; `passed` is the cost of the peaks in between.
-void TryGap(int gap, float passed, const Scores& before, const Scores& inverseSpacings, Scores& scores, Step& step) {
-    for (std::size_t k = 0; k < classCount; ++k) {
-        const float u = std::abs(static_cast<float>(gap) * inverseSpacings[k] - 1.0f) * (1.0f / spacingDeviation);
-        const float value = before[k] - passed - (u < 2.0f ? 0.5f * u * u : 2.0f * u - 2.0f);
-        const bool better = value > scores[k];
-        scores[k] = better ? value : scores[k];
-        step.gap[k] = better ? static_cast<std::int16_t>(gap) : step.gap[k];
-    }
+// The score of a row that goes on after `gap` scans: the gap costs by the square near the spacing and in proportion far
+// from it; `passed` is the cost of the peaks in between.
+inline float GoOn(float before, float gap, float inverseSpacing, float passed) {
+    const float u = std::abs(gap * inverseSpacing - 1.0f) * (1.0f / spacingDeviation);
+    const float near = 0.5f * (u + 2.0f - std::abs(u - 2.0f));  // the smaller of u and 2, without a branch
+    return before - passed - near * (u - 0.5f * near);
 }
 
 class CRowSearch {
   public:
     CRowSearch(const Curves& sharp, ScanRange scanRange, const CTrack& track)
         : range(scanRange), spacing(track), tops(TopsOf(sharp, scanRange)), passing(PassingCosts(tops)) {
-        for (int k = 0; k < classCount; ++k)
-            ratios[static_cast<std::size_t>(k)] = std::exp(classStep * (k - middleClass));
+        for (int k = 0; k < classCount; ++k) {
+            const int fromMiddle = k - middleClass;
+            inverseRatios[static_cast<std::size_t>(k)] = static_cast<float>(std::exp(-classStep * fromMiddle));
+            departures[static_cast<std::size_t>(k)] = departureCost * static_cast<float>(fromMiddle * fromMiddle);
+        }
     }
 
     std::vector<Call> Run() {
         const int count = range.Length();
         scores.resize(static_cast<std::size_t>(count));
-        steps.resize(scores.size());
+        changes.resize(scores.size());
         for (int i = 0; i < count; ++i)
             Advance(i);
         return Trace();
     }
 
   private:
-    // The best rows of bases that end at scan i of the range, one for each class.
-    void Advance(int i) {
+    struct Gaps {
+        int shortest, longest;  // in scans; none when the longest is the smaller one
+    };
+    Gaps GapsAt(int i, double distance) const {
+        return {std::max(1, static_cast<int>(std::ceil(nearest * distance))),
+                std::min(i, static_cast<int>(farthest * distance))};
+    }
+    static float Start(int i, double distance) {
+        return i < 2 * distance ? 0 : impossible;  // the first base lies near the start
+    }
+    // The cost of the peaks between a base at scan i and one `gap` scans before.
+    float Passed(int i, int gap, double distance) const {
         constexpr double covered = 0.25;  // spacings to either side in which a base accounts for every peak
-        const auto at = static_cast<std::size_t>(i);
-        const double distance = spacing.At(range.first + i);
-        Scores inverseSpacings{};
-        for (std::size_t k = 0; k < classCount; ++k)
-            inverseSpacings[k] = static_cast<float>(1 / (distance * ratios[k]));
-        scores[at].fill(i < 2 * distance ? 0 : impossible);  // the first base lies near the start
-        const int shortest = std::max(1, static_cast<int>(std::ceil(nearest * distance)));
-        const int longest = std::min(i, static_cast<int>(farthest * distance));
         const int reach = static_cast<int>(covered * distance);
-        for (int gap = shortest; gap <= longest; ++gap) {
-            const auto before = static_cast<std::size_t>(i - gap), from = before + static_cast<std::size_t>(reach) + 1;
-            const std::size_t to = std::max(from, at - static_cast<std::size_t>(std::min(i, reach)));
-            const float passed = from < passing.size() ? passing[std::min(to, passing.size() - 1)] - passing[from] : 0;
-            TryGap(gap, passed, scores[before], inverseSpacings, scores[at], steps[at]);
-        }
-        for (int k = 0; k < classCount; ++k)
-            scores[at][static_cast<std::size_t>(k)] +=
-                Worth(tops.height[at]) - departureCost * static_cast<float>((k - middleClass) * (k - middleClass));
-        if (i + 2 * distance >= range.Length()) ConsiderEnd(i);
-        AllowChange(scores[at], steps[at]);
+        const int from = i - gap + reach + 1, to = i - reach;
+        return from < to ? passing[static_cast<std::size_t>(to)] - passing[static_cast<std::size_t>(from)] : 0;
     }
 
-    void ConsiderEnd(int i) {
-        const Scores& here = scores[static_cast<std::size_t>(i)];
+    // The scores of the best rows that end at scan i of the range, one for each class.
+    void Advance(int i) {
+        const auto at = static_cast<std::size_t>(i);
+        const double distance = spacing.At(range.first + i);
+        const Scores inverseSpacings = InverseSpacings(distance);
+        Scores here;
+        here.fill(Start(i, distance));
+        const Gaps gaps = GapsAt(i, distance);
+        for (int gap = gaps.shortest; gap <= gaps.longest; ++gap) {
+            const float passed = Passed(i, gap, distance);
+            const Scores& before = scores[at - static_cast<std::size_t>(gap)];
+            for (std::size_t k = 0; k < classCount; ++k)
+                here[k] = std::max(here[k], GoOn(before[k], static_cast<float>(gap), inverseSpacings[k], passed));
+        }
+        const float worth = Worth(tops.height[at]);
+        for (std::size_t k = 0; k < classCount; ++k)
+            here[k] += worth - departures[k];
+        if (i + 2 * distance >= range.Length()) ConsiderEnd(i, here);
+        AllowChange(here, changes[at]);
+        scores[at] = here;
+    }
+
+    // The gap before the base at scan i in the best row of class k; 0 for the first base.
+    int GapBefore(int i, std::size_t k) const {
+        const double distance = spacing.At(range.first + i);
+        const float inverseSpacing = InverseSpacings(distance)[k];
+        const Gaps gaps = GapsAt(i, distance);
+        float best = Start(i, distance);
+        int bestGap = 0;
+        for (int gap = gaps.shortest; gap <= gaps.longest; ++gap) {
+            const float value = GoOn(scores[static_cast<std::size_t>(i - gap)][k], static_cast<float>(gap),
+                                     inverseSpacing, Passed(i, gap, distance));
+            if (value > best) {
+                best = value;
+                bestGap = gap;
+            }
+        }
+        return bestGap;
+    }
+
+    Scores InverseSpacings(double distance) const {
+        Scores inverse;
+        for (std::size_t k = 0; k < classCount; ++k)
+            inverse[k] = inverseRatios[k] / static_cast<float>(distance);
+        return inverse;
+    }
+
+    void ConsiderEnd(int i, const Scores& here) {
         const auto top = std::max_element(here.begin(), here.end());
         if (last >= 0 && !(*top > lastScore)) return;
         last = i;
@@ -149,11 +184,11 @@ class CRowSearch {
         std::size_t k = lastClass;
         for (int i = last; i >= 0;) {
             const auto at = static_cast<std::size_t>(i);
-            const int scan = range.first + i, gap = steps[at].gap[k];
-            calls.push_back({static_cast<double>(scan), tops.channel[at], spacing.At(scan) * ratios[k]});
+            const int scan = range.first + i, gap = GapBefore(i, k);
+            calls.push_back({static_cast<double>(scan), tops.channel[at], spacing.At(scan) / inverseRatios[k]});
             if (gap == 0) break;
             i -= gap;
-            k = static_cast<std::size_t>(steps[static_cast<std::size_t>(i)].from[k]);
+            k = static_cast<std::size_t>(changes[static_cast<std::size_t>(i)][k]);
         }
         std::reverse(calls.begin(), calls.end());
         return calls;
@@ -163,9 +198,10 @@ class CRowSearch {
     const CTrack& spacing;
     const Tops tops;
     const std::vector<float> passing;
-    std::array<double, classCount> ratios{};
+    Scores inverseRatios{};      // of the classes' spacings to the given one
+    Scores departures{};         // what a base in each class costs
     std::vector<Scores> scores;  // of the best row that ends at each scan, in each class
-    std::vector<Step> steps;
+    std::vector<Changes> changes;
     int last = -1;  // where the best whole row ends
     float lastScore = impossible;
     std::size_t lastClass = 0;

@@ -20,6 +20,7 @@ constexpr int fewestScans = 200;
 constexpr std::size_t fewestBases = 10;
 constexpr int baselineWindow = 300;
 constexpr double bendSmoothing = 1.5;
+constexpr double shortestShare = 0.5, longestShare = 1.8;  // of a first estimate of the spacing
 
 }  // namespace
 
@@ -138,7 +139,7 @@ bool CCaller::Measure() {
     if (!rough.found) return Fail("No bases: the signal shows too few peaks to find their spacing");
     const double usual = rough.scans.At(0.5 * (range.first + range.end));
     impulses = FindImpulses(Bend(curves, range, std::max(bendSmoothing, smoothingShare * usual)), range);
-    spacing = EstimateSpacing(impulses, range);
+    spacing = EstimateSpacing(impulses, range, shortestShare * usual, longestShare * usual);
     if (!spacing.found) spacing = rough;
     const LevelTracks levels = EstimateLevels(curves, impulses, range);
     for (std::size_t c = 0; c < channelCount; ++c) {
@@ -159,7 +160,8 @@ bool CCaller::SharpenPeaks() {
 
 bool CCaller::Align() {
     impulses = FindImpulses(sharp, range);
-    const Spacing fine = EstimateSpacing(impulses, range);
+    const double usual = spacing.scans.At(0.5 * (range.first + range.end));
+    const Spacing fine = EstimateSpacing(impulses, range, shortestShare * usual, longestShare * usual);
     if (fine.found) spacing = fine;
     const ShiftTracks shifts = EstimateMobility(impulses, spacing);
     ShiftCurves(curves, shifts);
@@ -173,6 +175,9 @@ bool CCaller::CallRead() {
     if (calls.size() < fewestBases) return Fail("The read is too short: " + std::to_string(calls.size()) + " bases");
     qualities = JudgeCalls(calls, sharp, spacing.scans);
     good = FindGoodRegion(qualities);
+    if (good.last - good.first + 1 < static_cast<int>(fewestBases))
+        return Fail("No readable sequence: nowhere do " + std::to_string(fewestBases) +
+                    " bases in a row stand out clearly and evenly");
     MeasureSpacing(notes, range, widths, spacing.scans, measureStep);
     MeasureSeparation(notes, calls, curves);
     return true;

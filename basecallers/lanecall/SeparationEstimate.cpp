@@ -13,9 +13,11 @@ namespace {
 using Ratios = std::array<std::array<std::vector<double>, channelCount>, channelCount>;
 
 std::vector<PerChannel> HeightsAt(const Curves& bends, const ImpulseLists& impulses) {
+    constexpr double strong = 0.4;
     std::vector<PerChannel> heights;
     for (const auto& list : impulses)
         for (const Impulse& impulse : list) {
+            if (impulse.weight < strong) continue;
             PerChannel one{};
             for (std::size_t c = 0; c < channelCount; ++c)
                 one[c] = Interpolate(bends[c], impulse.scan);
@@ -60,6 +62,7 @@ Ratios RemainingRatios(const std::vector<PerChannel>& heights, const Matrix& inv
 
 Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses) {
     constexpr int rounds = 6;
+    constexpr double settled = 0.003;
     constexpr std::size_t fewestPeaks = 20;
     constexpr double greatest = 0.95;  // a dye shows most in its own channel
     const std::vector<PerChannel> heights = HeightsAt(bends, impulses);
@@ -72,6 +75,10 @@ Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses) {
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)
                 if (c != dye && ratios[c][dye].size() >= fewestPeaks) change[c][dye] = Crowd(ratios[c][dye]);
+        double greatestChange = 0;
+        for (std::size_t c = 0; c < channelCount; ++c)
+            for (std::size_t dye = 0; dye < channelCount; ++dye)
+                if (c != dye) greatestChange = std::max(greatestChange, std::abs(change[c][dye]));
         Matrix next{};
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)
@@ -80,6 +87,7 @@ Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses) {
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)
                 matrix[c][dye] = c == dye ? 1 : std::clamp(next[c][dye] / next[dye][dye], 0.0, greatest);
+        if (greatestChange < settled) break;
     }
     return Invert(matrix) ? matrix : Identity();
 }

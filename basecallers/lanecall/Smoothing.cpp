@@ -35,6 +35,7 @@ Curve RunningExtreme(const Curve& curve, int reach, Before before) {
 Curve BoxSmooth(const Curve& curve, int reach) {
     const int count = static_cast<int>(curve.size());
     Curve result(curve.size());
+    const double fullShare = 1.0 / (2 * reach + 1);
     double sum = 0;
     int from = 0, to = 0;
     for (int i = 0; i < count; ++i) {
@@ -42,7 +43,8 @@ Curve BoxSmooth(const Curve& curve, int reach) {
             sum += curve[static_cast<std::size_t>(to)];
         for (; from < i - reach; ++from)
             sum -= curve[static_cast<std::size_t>(from)];
-        result[static_cast<std::size_t>(i)] = sum / (to - from);
+        const int held = to - from;
+        result[static_cast<std::size_t>(i)] = held == 2 * reach + 1 ? sum * fullShare : sum / held;
     }
     return result;
 }

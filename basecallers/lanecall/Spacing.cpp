@@ -1,6 +1,7 @@
 #include "lanecall/Spacing.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <complex>
 #include <numbers>
@@ -11,42 +12,68 @@ namespace lanecall {
 
 namespace {
 
-constexpr double shortestSpacing = 4.5, longestSpacing = 26;
 constexpr double windowScans = 400, hopScans = 120;
 constexpr double frequencyStep = 1 / (3 * windowScans);
 
 struct Spectra {
     std::vector<std::vector<double>> power;  // of each window, at each frequency; 1 where the peaks have no rhythm
     std::size_t frequencies = 0;
-    double FrequencyOf(double index) const { return 1 / longestSpacing + frequencyStep * index; }
+    double lowest = 0;  // frequency, in bases a scan
+    double FrequencyOf(double index) const { return lowest + frequencyStep * index; }
+};
+
+// Some impulses of a window as numbers in the complex plane, each turned on by its step from frequency to frequency.
+// Several at a time keep the processor busy.
+struct Turning {
+    static constexpr std::size_t size = 4;
+    std::array<double, size> real{}, imaginary{}, stepReal{}, stepImaginary{};
+
+    void Put(std::size_t place, double weight, double angle, double step) {
+        real[place] = weight * std::cos(angle);
+        imaginary[place] = weight * std::sin(angle);
+        stepReal[place] = std::cos(step);
+        stepImaginary[place] = std::sin(step);
+    }
+    void AddTo(std::vector<std::complex<double>>& sums) {
+        for (auto& sum : sums) {
+            sum += std::complex<double>((real[0] + real[1]) + (real[2] + real[3]),
+                                        (imaginary[0] + imaginary[1]) + (imaginary[2] + imaginary[3]));
+            for (std::size_t k = 0; k < size; ++k) {
+                const double turned = real[k] * stepReal[k] - imaginary[k] * stepImaginary[k];
+                imaginary[k] = real[k] * stepImaginary[k] + imaginary[k] * stepReal[k];
+                real[k] = turned;
+            }
+        }
+    }
 };
 
 // Adds the power of one channel's impulses in the window round `middle`.
 void AddPower(const std::vector<Impulse>& impulses, double middle, const Spectra& spectra, std::vector<double>& power,
               double& floor) {
-    const auto from = std::lower_bound(impulses.begin(), impulses.end(), middle - windowScans / 2,
-                                       [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
+    constexpr double circle = 2 * std::numbers::pi;
+    auto at = std::lower_bound(impulses.begin(), impulses.end(), middle - windowScans / 2,
+                               [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
     std::vector<std::complex<double>> sums(spectra.frequencies);
-    for (auto at = from; at != impulses.end() && at->scan < middle + windowScans / 2; ++at) {
-        const double offset = at->scan - middle;
-        const double taper = 0.5 + 0.5 * std::cos(2 * std::numbers::pi * offset / windowScans);
-        const double weight = std::min(1.0, at->weight) * taper;
-        floor += weight * weight;
-        std::complex<double> turn = std::polar(weight, 2 * std::numbers::pi * spectra.FrequencyOf(0) * offset);
-        const std::complex<double> step = std::polar(1.0, 2 * std::numbers::pi * frequencyStep * offset);
-        for (auto& sum : sums) {
-            sum += turn;
-            turn = {turn.real() * step.real() - turn.imag() * step.imag(),
-                    turn.real() * step.imag() + turn.imag() * step.real()};
+    while (at != impulses.end() && at->scan < middle + windowScans / 2) {
+        Turning turning;
+        for (std::size_t k = 0; k < Turning::size && at != impulses.end() && at->scan < middle + windowScans / 2; ++k) {
+            const double offset = at->scan - middle;
+            const double taper = 0.5 + 0.5 * std::cos(circle * offset / windowScans);
+            const double weight = std::min(1.0, at->weight) * taper;
+            floor += weight * weight;
+            turning.Put(k, weight, circle * spectra.FrequencyOf(0) * offset, circle * frequencyStep * offset);
+            ++at;
         }
+        turning.AddTo(sums);
     }
     for (std::size_t f = 0; f < sums.size(); ++f)
         power[f] += std::norm(sums[f]);
 }
 
-Spectra MakeSpectra(const ImpulseLists& impulses, ScanRange range) {
+Spectra MakeSpectra(const ImpulseLists& impulses, ScanRange range, double shortest, double longest) {
     Spectra spectra;
-    spectra.frequencies = static_cast<std::size_t>((1 / shortestSpacing - 1 / longestSpacing) / frequencyStep);
+    spectra.lowest = 1 / longest;
+    spectra.frequencies = static_cast<std::size_t>((1 / shortest - 1 / longest) / frequencyStep) + 1;
     for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
         std::vector<double> power(spectra.frequencies, 0.0);
         double floor = 0;
@@ -124,13 +151,13 @@ std::vector<std::size_t> FollowFrequency(const Spectra& spectra, std::size_t ove
 
 }  // namespace
 
-Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range) {
+Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range, double shortest, double longest) {
     Spacing spacing;
     std::size_t count = 0;
     for (const auto& list : impulses)
         count += list.size();
     if (count < 8 || range.Length() == 0) return spacing;
-    const Spectra spectra = MakeSpectra(impulses, range);
+    const Spectra spectra = MakeSpectra(impulses, range, shortest, longest);
     const std::vector<std::size_t> path = FollowFrequency(spectra, OverallFrequency(spectra));
     std::vector<double> scans, regularity;
     for (std::size_t w = 0; w < path.size(); ++w) {

@@ -12,7 +12,11 @@ struct Spacing {
     bool found = false;
 };
 
-// The rhythm is looked for in each channel by itself, so shifts between the channels do not matter.
-Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range);
+constexpr double shortestSpacing = 4.5, longestSpacing = 26;  // of any run, in scans
+
+// The rhythm is looked for in each channel by itself, so shifts between the channels do not matter. The spacing of the
+// read as a whole lies between `shortest` and `longest`, which are above 0.
+Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range, double shortest = shortestSpacing,
+                        double longest = longestSpacing);
 
 }  // namespace lanecall
