@@ -18,7 +18,7 @@ enum Type : std::uint32_t {
     Text = 1,       // 8-bit characters with a NUL
     WideText = 2,   // 16-bit characters with a NUL; counts as one value
     Boolean = 8,    // first byte 0 or 1
-    Bytes = 25,     //
+    Bytes = 25,     // 8-bit
     Words8 = 32,    // values of 8 bytes
     Floats = 36,    // 32-bit
     Shorts = 42,    // 16-bit

@@ -220,7 +220,11 @@ std::int32_t CRsdFile::Commit() {
         error = SeekToTree(scansXor);
     if (error == success && infoDirty) error = StoreInfo(scansXor);
     if (error == success) error = file.Flush();
-    if (error != success) return error;
+    if (error != success) {
+        // The image may be ahead of the file by now; another try goes by what the file says.
+        trailer.reset();
+        return error;
+    }
     scansDirty = infoDirty = false;
     return success;
 }

@@ -14,8 +14,9 @@ namespace {
 
 constexpr std::int32_t highestProcedure = 5;
 
+// A folder in the place of the file counts too: the right to replace it by a file is never given.
 bool IsAccessDenied(std::int32_t error) {
-    return error == EACCES || error == EPERM || error == EROFS;
+    return error == EACCES || error == EPERM || error == EROFS || error == EISDIR;
 }
 
 // Makes `target` a writable copy of the raw file and opens it. On failure no target is left, and what must be told has
