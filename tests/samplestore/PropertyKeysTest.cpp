@@ -5,7 +5,7 @@
 
 namespace {
 
-using sampletest::RawInfo;
+using namespace sampletest;
 
 // A tree that grows from one byte.
 struct StoredTree {
@@ -67,19 +67,22 @@ TEST(PropertyKeys, EveryFieldComesBack) {
         EXPECT_EQ((std::vector{b.startGood, b.endGood, b.startSignal, b.endRawData}), (std::vector{-6, 1, 9, 5}));
         EXPECT_EQ(b.descriptors, a.descriptors);
         EXPECT_EQ(b.strengths, a.strengths);
-        EXPECT_EQ(b.snNoise, a.snNoise);
     }
 }
 
 TEST(PropertyKeys, StoredTypes) {
     StoredTree tree;
     ASSERT_TRUE(tree.Store(ProcessedInfo(2)));
-    CPropertyItem item;
-    ASSERT_TRUE(tree.Has("bases descriptors", item));
-    EXPECT_EQ(std::pair(item.type, item.count), std::pair(42u, 4u));
-    EXPECT_EQ(item.data[0] | item.data[1] << 8, 0x5678);
-    ASSERT_TRUE(tree.Has("RELATIVE SIGNAL STRENGTH VALUES", item));
-    EXPECT_EQ(std::pair(item.type, item.count), std::pair(36u, 8u));
+    const std::tuple<const char*, std::uint32_t, std::uint32_t> cases[] = {
+        {"bases descriptors", 42, 4},    {"RELATIVE SIGNAL STRENGTH VALUES", 36, 8},
+        {"CHEMISTRY.LASER MODE", 25, 1}, {"BASES CALLED", 42, 1},
+        {"PEAK POSITIONS", 44, 2},       {"S/N.CHANNEL4.NOISE", 44, 2},
+        {"QUALITY INDEX", 36, 1},        {"SEQUENCE", 1, 3}};
+    for (const auto& [key, type, count] : cases) {
+        CPropertyItem item;
+        ASSERT_TRUE(tree.Has(key, item));
+        EXPECT_EQ(std::pair(item.type, item.count), std::pair(type, count)) << key;
+    }
 }
 
 TEST(PropertyKeys, FailedSampleEndsWithItsReason) {

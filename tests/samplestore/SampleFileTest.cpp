@@ -8,15 +8,10 @@
 
 namespace {
 
-using sampletest::Bytes;
-using sampletest::NumberedScans;
-using sampletest::RawInfo;
-using sampletest::ReadBytes;
-using sampletest::WriteBytes;
-using sampletest::XorOfFile;
+using namespace sampletest;
 
 // A plate folder with a run around it.
-class SampleFile : public sampletest::SampleTest {
+class SampleFile : public SampleTest {
   protected:
     void SetUp() override {
         driver = std::make_unique<CRunDriver>(1);
@@ -49,26 +44,31 @@ class SampleFile : public sampletest::SampleTest {
         ASSERT_EQ(WriteSample(Path(name), info, NumberedScans(scans)), 0);
     }
 
+    CBaseCaller caller;
     std::unique_ptr<CRunDriver> driver;
     std::unique_ptr<CPlate> plate;
 };
 
 TEST_F(SampleFile, KindsOfFiles) {
-    Write("raw.RSD", RawInfo(12));
-    WriteBytes(Path("bad.rsd"), Bytes(700));
-    WriteBytes(Path("a.abd"), {'A', 'B', 'I', 'F', 0, 'e', 't', 'd', 'i', 'r', 0});
-    WriteBytes(Path("short.abd"), {'A', 'B', 'I', 'F', 0, 'e', 't', 'd', 'i', 'r'});
-    WriteBytes(Path("s.scf"), {'.', 's', 'c', 'f', 0, 0, 0, 0, 0, 0, 0});
-    WriteBytes(Path("s.rsd"), ReadBytes(Path("s.scf")));
+    const Bytes abif = {'A', 'B', 'I', 'F', 0, 'e', 't', 'd', 'i', 'r', 0},
+                scf = {'.', 's', 'c', 'f', 0, 0, 0, 0, 0, 0, 0};
+    const std::tuple<const char*, Bytes, SampleKind> cases[] = {
+        {"bad.rsd", Bytes(700), SampleKind::Unreadable},
+        {"a.abd", abif, SampleKind::Abif},
+        {"short.abd", Bytes(abif.begin(), abif.end() - 1), SampleKind::Processed},
+        {"s.scf", scf, SampleKind::Scf},
+        {"s.esD", scf, SampleKind::Unreadable},
+    };
     const CSampleFile sample("x", plate.get());
-    const auto kind = [&](const char* name) { return sample.CheckSampleKind(Path(name)); };
-    EXPECT_EQ(kind("raw.RSD"), SampleKind::Raw);
-    EXPECT_EQ(kind("bad.rsd"), SampleKind::Unreadable);
-    EXPECT_EQ(kind("a.abd"), SampleKind::Abif);
-    EXPECT_EQ(kind("short.abd"), SampleKind::Processed);
-    EXPECT_EQ(kind("s.scf"), SampleKind::Scf);
-    EXPECT_EQ(kind("s.rsd"), SampleKind::Unreadable);
-    EXPECT_EQ(kind("missing"), SampleKind::Processed);
+    for (const auto& [name, bytes, kind] : cases) {
+        WriteBytes(Path(name), bytes);
+        EXPECT_EQ(sample.CheckSampleKind(Path(name)), kind) << name;
+    }
+    Write("raw.RSD", RawInfo(12));
+    EXPECT_EQ(sample.CheckSampleKind(Path("raw.RSD")), SampleKind::Raw);
+    EXPECT_EQ(sample.CheckSampleKind(Path("missing")), SampleKind::Processed);
+    Loaded("a.abd", 0);
+    EXPECT_EQ(LogAfterLoading(), "");
 }
 
 TEST_F(SampleFile, LoadsARawSample) {
@@ -77,8 +77,6 @@ TEST_F(SampleFile, LoadsARawSample) {
     EXPECT_EQ(sample->fileName, "plateB07.rsd");
     ASSERT_EQ(sample->rawTrace->trace->scanCount, 12u);
     EXPECT_EQ(sample->rawTrace->trace->channels[1][11], 2011.0);
-    EXPECT_EQ(sample->baseOrder, std::string("TGCAN\0", 6));
-    EXPECT_EQ(sample->info.chemistryName, "LD Terminators");
     EXPECT_EQ(channelOrderAcgt, (std::array<std::int32_t, 4>{3, 2, 1, 0}));
     EXPECT_EQ(channelOrderCagt, (std::array<std::int32_t, 4>{2, 3, 1, 0}));
     EXPECT_TRUE(Log().starts_with("\tLoading plateB07.rsd  thePlate  "));
@@ -105,50 +103,61 @@ TEST_F(SampleFile, RefusedFiles) {
     EXPECT_EQ(LogAfterLoading(), "cannot open input file " + Path("missing") + "\r\nNo such file or directory\r\n");
 }
 
-// A sample file with a bad trailer loads as a sample without scans; its base call fails later.
+// Such a file loads as a sample without scans; its base call fails later.
 TEST_F(SampleFile, UnreadableSamplesLoadEmpty) {
     WriteBytes(Path("plateA01.rsd"), Bytes(700));
     const auto sample = Loaded("plateA01.rsd");
     EXPECT_EQ(sample->rawTrace->trace->scanCount, 0u);
     EXPECT_EQ(sample->baseOrder, std::string("GATCN\0", 6));
     EXPECT_EQ(LogAfterLoading(), "The base order is not specified in the plateA01.rsd.\r\nUsing base order GATC. \r\n");
-    EXPECT_EQ(sample->info.wellId + " " + sample->info.sampleName, "A01 plate");
 }
 
-TEST_F(SampleFile, OldFilesTakeTheirOrderFromTheLetters) {
-    CSampleInfo info = RawInfo(2);
-    info.version = 1.1f;
-    info.plateId = info.sampleName = info.wellId = "";
-    for (auto& letters : info.channelBase)
-        letters[0] = static_cast<char>(letters[0] + 32);
-    ASSERT_EQ(WriteBareSample(Path("xyzA01.rsd"), info, NumberedScans(2)), 0);
-    auto sample = Loaded("xyzA01.rsd");
-    EXPECT_EQ(sample->baseOrder.substr(0, 5), "TGCAN");
-    EXPECT_EQ(sample->info.plateId + " " + sample->info.wellId + " " + sample->info.sampleName, "thePlate A01 xyz");
+// What is in a file (no names: no tree), what the run asks for, and what comes out.
+struct OrderCase {
+    float version;
+    const char* names;
+    const char* letters;
+    std::int32_t forced;
+    std::string order, chemistry;
+    bool message;
+};
 
-    driver->baseCallers->baseOrderForced = 1;
-    sample = Loaded("xyzA01.rsd");
-    EXPECT_EQ(sample->baseOrder.substr(0, 5), "GATCN");
-    EXPECT_NE(Log().find("not specified in the xyzA01.rsd"), std::string::npos);
-    EXPECT_EQ(sample->info.chemistryName, "");
-}
-
-TEST_F(SampleFile, NewFilesTakeTheirOrderFromTheNames) {
-    CSampleInfo info = RawInfo(2);
-    const char* names[] = {"agct", "g", "C", "t"};
-    for (std::size_t i = 0; i < channelCount; ++i)
-        info.channel[i].base = names[i];
-    Write("a.rsd", info, 2);
-    auto sample = Loaded("a.rsd");
-    EXPECT_EQ(sample->baseOrder.substr(0, 5), "agCtN");
-    EXPECT_EQ(sample->info.chemistryName, "RFK-Version 2 Terminators");
-
-    driver->baseCallers->baseOrderForced = 1;
-    driver->baseCallers->baseOrder = "AC";
-    sample = Loaded("a.rsd");
-    EXPECT_EQ(sample->baseOrder, std::string("AC\0\0N\0", 6));
-    EXPECT_EQ(sample->info.channel[0].base + sample->info.channel[3].base, "A");
-    EXPECT_EQ(LogAfterLoading(), "Using base order AC. \r\n");
+TEST_F(SampleFile, BaseOrders) {
+    const OrderCase cases[] = {
+        {1.2f, "agct", "TGCA", 0, "agct", "RFK-Version 2 Terminators", false},
+        {1.2f, nullptr, "tgca", 0, "TGCA", "LD Terminators", false},
+        {1.2f, nullptr, "TG\0A", 0, "tC", "", true},
+        {1.2f, "agct", "TGCA", 1, "tC", "", false},
+        {1.1f, "agct", "actg", 0, "ACTG", "LD Primers", false},
+        {1.1f, "agct", "actg", 1, "tC", "", true},
+    };
+    driver->baseCallers->baseOrder = "tC";
+    for (const OrderCase& c : cases) {
+        channelOrderAcgt = {7, 7, 7, 7};
+        CSampleInfo info = RawInfo(2);
+        info.version = c.version;
+        info.sampleName = "";
+        for (std::size_t i = 0; i < channelCount; ++i) {
+            info.channelBase[i][0] = c.letters[i];
+            if (c.names) info.channel[i].base = std::string(1, c.names[i]) + "x";
+        }
+        ASSERT_EQ((c.names ? WriteSample : WriteBareSample)(Path("xyzA01.rsd"), info, NumberedScans(2)), 0);
+        driver->baseCallers->baseOrderForced = c.forced;
+        const auto sample = Loaded("xyzA01.rsd");
+        std::string order = c.order;
+        order.resize(4);
+        EXPECT_EQ(sample->baseOrder, order + std::string("N\0", 2));
+        EXPECT_EQ(sample->info.chemistryName, c.chemistry);
+        const std::string message = c.message ? "The base order is not specified in the xyzA01.rsd.\r\n" : "";
+        EXPECT_EQ(LogAfterLoading(), message + "Using base order " + c.order + ". \r\n");
+        if (c.order == "tC") {
+            EXPECT_EQ(sample->info.channel[0].base + sample->info.channel[3].base, "t");
+            // Letters that the order lacks keep their channels of before.
+            EXPECT_EQ(channelOrderAcgt, (std::array<std::int32_t, 4>{7, 1, 7, 7}));
+        }
+        if (c.version < 1.2)
+            EXPECT_EQ(sample->info.plateId + sample->info.wellId + sample->info.sampleName, "thePlateA01xyz");
+    }
 }
 
 class SampleSaving : public SampleFile {
@@ -168,7 +177,6 @@ class SampleSaving : public SampleFile {
         return holder;
     }
 
-    CBaseCaller caller;
     std::unique_ptr<CSampleFile> sample;
 };
 
@@ -192,34 +200,47 @@ TEST_F(SampleSaving, ProcessedSample) {
     EXPECT_EQ(back.trace->channels[2][199], 2.5);
     EXPECT_EQ(back.trace->traceEnd, 250.0);
     EXPECT_EQ((*back.Processed()->separationMatrix)[1][2], 0.5f);
+
+    // A raw trace has nothing to store: a plain copy, and no entry.
     const Bytes log = ReadBytes(Path("log.xml"));
+    CTraceFile plain(Path("out/b.esd"), sample.get(), false, nullptr);
+    EXPECT_EQ(sample->SaveProcessedSample(plain, 5), 1);
+    EXPECT_EQ(ReadBytes(plain.path), raw);
+    EXPECT_EQ(ReadBytes(Path("log.xml")), log);
     EXPECT_NE(std::string(log.begin(), log.end()).find("<esd>\r\n" + target), std::string::npos);
 }
 
 TEST_F(SampleSaving, FailedSample) {
     CTraceFile& holder = Processed(Path("out/a.esd"));
+    caller.name = "the caller";
+    driver->baseCallers->currentCaller = &caller;
     sample->info.analysis.basecallError = "nothing there";
     ASSERT_EQ(sample->SaveFailedSample(holder), 1);
     EXPECT_EQ(holder.path, Path("out/a.fsd"));
     EXPECT_EQ(XorOfFile(holder.path), 0u);
     CSampleInfo info;
     std::vector<ScanRecord> scans;
-    sampletest::ReadBack(holder.path, info, scans);
+    ReadBack(holder.path, info, scans);
     EXPECT_TRUE(info.processed);
-    EXPECT_EQ(info.analysis.basecallError, "nothing there");
+    EXPECT_EQ(info.analysis.baseCaller + ": " + info.analysis.basecallError, "the caller: nothing there");
     ASSERT_EQ(scans.size(), 1u);
     EXPECT_EQ(scans[0].Word(0), 1u);
     EXPECT_EQ(scans[0].Float(4), 1.0f);
 }
 
-TEST_F(SampleSaving, TheRawFileIsNeverTheTarget) {
+// The first target is the raw file itself; the others cannot be written.
+TEST_F(SampleSaving, FailedCopies) {
     CTraceFile& holder = Processed(Path("out/../a.rsd"));
     const Bytes raw = ReadBytes(Path("a.rsd"));
     EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
     EXPECT_EQ(ReadBytes(Path("a.rsd")), raw);
 
     holder.path = Path("none/a.esd");
+    testing::internal::CaptureStdout();
     EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
+    holder.path = temp.MakeFolder("out/folder");
+    EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Access is denied");
     std::filesystem::remove(Path("a.rsd"));
     holder.path = Path("out/a.esd");
     EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
