@@ -1,8 +1,9 @@
 #include "export/AbdDescription.h"
 
 #include <array>
-#include <cstdio>
+#include <charconv>
 #include <cstdlib>
+#include <iterator>
 
 #include "discovery/SplitPath.h"
 #include "export/AbdTags.h"
@@ -22,6 +23,12 @@ std::string GelName(const CSampleFile& sample) {
     std::string folder = sample.rawTrace->path;
     const std::string name = SplitPath(folder);
     return name.size() > longestGelName ? name.substr(0, cutGelName) : name;
+}
+
+// One decimal, after a point: a loaded library may have changed the locale of the process.
+std::string VersionText(float version) {
+    char text[64];  // the longest is 42 characters
+    return std::string(text, std::to_chars(text, std::end(text), version, std::chars_format::fixed, 1).ptr);
 }
 
 // Four characters without a terminator.
@@ -74,7 +81,5 @@ void WriteSampleTags(IAbdWriter& writer, const CSampleInfo& info) {
     AddTimeTag(writer, "RUNT", 2, info.runStop);
     AddTextTag(writer, "SMPL", 1, SampleLabel(info));
     AddNumberTag(writer, "SMPR", 1, TruncateTo32(ScanRateHz(info.scanRate)));
-    char version[64];
-    std::snprintf(version, sizeof version, "%.1f", static_cast<double>(info.version));
-    AddTextTag(writer, "SVER", 1, version);
+    AddTextTag(writer, "SVER", 1, VersionText(info.version));
 }

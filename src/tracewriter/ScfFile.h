@@ -17,8 +17,8 @@
 //   48             4      bytes of private data: 0
 //   52             4      offset of the private data: end of the comments
 //   56             72     zeros
-//   128            8 S    curves of A, C, G and T, each S numbers of 16 bits as differences of differences (modulo
-//   2^16) 128 + 8 S      4 B    scan of each base's peak, counted from 0
+//   128            8 S    curves of A, C, G and T, each S numbers of 16 bits, as differences of differences modulo 2^16
+//   128 + 8 S      4 B    scan of each base's peak, counted from 0
 //                  4 B    probabilities: B bytes for each of A, C, G, T
 //                  B      letters
 //                  3 B    zeros

@@ -72,6 +72,9 @@ TEST_F(ScfExportTest, StrangeValues) {
     trace.traceEnd = 6;  // two scans more than there are
     EXPECT_EQ(ExportScf(), 1);
     EXPECT_EQ(ReadScf(ScfPath()).curves[0], (std::vector<int>{2000, 0, 0, 1000, 1000, 1000}));
+    trace.channels.fill({});  // and none at all
+    EXPECT_EQ(ExportScf(), 1);
+    EXPECT_EQ(ReadScf(ScfPath()).curves[3], std::vector<int>(6, 0));
     trace.traceEnd = 2147483647.0;
     EXPECT_EQ(ExportScf(), 1);
     EXPECT_TRUE(Log().ends_with("File too large")) << Log();
