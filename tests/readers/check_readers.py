@@ -1,28 +1,30 @@
 #!/usr/bin/python3
-"""Has public readers read the SCF and ABD files of an output tree and compares what they see with the stored samples.
+"""Has public readers read the SCF and ABD files that the program writes, and compares what they see with its samples.
 
-usage: check_readers.py FOLDER...
+usage: check_readers.py PROGRAM PLATE OUTPUT
 
-Every processed sample (.esd) and every failed one (.fsd) below the folders is looked up with its SCF and ABD file,
-beside it or in "SCF" and "ABD"; the run must have exported whole traces (not -GOOD_SEQ). The readers are io_lib
-(scf_dump, extract_seq, convert_trace), Biopython and EMBOSS (seqret, abiview). A reader that prints a warning fails.
-Runs in the time zone of the run that wrote the files. Exit code 0 when all agree.
+The samples of PLATE are copied into OUTPUT (its folders "plate" and "calls" are made anew) and joined by one too short to be
+called and one too long to be exported scan by scan; one of the stored results loses its bases. The program exports all of
+them from what it stored. The readers are io_lib (scf_dump, extract_seq, convert_trace), Biopython and EMBOSS (seqret,
+abiview). One that is missing, or prints a warning, fails the check. Exit code 0 when all agree.
 """
 
 import math
 import os
 import pathlib
 import re
+import shutil
 import struct
 import subprocess
 import sys
-import tempfile
 import time
 import warnings
 
 from Bio import SeqIO
 
 warnings.simplefilter("error")
+TRAILER = 632
+LONGEST_SERIES = 32767
 
 
 def flatten(tree, position, pairs, prefix, out):
@@ -52,29 +54,31 @@ def item(tree, position):
 
 
 class Stored:
-    """A sample file as the program stored it."""
+    """A raw or processed sample file."""
 
     def __init__(self, path):
-        data = pathlib.Path(path).read_bytes()
-        trailer = data[-632:]
+        data = path.read_bytes()
+        trailer = data[-TRAILER:]
         total, tree_size = struct.unpack_from("<II", trailer, 454)
         tree = {}
         if total:
             flatten(data[len(data) - total :][:tree_size], 0, -1, "", tree)
-        self.failed = bool(tree.get("BASECALL ERROR")) or path.endswith(".fsd")
+        raw = struct.unpack_from("<i", trailer, 596)[0] == 1
         self.name = tree.get("SAMPLE NAME") or tree.get("WELL ID", "")
-        self.start, self.stop = (max(t, 0) for t in struct.unpack_from("<ii", trailer, 608))
         self.comment = tree.get("COMMENT", "")
-        if self.failed:
+        self.start, self.stop = (max(t, 0) for t in struct.unpack_from("<ii", trailer, 608))
+        self.scans = (len(data) - (total or TRAILER)) // 20
+        records = [struct.unpack_from("<I4I" if raw else "<I4f", data, 20 * i) for i in range(self.scans)]
+        self.current, *channels = zip(*records)
+        self.curves = dict(zip(self.base_order(tree, trailer), channels))
+        self.letters, self.peaks, self.qualities = "", [], []
+        if raw:
             return
-        scans = (len(data) - (total or 632)) // 20
-        records = [struct.unpack_from("<4f", data, 20 * i + 4) for i in range(scans)]
-        self.curves = dict(zip(self.base_order(tree, trailer), zip(*records)))
-        self.first = tree.get("START TRACE PROCESSING", (0,))[0]
-        marks = tree.get("BASES DESCRIPTORS", ())
+        first = tree["START TRACE PROCESSING"][0]
+        marks = tree["BASES DESCRIPTORS"]
         shown = [i for i in range(tree["BASES CALLED"][0]) if marks[2 * i : 2 * i + 2] != (2, 0)]
         self.letters = "".join(tree["SEQUENCE"][i] for i in shown)
-        self.peaks = [tree["PEAK POSITIONS"][i] - self.first for i in shown]
+        self.peaks = [tree["PEAK POSITIONS"][i] - first for i in shown]
         self.qualities = [int(tree["QUALITY SCORES"][i]) for i in shown]
 
     @staticmethod
@@ -83,16 +87,16 @@ class Stored:
         fields = [chr(trailer[358 + 10 * n]).upper() for n in range(4)]
         return names if struct.unpack_from("<f", trailer, 604)[0] >= 1.2 and all(names) else fields
 
-    def scf_curve(self, letter):
-        low, high = self.bounds(len(self.curves["A"]))
+    def scf_curves(self):
+        low, high = self.bounds(self.scans)
         scale = (high - low) / 2000.0
-        return [int((v - low) / scale) if scale else 0 for v in self.curves[letter]]
+        return {x: [int((v - low) / scale) if scale else 0 for v in self.curves[x]] for x in "ACGT"}
 
-    def abd_curve(self, letter, step):
-        low, high = self.bounds(len(self.curves["A"]) - 1, step)
+    def abd_curves(self, end, step):
+        low, high = self.bounds(end - 1, step)
         divisor = 1.0 if 1000.0 <= high - low <= 2000.0 else (high - low) * 0.0005
-        count = len(self.curves["A"]) // step
-        return [int((v - low) / divisor) if divisor else 0 for v in self.curves[letter][::step][:count]]
+        return {x: [int((v - low) / divisor) if divisor else 0 for v in self.curves[x][::step][: end // step]]
+                for x in "ACGT"}
 
     def bounds(self, end, step=1):
         values = [v for curve in self.curves.values() for v in curve[:end:step]]
@@ -112,8 +116,12 @@ def expect(what, got, wanted):
         raise AssertionError("%s: %.80r, stored %.80r" % (what, got, wanted))
 
 
+def local(seconds, form):
+    return time.strftime(form, time.localtime(seconds))
+
+
 def scf_dump(path):
-    """Sections of scf_dump's print: (letter, peak) pairs, curves, comments."""
+    """Letters, peaks, curves and comments in scf_dump's print."""
     sections = re.split(r"^\[(\w+)\]\n", run("scf_dump", path).decode("latin-1"), flags=re.M)
     parts = dict(zip(sections[1::2], sections[2::2]))
     bases = [line.split()[:2] for line in parts["Bases"].splitlines() if line]
@@ -122,98 +130,143 @@ def scf_dump(path):
     return "".join(b[0] for b in bases), [int(b[1]) for b in bases], curves, comments
 
 
-def check_scf(path, stored, work):
-    letters, peaks, curves, comments = scf_dump(path)
-    expect("scf_dump name", comments["NAME"], stored.name)
-    expect("scf_dump remark", comments["SampleRemark"], stored.comment.split("\n")[0])
-    expect("scf_dump date", time.mktime(time.strptime(comments["DATE"])), float(stored.start))
-    expect("convert_trace output", bool(run("convert_trace", "-out_format", "scf", stdin=path)), True)
-    extracted = "".join(run("extract_seq", "-scf", path).decode("latin-1").split())
-    wanted = "" if stored.failed else stored.letters
-    expect("scf_dump letters", letters, wanted)
-    expect("extract_seq letters", extracted, wanted)
-    expect("scf_dump curves", curves, {x: [] if stored.failed else stored.scf_curve(x) for x in "ACGT"})
-    if wanted:
-        expect("scf_dump peaks", peaks, [max(p, 0) for p in stored.peaks])
-        expect("seqret letters", seqret(path, "scf", work), wanted.upper())
+def converted(path, work, *options):
+    """What convert_trace makes of a file, in scf_dump's print."""
+    target = work / "converted.scf"
+    target.write_bytes(run("convert_trace", *options, "-out_format", "scf", stdin=path))
+    return scf_dump(target)
 
 
-def seqret(path, kind, work):
-    out = os.path.join(work, "seqret.fasta")
-    run("seqret", "-auto", "-sformat", kind, "-sequence", path, "-osformat", "fasta", "-outseq", out)
-    return str(SeqIO.read(out, "fasta").seq).upper()
+def extracted(path, kind):
+    return "".join(run("extract_seq", "-" + kind, path).decode("latin-1").split())
 
 
-def check_abd(path, stored, work):
+def emboss(form, work, *command):
+    """The one record that an EMBOSS program writes."""
+    target = work / "emboss.out"
+    run(*command, "-auto", "-outseq", target)
+    record = SeqIO.read(target, form)
+    return record, str(record.seq).upper()
+
+
+def check_scf(path, raw, called, work):
+    curves = called.scf_curves() if called else {x: [] for x in "ACGT"}
+    sample = called or raw
+    for reader, seen in (("scf_dump", scf_dump(path)), ("convert_trace", converted(path, work))):
+        expect(reader + " letters", seen[0], sample.letters)
+        expect(reader + " peaks", seen[1], [max(p, 0) for p in sample.peaks])
+        expect(reader + " curves", seen[2], curves)
+        expect(reader + " name", seen[3]["NAME"], sample.name)
+        expect(reader + " remark", seen[3]["SampleRemark"], sample.comment.split("\n")[0])
+        expect(reader + " date", seen[3]["DATE"], local(sample.start, "%a %b %e %H:%M:%S %Y"))
+    expect("extract_seq letters", extracted(path, "scf"), sample.letters)
+    if sample.letters:
+        record, letters = emboss("fasta", work, "seqret", "-sequence", "scf::%s" % path)
+        expect("seqret letters", letters, sample.letters.upper())
+        expect("seqret name", "NAME=%s;" % sample.name in record.description, True)
+
+
+def check_abd(path, raw, called, work):
+    sample = called or raw
+    step = max(raw.scans, sample.scans) // LONGEST_SERIES + 1
+    raw_curves = raw.abd_curves(raw.scans - 1, step)
+    curves = called.abd_curves(called.scans, step) if called else raw_curves
+    peaks = [int(p / step) for p in sample.peaks]
+    # The error that a percentage leaves, and 40 where none is known.
+    phred = [40 if p >= 100 else math.floor(min(40.0, -10 * math.log10(1 - p / 100)) + 0.5) for p in sample.qualities]
+
     record = SeqIO.read(path, "abi")
-    raw = record.annotations["abif_raw"]
-    local = lambda seconds: time.strftime("%Y-%m-%d %H:%M:%S", time.localtime(seconds))
-    expect("Biopython name", record.id, stored.name)
-    expect("Biopython start", record.annotations["run_start"], local(stored.start))
-    expect("Biopython stop", record.annotations["run_finish"], local(stored.stop))
-    expect("Biopython comment", raw["CMNT1"].decode("latin-1"), stored.comment)
-    scf = os.path.join(work, "converted.scf")
-    lanes = ("-abi_data", "1,2,3,4") if stored.failed else ()
-    with open(scf, "wb") as out:
-        out.write(run("convert_trace", *lanes, "-out_format", "scf", stdin=path))
-    letters, peaks, curves, comments = scf_dump(scf)
-    expect("convert_trace name", comments["NAME"], stored.name)
-    compact = lambda seconds: time.strftime("%Y%m%d.%H%M%S", time.localtime(seconds))
-    expect("convert_trace dates", comments["RUND"], compact(stored.start) + " - " + compact(stored.stop))
-    if stored.failed:
-        expect("Biopython letters", str(record.seq), "")
-        expect("convert_trace curves", tuple(curves["C"]), raw["DATA1"])
-        return
-    # The longer of the raw and the processed trace decides how many scans are left out.
-    step = next(n for n in range(1, 1000) if len(stored.curves["A"]) // n <= len(raw["DATA9"]))
-    wanted = {x: stored.abd_curve(x, step) for x in "CAGT"}
-    peaks_wanted = [int(p / step) for p in stored.peaks]
-    for number, letter in enumerate("CAGT", 9):
-        expect("Biopython DATA%d" % number, list(raw["DATA%d" % number]), wanted[letter])
-    expect("convert_trace curves", curves, {x: [max(v, 0) for v in wanted[x]] for x in "ACGT"})
-    expect("Biopython letters", str(record.seq), stored.letters)
-    expect("Biopython peaks", list(raw["PLOC2"]), peaks_wanted)
-    phred = lambda p: 40 if p >= 100 else math.floor(min(40.0, -10 * math.log10(1 - p / 100)) + 0.5)
-    expect("Biopython qualities", record.letter_annotations.get("phred_quality", []),
-           [phred(p) for p in stored.qualities])
-    expect("convert_trace peaks", peaks, peaks_wanted)
-    # io_lib shows the N of this format as a dash.
-    dashed = stored.letters.replace("N", "-")
-    expect("convert_trace letters", letters, dashed)
-    expect("extract_seq letters", "".join(run("extract_seq", "-abi", path).decode("latin-1").split()), dashed)
-    if stored.letters:
-        expect("seqret letters", seqret(path, "abi", work), stored.letters.upper())
-        viewed = os.path.join(work, "abiview.fasta")
-        run("abiview", "-auto", "-graph", "data", "-goutfile", os.path.join(work, "view"), "-infile", path,
-            "-outseq", viewed)
-        expect("abiview letters", str(SeqIO.read(viewed, "fasta").seq).upper(), stored.letters.upper())
+    tags = record.annotations["abif_raw"]
+    expect("Biopython name", record.id, sample.name)
+    expect("Biopython start", record.annotations["run_start"], local(sample.start, "%Y-%m-%d %H:%M:%S"))
+    expect("Biopython stop", record.annotations["run_finish"], local(sample.stop, "%Y-%m-%d %H:%M:%S"))
+    expect("Biopython comment", tags["CMNT1"].decode("latin-1"), sample.comment)
+    expect("Biopython letters", str(record.seq), sample.letters)
+    expect("Biopython qualities", record.letter_annotations.get("phred_quality", []), phred)
+    expect("Biopython peaks", list(tags.get("PLOC2", ())), peaks)
+    for number, letter in enumerate("CAGT"):
+        expect("Biopython DATA%d" % (number + 1), list(tags["DATA%d" % (number + 1)]), raw_curves[letter])
+        if called:
+            expect("Biopython DATA%d" % (number + 9), list(tags["DATA%d" % (number + 9)]), curves[letter])
+    expect("Biopython current", [v & 0xFFFF for v in tags["DATA6"]],
+           [v & 0xFFFF for v in raw.current[::step][: (raw.scans - 1) // step]])
+
+    # io_lib looks for processed curves unless it is told not to, and shows the N of this format as a dash.
+    dashed = sample.letters.replace("N", "-")
+    seen = converted(path, work, *([] if called else ["-abi_data", "1,2,3,4"]))
+    expect("convert_trace letters", seen[0], dashed)
+    expect("convert_trace peaks", seen[1], peaks)
+    expect("convert_trace curves", seen[2], {x: [max(v, 0) for v in curves[x]] for x in "ACGT"})
+    expect("convert_trace name", seen[3]["NAME"], sample.name)
+    expect("convert_trace dates", seen[3]["RUND"], " - ".join(local(t, "%Y%m%d.%H%M%S") for t in (sample.start, sample.stop)))
+    if called:
+        expect("extract_seq letters", extracted(path, "abi"), dashed)
+    if sample.letters:
+        record, letters = emboss("fastq", work, "seqret", "-sequence", "abi::%s" % path, "-osformat", "fastq-sanger")
+        expect("seqret letters", letters, sample.letters.upper())
+        if re.fullmatch(r"[\w ]*\w\w", sample.name):  # what EMBOSS makes of other names is its own affair
+            expect("seqret name", record.id, sample.name.split()[-1])
+        expect("seqret qualities", record.letter_annotations["phred_quality"], phred)
+        view = emboss("fasta", work, "abiview", "-infile", path, "-graph", "data", "-goutfile", work / "view")
+        expect("abiview letters", view[1], sample.letters.upper())
 
 
-def exported(sample, kind):
-    folder, name = os.path.split(sample)
-    leaf = name[:-4] + "." + kind
-    places = [os.path.join(folder, kind.upper(), leaf), os.path.join(folder, leaf)]
-    return next((place for place in places if os.path.exists(place)), places[0])
+def write_variant(source, name, change):
+    """A sample with other scans: `change` gets those of `source`."""
+    data = source.read_bytes()
+    scans = struct.unpack_from("<I", data, len(data) - TRAILER + 616)[0]
+    records, rest = change(data[: 20 * scans]), bytearray(data[20 * scans :])
+    struct.pack_into("<I", rest, len(rest) - TRAILER + 616, len(records) // 20)
+    source.with_name(name + source.suffix).write_bytes(records + rest)
 
 
-def main(roots):
-    samples = [os.path.join(folder, name) for root in roots for folder, _, names in os.walk(root)
-               for name in sorted(names) if name.endswith((".esd", ".fsd"))]
-    failures = 0
-    with tempfile.TemporaryDirectory() as work:
-        for sample in samples:
-            stored = Stored(sample)
-            for kind, check in (("scf", check_scf), ("abd", check_abd)):
-                try:
-                    check(exported(sample, kind), stored, work)
-                except Exception as error:
-                    failures += 1
-                    print("%s: %s: %s" % (exported(sample, kind), type(error).__name__, error))
-    print("%d samples, %d files that a reader did not read as stored" % (len(samples), failures))
-    return 0 if samples and failures == 0 else 1
+def remove_bases(path):
+    data = bytearray(path.read_bytes())
+    number = data.index(b"BASES CALLED\0") + len(b"BASES CALLED\0") + 2
+    data[number : number + 2] = bytes(2)
+    path.write_bytes(data)
+
+
+def export(program, plate_folder, output):
+    """Has the program call and export all samples; gives the paths of each raw sample and its result."""
+    plate, calls = output / "plate", output / "calls"
+    for folder in (plate, calls):
+        shutil.rmtree(folder, ignore_errors=True)
+        folder.mkdir(parents=True)
+    for path in sorted(pathlib.Path(plate_folder).glob("*.[re]sd")):
+        shutil.copy(path, plate)
+    samples = sorted(plate.iterdir())
+    write_variant(samples[0], "short", lambda records: records[: 20 * 100])
+    write_variant(samples[0], "long", lambda records: records * (20 * LONGEST_SERIES // len(records) + 1))
+    run(program, "-IP", plate, "-OD", calls, "-BC")
+    folder = next(calls.iterdir())
+    if len(samples) > 1:
+        remove_bases(folder / (samples[-1].stem + ".esd"))
+    run(program, "-IP", plate, "-OD", calls, "-BC", "-ABD", "-SCF")
+    return [(path, folder / (path.stem + ".esd")) for path in sorted(plate.glob("*.[re]sd"))]
+
+
+def main(program, plate, output):
+    os.environ["TZ"] = "CET-1CEST,M3.5.0,M10.5.0/3"
+    time.tzset()
+    files = failed = wrong = 0
+    for raw_path, called_path in export(program, plate, output):
+        raw = Stored(raw_path)
+        called = Stored(called_path) if called_path.exists() else None
+        failed += called is None
+        for kind, check in (("scf", check_scf), ("abd", check_abd)):
+            path = called_path.parent / kind.upper() / (called_path.stem + "." + kind)
+            files += 1
+            try:
+                check(path, raw, called, output)
+            except Exception as error:
+                wrong += 1
+                print("%s: %s: %s" % (path, type(error).__name__, error))
+    print("%d files, %d of failed samples; %d were not read as stored" % (files, 2 * failed, wrong))
+    return 0 if files and failed and not wrong else 1
 
 
 if __name__ == "__main__":
-    if len(sys.argv) < 2:
+    if len(sys.argv) != 4:
         sys.exit(__doc__)
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(main(sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])))
