@@ -155,8 +155,9 @@ TEST_F(SampleFile, BaseOrders) {
             // Letters that the order lacks keep their channels of before.
             EXPECT_EQ(channelOrderAcgt, (std::array<std::int32_t, 4>{7, 1, 7, 7}));
         }
-        if (c.version < 1.2)
+        if (c.version < 1.2) {
             EXPECT_EQ(sample->info.plateId + sample->info.wellId + sample->info.sampleName, "thePlateA01xyz");
+        }
     }
 }
 
