@@ -213,4 +213,26 @@ std::vector<Call> CallBases(const Curves& sharp, ScanRange range, const CTrack& 
     return CRowSearch(sharp, range, spacing).Run();
 }
 
+void CentreCalls(std::vector<Call>& calls, const Curves& sharp) {
+    constexpr double share = 0.3;  // of the gaps to the neighbours
+    std::vector<double> centres;
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        const Curve& curve = sharp[static_cast<std::size_t>(calls[i].channel)];
+        const double before = i > 0 ? calls[i].scan - calls[i - 1].scan : calls[i].spacing;
+        const double after = i + 1 < calls.size() ? calls[i + 1].scan - calls[i].scan : calls[i].spacing;
+        const int last = static_cast<int>(curve.size()) - 2;
+        const int from = std::max(1, static_cast<int>(std::ceil(calls[i].scan - share * before)));
+        const int to = std::min(last, static_cast<int>(calls[i].scan + share * after));
+        double centre = calls[i].scan;
+        for (int scan = from; scan <= to; ++scan) {
+            const double* y = curve.data() + scan;
+            const double bend = y[-1] - 2 * y[0] + y[1];
+            if (y[0] >= y[-1] && y[0] >= y[1] && bend < 0) centre = scan + 0.5 * (y[-1] - y[1]) / bend;
+        }
+        centres.push_back(std::clamp(centre, calls[i].scan - share * before, calls[i].scan + share * after));
+    }
+    for (std::size_t i = 0; i < calls.size(); ++i)
+        calls[i].scan = centres[i];
+}
+
 }  // namespace lanecall

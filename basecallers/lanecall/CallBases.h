@@ -16,4 +16,7 @@ struct Call {
 // slowly and lies near the given one. `sharp` are sharpened curves in which a usual peak is about 1.
 std::vector<Call> CallBases(const Curves& sharp, ScanRange range, const CTrack& spacing);
 
+// Moves each call to the top of its peak, between scans, where one is near; the order of the calls stays.
+void CentreCalls(std::vector<Call>& calls, const Curves& sharp);
+
 }  // namespace lanecall

@@ -58,11 +58,13 @@ bool CCaller::Run(int procedure) {
     if (procedure != done)
         return Fail("Procedure " + std::to_string(procedure) + " was asked for when " + std::to_string(done) +
                     " was due");
-    static constexpr bool (CCaller::*procedures[procedureCount])() = {&CCaller::Prepare, &CCaller::SeparateDyes,
-                                                                      &CCaller::Measure, &CCaller::SharpenPeaks,
-                                                                      &CCaller::Align,   &CCaller::CallRead};
+    using Step = bool (CCaller::*)();
+    static constexpr std::array<Step, procedureCount> steps = {&CCaller::Prepare, &CCaller::SeparateDyes,
+                                                               &CCaller::Measure, &CCaller::SharpenPeaks,
+                                                               &CCaller::Align,   &CCaller::CallRead};
     if (procedure >= procedureCount) return Fail("There is no procedure " + std::to_string(procedure));
-    const bool ok = (this->*procedures[procedure])();
+    const Step step = steps[static_cast<std::size_t>(procedure)];
+    const bool ok = (this->*step)();
     if (ok) ++done;
     return ok;
 }
@@ -164,8 +166,8 @@ bool CCaller::Align() {
     const Spacing fine = EstimateSpacing(impulses, range, shortestShare * usual, longestShare * usual);
     if (fine.found) spacing = fine;
     const ShiftTracks shifts = EstimateMobility(impulses, spacing);
-    ShiftCurves(curves, shifts);
-    ShiftCurves(sharp, shifts);
+    ShiftCurves(curves, range, shifts);
+    ShiftCurves(sharp, range, shifts);
     return true;
 }
 
@@ -173,7 +175,8 @@ bool CCaller::CallRead() {
     constexpr int measureStep = 200;
     calls = CallBases(sharp, range, spacing.scans);
     if (calls.size() < fewestBases) return Fail("The read is too short: " + std::to_string(calls.size()) + " bases");
-    qualities = JudgeCalls(calls, sharp, spacing.scans);
+    CentreCalls(calls, sharp);
+    qualities = JudgeCalls(calls, sharp);
     good = FindGoodRegion(qualities);
     if (good.last - good.first + 1 < static_cast<int>(fewestBases))
         return Fail("No readable sequence: nowhere do " + std::to_string(fewestBases) +

@@ -29,8 +29,7 @@ class CCaller {
 
     // --- what came of it; empty until the procedure that makes it has run ---
     ScanRange Range() const { return range; }
-    const Curves& Processed() const { return curves; }
-    const Curves& Sharp() const { return sharp; }
+    Curves& Processed() { return curves; }
     const std::vector<Call>& Calls() const { return calls; }
     char LetterOf(int channel) const { return letters[static_cast<std::size_t>(channel)]; }
     const std::vector<double>& Qualities() const { return qualities; }
@@ -38,7 +37,7 @@ class CCaller {
     double Overall() const { return OverallQuality(qualities, good); }
     // In the order A, C, T, G; none before separation.
     const std::optional<Matrix>& MatrixUsed() const { return matrixUsed; }
-    const Annotation& Notes() const { return notes; }
+    Annotation& Notes() { return notes; }
 
   private:
     bool Prepare();

@@ -16,6 +16,7 @@ using Phasor = std::complex<double>;
 using Phasors = std::vector<std::array<Phasor, channelCount>>;  // of each window
 
 constexpr double windowScans = 480;
+constexpr double greatestShift = 2;  // of one dye against another, in spacings
 
 // The rhythm of each channel at the known spacing: the angle tells where on the grid its peaks stand.
 Phasors RhythmOf(const ImpulseLists& impulses, const Spacing& spacing) {
@@ -138,9 +139,10 @@ ShiftTracks EstimateMobility(const ImpulseLists& impulses, const Spacing& spacin
     }
     const auto wholes = WholeSpacings(impulses, shifts, spacing, anchor);
     for (std::size_t w = 0; w < phasors.size(); ++w) {
+        const double most = greatestShift * spacing.scans[w];
         double mean = 0;
         for (std::size_t c = 0; c < channelCount; ++c) {
-            shifts[c][w] += wholes[c] * spacing.scans[w];
+            shifts[c][w] = std::clamp(shifts[c][w] + wholes[c] * spacing.scans[w], -most, most);
             mean += shifts[c][w] / channelCount;
         }
         for (auto& track : shifts)
@@ -149,22 +151,14 @@ ShiftTracks EstimateMobility(const ImpulseLists& impulses, const Spacing& spacin
     return shifts;
 }
 
-void ShiftCurves(Curves& curves, const ShiftTracks& shifts) {
+void ShiftCurves(Curves& curves, ScanRange range, const ShiftTracks& shifts) {
     for (std::size_t c = 0; c < channelCount; ++c) {
         if (shifts[c].Size() == 0) continue;
-        Curve moved(curves[c].size());
-        for (std::size_t i = 0; i < moved.size(); ++i) {
-            const auto scan = static_cast<double>(i);
-            moved[i] = Interpolate(curves[c], scan + shifts[c].At(scan));
-        }
+        Curve moved = curves[c];
+        for (int i = range.first; i < range.end; ++i)
+            moved[static_cast<std::size_t>(i)] = Interpolate(curves[c], i + shifts[c].At(i));
         curves[c].swap(moved);
     }
-}
-
-void ShiftImpulses(ImpulseLists& impulses, const ShiftTracks& shifts) {
-    for (std::size_t c = 0; c < channelCount; ++c)
-        for (Impulse& impulse : impulses[c])
-            impulse.scan -= shifts[c].At(impulse.scan);
 }
 
 }  // namespace lanecall

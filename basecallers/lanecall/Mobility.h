@@ -9,8 +9,7 @@ using ShiftTracks = std::array<CTrack, channelCount>;  // scans by which a chann
 
 // The shifts that put the peaks of all channels on one even grid. They average 0 over the channels that have peaks.
 ShiftTracks EstimateMobility(const ImpulseLists& impulses, const Spacing& spacing);
-// Moves every peak to the scan at which it would be without its dye's shift.
-void ShiftCurves(Curves& curves, const ShiftTracks& shifts);
-void ShiftImpulses(ImpulseLists& impulses, const ShiftTracks& shifts);
+// Moves every peak of the range to the scan at which it would be without its dye's shift.
+void ShiftCurves(Curves& curves, ScanRange range, const ShiftTracks& shifts);
 
 }  // namespace lanecall

@@ -13,13 +13,13 @@ double Falling(double value, double limit, double steepness) {
 }
 
 // How uneven the bases round call i stand: the mean departure from the spacing over three gaps at either side.
-double Unevenness(const std::vector<Call>& calls, std::size_t i, const CTrack& spacing) {
+double Unevenness(const std::vector<Call>& calls, std::size_t i) {
     constexpr std::size_t reach = 3;
     const std::size_t from = i > reach ? i - reach : 0, to = std::min(calls.size() - 1, i + reach);
     if (from == to) return 1;
     double sum = 0;
     for (std::size_t k = from; k < to; ++k) {
-        const double gap = (calls[k + 1].scan - calls[k].scan) / std::max(1.0, spacing.At(calls[k].scan));
+        const double gap = (calls[k + 1].scan - calls[k].scan) / std::max(1.0, calls[k].spacing);
         sum += std::min(1.0, std::abs(gap - 1));
     }
     return sum / static_cast<double>(to - from);
@@ -42,12 +42,12 @@ double JudgeCall(const Call& call, const Curves& sharp) {
 
 }  // namespace
 
-std::vector<double> JudgeCalls(const std::vector<Call>& calls, const Curves& sharp, const CTrack& spacing) {
+std::vector<double> JudgeCalls(const std::vector<Call>& calls, const Curves& sharp) {
     constexpr double uneven = 0.25;
     constexpr int reach = 2;
     std::vector<double> alone(calls.size()), qualities(calls.size());
     for (std::size_t i = 0; i < calls.size(); ++i)
-        alone[i] = JudgeCall(calls[i], sharp) * Falling(Unevenness(calls, i, spacing), uneven, 3);
+        alone[i] = JudgeCall(calls[i], sharp) * Falling(Unevenness(calls, i), uneven, 3);
     const int count = static_cast<int>(calls.size());
     for (int i = 0; i < count; ++i) {
         const int from = std::max(0, i - reach), to = std::min(count, i + reach + 1);

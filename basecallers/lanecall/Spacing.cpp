@@ -176,6 +176,8 @@ Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range, double sh
         weights.push_back(std::max(0.0, power - 1));
     constexpr double stiffness = 30, level = 0.2;
     scans = SmoothFit(scans, weights, stiffness, level);
+    for (double& value : scans)
+        value = std::clamp(value, 0.5 * shortest, 2 * longest);
     spacing.scans = CTrack(range.first, hopScans, std::move(scans));
     spacing.regularity = CTrack(range.first, hopScans, std::move(regularity));
     spacing.found = true;

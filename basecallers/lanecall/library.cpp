@@ -2,7 +2,7 @@
 // CCaller's. No exception passes them.
 #include <lanewright/basecaller.h>
 
-#include <exception>
+#include <algorithm>
 #include <memory>
 
 #include "lanecall/Caller.h"
@@ -23,8 +23,6 @@ struct Conversation {
     std::vector<BaseRecord> bases;
     std::array<std::array<float, 4>, 4> matrix{};
     std::array<float*, 4> matrixRows{};
-    lanecall::Curves processed;
-    lanecall::Annotation notes;
 };
 
 std::unique_ptr<Conversation> conversation;
@@ -34,7 +32,7 @@ template <class Result, class Work>
 Result Guarded(Result otherwise, Work work) noexcept {
     try {
         if (conversation) return work(*conversation);
-    } catch (const std::exception&) {
+    } catch (...) {
         // The caller of a C function can only be told by its result.
     }
     return otherwise;
@@ -53,8 +51,12 @@ void FillBases(Conversation& talk) {
         base.quality = i < qualities.size() ? static_cast<float>(qualities[i]) : 0;
         base.peaks = &talk.peaks[i];
         const auto scan = static_cast<std::size_t>(calls[i].scan);
+        lanecall::PerChannel heights{};
         for (std::size_t c = 0; c < channelCount; ++c)
-            base.strengths[c] = static_cast<float>(std::max(0.0, talk.caller.Processed()[c][scan]));
+            heights[c] = std::max(0.0, talk.caller.Processed()[c][scan]);
+        const double tallest = *std::max_element(heights.begin(), heights.end());
+        for (std::size_t c = 0; c < channelCount; ++c)
+            base.strengths[c] = tallest > 0 ? static_cast<float>(heights[c] / tallest) : 0;
     }
 }
 
@@ -79,7 +81,7 @@ LANECALL_EXPORT void SetNumSamples(int32_t) {
     conversation.reset();
     try {
         conversation = std::make_unique<Conversation>();
-    } catch (const std::exception&) {
+    } catch (...) {
         // Without a conversation every procedure fails.
     }
 }
@@ -128,9 +130,8 @@ LANECALL_EXPORT const char* ReportProblem(int32_t, int32_t*, double*) {
 LANECALL_EXPORT double** PeekProcessedTrace(int32_t, int32_t*, int32_t* first, int32_t* end) {
     *first = *end = 0;
     return Guarded<double**>(nullptr, [&](Conversation& talk) {
-        talk.processed = talk.caller.Processed();
         for (std::size_t c = 0; c < channelCount; ++c)
-            talk.channels[c] = talk.processed[c].data();
+            talk.channels[c] = talk.caller.Processed()[c].data();
         *first = talk.caller.Range().first;
         *end = talk.caller.Range().end;
         return talk.channels.data();
@@ -173,20 +174,20 @@ LANECALL_EXPORT void ReportSignalRangeForRawData(int32_t, int32_t* start, int32_
 
 LANECALL_EXPORT int32_t ReportSignalToNoise(int32_t, int32_t** zones, int32_t** values) {
     return Guarded(0, [&](Conversation& talk) {
-        talk.notes = talk.caller.Notes();
-        *zones = talk.notes.zones.data();
-        *values = talk.notes.zoneValues.data();
-        return static_cast<int>(talk.notes.zones.size() / 2);
+        lanecall::Annotation& notes = talk.caller.Notes();
+        *zones = notes.zones.data();
+        *values = notes.zoneValues.data();
+        return static_cast<int>(notes.zones.size() / 2);
     });
 }
 
 LANECALL_EXPORT int32_t ReportFWHMSpacing(int32_t, float** fwhm, int32_t** gaps, int32_t** positions) {
     return Guarded(0, [&](Conversation& talk) {
-        talk.notes = talk.caller.Notes();
-        *fwhm = talk.notes.fwhm.data();
-        *gaps = talk.notes.gaps.data();
-        *positions = talk.notes.positions.data();
-        return static_cast<int>(talk.notes.positions.size());
+        lanecall::Annotation& notes = talk.caller.Notes();
+        *fwhm = notes.fwhm.data();
+        *gaps = notes.gaps.data();
+        *positions = notes.positions.data();
+        return static_cast<int>(notes.positions.size());
     });
 }
 
