@@ -211,7 +211,7 @@ TEST_F(RsdFile, DamagedFiles) {
     const Bytes good = ReadBytes(MakeSample(20));
     const std::string path = Path("damaged.rsd");
     std::mt19937 random(777);
-    for (int round = 0; round < 600; ++round) {
+    for (int round = 0; round < 300; ++round) {
         Bytes bytes = good;
         for (unsigned i = random() % 6 + 1; i > 0; --i) {
             const std::size_t from = random() % 2 ? 400 : bytes.size() - 180;  // tree and trailer, or mostly the sizes
