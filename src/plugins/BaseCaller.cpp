@@ -3,14 +3,17 @@
 #include <lanewright/basecaller.h>
 #include <utility>
 
+#include "platform/Drives.h"
 #include "platform/Files.h"
 
 std::int32_t CBaseCaller::Load() {
+    // A drive is resolved before the working folder moves, because the registry store may be named relative to it.
+    const auto path = platform::NativePath(folder + '\\' + fileName);
     // A library may read files of its own that lie beside it.
     const auto workingFolder = platform::CurrentFolder();
     platform::SetCurrentFolder(folder);
     platform::Library loaded;
-    const bool isLoaded = loaded.Open(folder + '\\' + fileName);
+    const bool isLoaded = path && loaded.Open(*path);
     if (isLoaded) {
         // Only now is an earlier load let go of, so a library that is loaded already stays so with all its state.
         module = std::move(loaded);

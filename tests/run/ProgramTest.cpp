@@ -156,6 +156,10 @@ TEST_F(ProgramTest, RunsThatCannotStartSayWhy) {
     EXPECT_EQ(store.exitCode, 1);
     EXPECT_EQ(store.errors, "Cannot locate    file \r\n");
     EXPECT_EQ(store.output, "");
+    // The store is named relative to the working folder, which moves while a library loads.
+    temp.Write("bin/registry.ini",
+               "[Quillion\\Base Calling]\nPath = D:\\bin\nAnalyzedDataPath = d:/new\n[Drives]\nD = ../\n");
+    EXPECT_EQ(CountOf("successfully", Run("-IP plate -BC").output), 1u);
     temp.Write("bin/basecall.ini", "[Base Callers]\nTenth tenth.so\n");
     EXPECT_EQ(CountOf(" in Base Callers section. The program will be terminated \r\n.", Run("-IP plate").output), 1u);
 }
