@@ -84,7 +84,8 @@ struct FoundEntry {
 
 // All entries that match `pattern`: wildcards "*" and "?" in the last component, "*.*" matches every name, ASCII letter
 // case is ignored in a wildcard search only. Ascending by name, case ignored, ties by byte value; "." and ".." are left
-// out. Without a wildcard, the entry of that name if there is one. Folders without rights give nothing.
+// out, links to nothing are not. Without a wildcard, the entry of that name if it leads to anything. Folders without
+// rights give nothing.
 std::vector<FoundEntry> FindFiles(const std::string& pattern);
 
 // The working folder as a full path, and moving it. CurrentFolder gives nothing when it cannot be told.

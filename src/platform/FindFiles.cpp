@@ -43,10 +43,18 @@ bool IsDotName(std::string_view name) {
     return name == "." || name == "..";
 }
 
-// Adds the entry unless it names nothing, as a link to a file that is gone does.
-void AddEntry(const std::string& folder, const std::string& name, std::vector<FoundEntry>& entries) {
+// Adds what the name leads to, if there is anything.
+void AddNamed(const std::string& folder, const std::string& name, std::vector<FoundEntry>& entries) {
     struct stat status {};
     if (::stat((folder + name).c_str(), &status) == 0) entries.push_back({name, S_ISDIR(status.st_mode)});
+}
+
+// Adds an entry of a listing. A link to a file that is gone is one too: whoever opens it will tell of the loss.
+void AddListed(const std::string& folder, const std::string& name, std::vector<FoundEntry>& entries) {
+    const std::string path = folder + name;
+    struct stat status {};
+    if (::stat(path.c_str(), &status) == 0 || ::lstat(path.c_str(), &status) == 0)
+        entries.push_back({name, S_ISDIR(status.st_mode)});
 }
 
 }  // namespace
@@ -60,7 +68,7 @@ std::vector<FoundEntry> FindFiles(const std::string& pattern) {
     const std::string last = native->substr(nameStart);
     if (last.empty() || IsDotName(last)) return entries;
     if (last.find_first_of("*?") == std::string::npos) {
-        AddEntry(folder, last, entries);
+        AddNamed(folder, last, entries);
         return entries;
     }
 
@@ -68,7 +76,7 @@ std::vector<FoundEntry> FindFiles(const std::string& pattern) {
     if (listing == nullptr) return entries;
     while (const dirent* entry = ::readdir(listing.get())) {
         const std::string name = entry->d_name;
-        if (!IsDotName(name) && MatchesWildcard(name, last)) AddEntry(folder, name, entries);
+        if (!IsDotName(name) && MatchesWildcard(name, last)) AddListed(folder, name, entries);
     }
     std::sort(entries.begin(), entries.end(), IsBeforeInListing);
     return entries;
