@@ -70,7 +70,7 @@ int CopyFile(const std::string& from, const std::string& to);
 int DeleteFile(const std::string& path);
 // Renames within one folder tree, replacing `to` in one step.
 int RenameFile(const std::string& from, const std::string& to);
-// Gives the owner the right to write (a file's "normal" attributes).
+// Gives the owner the rights to read and write (a file's "normal" attributes).
 int SetNormalAttributes(const std::string& path);
 // True when both paths name one existing file (device and inode, whatever the spelling).
 bool IsSameFile(const std::string& a, const std::string& b);

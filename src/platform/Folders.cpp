@@ -47,8 +47,9 @@ int RenameFile(const std::string& from, const std::string& to) {
 int SetNormalAttributes(const std::string& path) {
     struct stat status {};
     if (const int error = Status(path, status)) return error;
-    if ((status.st_mode & S_IWUSR) != 0) return 0;
-    return OnNativePath(path, [&](const char* name) { return ::chmod(name, (status.st_mode & 07777) | S_IWUSR); });
+    constexpr mode_t normal = S_IRUSR | S_IWUSR;
+    if ((status.st_mode & normal) == normal) return 0;
+    return OnNativePath(path, [&](const char* name) { return ::chmod(name, (status.st_mode & 07777) | normal); });
 }
 
 bool IsSameFile(const std::string& a, const std::string& b) {
