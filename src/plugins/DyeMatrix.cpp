@@ -6,11 +6,12 @@
 //   behind it        16 decimal numbers with any white space between them, row after row
 //
 // The number in row i, column j of the file is the one of the letters i and j of its first line. Anything else, numbers
-// that are missing or do not fit a 32-bit float, makes the file a damaged one.
+// that are missing or too large for a 32-bit float, makes the file a damaged one.
 #include "plugins/DyeMatrix.h"
 
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <optional>
 #include <string_view>
 
@@ -47,8 +48,14 @@ std::optional<float> TakeNumber(std::string_view& text) {
     if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
     float number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || !std::isfinite(number)) return std::nullopt;
-    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    const auto length = static_cast<std::size_t>(end - text.data());
+    // A number too small for a 32-bit float is no damage: it is 0. One that is too large is infinite.
+    if (error == std::errc::result_out_of_range)
+        number = std::strtof(std::string(text.substr(0, length)).c_str(), nullptr);
+    else if (error != std::errc())
+        return std::nullopt;
+    if (!std::isfinite(number)) return std::nullopt;
+    text.remove_prefix(length);
     return number;
 }
 

@@ -56,12 +56,12 @@ TEST_F(BindingTest, UnattendedRunsBindOne) {
     CBaseCallerSet& one = *driver.baseCallers;
     temp.Write("basecall.ini", list + "\n[General]\nANNOTATION TURNED ON\tt\n");
     temp.Write("c/Program Files/Corvane Instrument/Quillion/bin/dyeMethod1.ini",
-               "GATC, old\r\n1 2 3 4\r\n5\t6 7 8 9 10 11 12 +13 14 15 1.6e1 17");
+               "GATC, old\r\n1e-50 2 3 4\r\n5\t6 7 8 9 10 11 12 +13 14 15 1.6e1 17");
     EXPECT_EQ(one.BindOneCaller("missing"), 0);
     EXPECT_EQ(one.BindOneCaller("scripted.so"), 1);
     EXPECT_TRUE(one.callers[1]->name == "One" && !one.callers[1]->module.IsOpen() && !one.currentCaller);
     EXPECT_EQ(one.annotationOn, 1);
-    const Matrix4 expected = {{{6, 8, 7, 5}, {14, 16, 15, 13}, {10, 12, 11, 9}, {2, 4, 3, 1}}};
+    const Matrix4 expected = {{{6, 8, 7, 5}, {14, 16, 15, 13}, {10, 12, 11, 9}, {2, 4, 3, 0}}};
     EXPECT_EQ(one.dyeMatrix->Values(), expected);
     EXPECT_EQ(one.dyeMatrix->RowPointers()[1][0], 14);
     const char* const damaged[][2] = {{"GATN", "1"}, {"GATT", "1"}, {"GA", "1"}, {"GATC", ""}, {"GATC", "nan"}};
