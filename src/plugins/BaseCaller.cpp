@@ -25,12 +25,19 @@ std::int32_t CBaseCaller::Load() {
 
 void CBaseCaller::Unload() {
     if (!module.IsOpen()) return;
-    if (const auto cleanUp = reinterpret_cast<decltype(&::CleanUp)>(module.Symbol("CleanUp"))) cleanUp();
+    try {
+        if (const auto cleanUp = reinterpret_cast<decltype(&::CleanUp)>(module.Symbol("CleanUp"))) cleanUp();
+    } catch (...) {  // nothing depends on how the library leaves
+    }
     module.Close();
 }
 
 void CBaseCaller::ReadFolderSuffix() {
     const auto getCode = reinterpret_cast<decltype(&::GetBaseCallerCod)>(module.Symbol("GetBaseCallerCod"));
-    const char* code = getCode ? getCode() : nullptr;
+    const char* code = nullptr;
+    try {
+        if (getCode) code = getCode();
+    } catch (...) {  // a library that breaks off here has no code; its base calls tell what else is wrong with it
+    }
     folderSuffix = std::string("_") + (code ? code : "N") + "_QX1";
 }

@@ -19,4 +19,5 @@ struct Script {
     float** rows = nullptr;
     std::int32_t measured = 2, *zones = sixteen;
     std::vector<float> fwhm{1.5f, 2.5f};
+    bool breaksOff = false;  // CleanUp throws
 };

@@ -54,4 +54,6 @@ ENTRY(Int, ReportSpecSepDepth, (Int), (), 6)
 ENTRY(void, ReportSpecSepQual, (Int, float* overall, float* channels), (), std::fill_n(channels, 4, *overall = 0.25f))
 ENTRY(void, ReportTrueStartStopPoints, (Int, Int* a, Int* b), (), (*a += 13, *b += 14))
 // Nothing that was reported may be read any more.
-ENTRY(void, CleanUp, (), (), (script.problem.clear(), script.bases.assign(script.bases.size(), {}), script.fwhm = {0}))
+ENTRY(void, CleanUp, (), (),
+      (script.problem.clear(), script.bases.assign(script.bases.size(), {}), script.fwhm = {0},
+       script.breaksOff ? throw 1 : 0))
