@@ -62,7 +62,7 @@ const char* GetProgramName(void);
 
 /* Turns annotation on; only ever called with 1. Optional; without it no annotation is asked for. */
 void SetIfAnnotate(int32_t flag);
-/* Number of samples to come: 1. Needed; the first call of every conversation that changes state. */
+/* Number of samples to come: 1. Needed; starts every conversation (only SetIfAnnotate may come before it). */
 void SetNumSamples(int32_t count);
 /* The raw trace: `channels` (4) arrays of `scans` values and a fifth with the current, valid until CleanUp;
  * `rate` in scans a second; `baseOrder` the letters of channels 1 to 4, then "N". Needed. */
