@@ -14,8 +14,10 @@ constexpr int exitDone = 0;
 constexpr int exitFailed = 1;
 
 int RunProgram(int argc, const char* const* argv) {
+    // Ahead of the log, which must not end up as standard output or end the process at a limit.
+    const bool isStarted = platform::StartProcess();
     startuplog::Begin();
-    if (!platform::StartProcess()) {
+    if (!isStarted) {
         platform::PrintError("Fatal Error: MFC initialization failed\n");
         startuplog::Append("Fatal Error: MFC initialization failed\n");
         return exitFailed;
