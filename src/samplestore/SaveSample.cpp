@@ -2,6 +2,7 @@
 #include <cerrno>
 
 #include "platform/Files.h"
+#include "platform/PassingFile.h"
 #include "plugins/BaseCallerSet.h"
 #include "records/HtmlFile.h"
 #include "records/Messages.h"
@@ -19,55 +20,64 @@ bool IsAccessDenied(std::int32_t error) {
     return error == EACCES || error == EPERM || error == EROFS || error == EISDIR;
 }
 
-// Makes `target` a writable copy of the raw file and opens it. On failure no target is left, and what must be told has
-// been told; the raw file is never touched, also when `target` is the raw file.
-bool OpenCopy(const CSampleFile& sample, const std::string& target, CRsdFile& file) {
-    if (!sample.rawTrace) return false;
-    const std::int32_t copied = platform::CopyFile(sample.rawTrace->path, target);
-    if (copied != 0) {
-        CRunDriver* driver = sample.plate->driver;
-        if (IsAccessDenied(copied) && driver) driver->Report("Access is denied");
-        return false;
-    }
-    if (platform::SetNormalAttributes(target) != 0) {
-        platform::DeleteFile(target);
-        return false;
-    }
-    if (file.Open(target, false) != 0) {
-        sample.plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {target}));
-        platform::DeleteFile(target);
-        return false;
-    }
-    return true;
-}
+// The target of a storing: made under a passing name, so that nothing half-made is ever taken for stored calls, be the
+// program ended when it may. What must be told of a failure is told here.
+class CSampleCopy {
+  public:
+    CSampleCopy(const CSampleFile& owner, const std::string& path) : sample(owner), target(path) {}
 
-// Stores what is pending. A half-written target is left to the caller, who deletes it.
-bool CloseCopy(const CSampleFile& sample, const std::string& target, CRsdFile& file) {
-    if (file.Close() == 0) return true;
-    sample.plate->Log(FormatMessage(MessageId::WriteFailed, {target}));
-    return false;
-}
+    // Makes a writable copy of the raw file and opens it as `file`. The raw file is never touched, also when it is the
+    // target itself.
+    bool Open() {
+        if (!sample.rawTrace || platform::IsSameFile(sample.rawTrace->path, target)) return false;
+        std::int32_t error = passing.Begin(target);
+        if (error == 0) error = platform::CopyFile(sample.rawTrace->path, passing.Name());
+        if (error != 0) {
+            CRunDriver* driver = sample.plate->driver;
+            if (IsAccessDenied(error) && driver) driver->Report("Access is denied");
+            return false;
+        }
+        if (platform::SetNormalAttributes(passing.Name()) != 0) return false;
+        if (file.Open(passing.Name(), false) == 0) return true;
+        sample.plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {target}));
+        return false;
+    }
+    // Stores what is pending and gives the file its name.
+    bool Close() {
+        if (file.Close() == 0 && passing.Finish() == 0) return true;
+        sample.plate->Log(FormatMessage(MessageId::WriteFailed, {target}));
+        return false;
+    }
+
+  private:
+    const CSampleFile& sample;
+    const std::string target;
+    platform::PassingFile passing;
+
+  public:
+    CRsdFile file;  // closed ahead of `passing`, which removes what was not finished
+};
 
 }  // namespace
 
 std::int32_t CSampleFile::SaveProcessedSample(CTraceFile& holder, std::int32_t procedureIndex) {
-    CRsdFile file;
-    if (!OpenCopy(*this, holder.path, file)) return 0;
+    CSampleCopy copy(*this, holder.path);
+    if (!copy.Open()) return 0;
 
     const CProcessedTrace* trace = holder.Processed();
     if (trace) {
         CAnalysisInfo analysis = info.analysis;
         std::vector<ScanRecord> scans;
         trace->ToScans(scans, analysis);
-        file.WriteScans(std::move(scans));
+        copy.file.WriteScans(std::move(scans));
         info.scanCount = trace->scanCount;
         info.analysis = std::move(analysis);
         info.processed = true;
         if (procedureIndex == highestProcedure && trace->separationMatrix)
             info.separationMatrix = *trace->separationMatrix;
-        file.WriteInfo(info);
+        copy.file.WriteInfo(info);
     }
-    if (!CloseCopy(*this, holder.path, file)) return 0;
+    if (!copy.Close()) return 0;
     if (trace) plate->AddToMarkupLog(holder.path, markup::processedSection);
     return 1;
 }
@@ -75,21 +85,21 @@ std::int32_t CSampleFile::SaveProcessedSample(CTraceFile& holder, std::int32_t p
 std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
     holder.path = ExportPath(holder.path, "fsd");
     if (holder.path.empty()) return 0;
-    CRsdFile file;
-    if (!OpenCopy(*this, holder.path, file)) return 0;
+    CSampleCopy copy(*this, holder.path);
+    if (!copy.Open()) return 0;
 
     const CRunDriver* driver = plate->driver;
     if (driver && driver->baseCallers && driver->baseCallers->currentCaller)
         info.analysis.baseCaller = driver->baseCallers->currentCaller->name;
     info.scanCount = 1;
     info.processed = true;
-    file.WriteInfo(info);
+    copy.file.WriteInfo(info);
     ScanRecord placeholder;
     placeholder.words[0] = 1;
     for (int channel = 1; channel <= channelCount; ++channel)
         placeholder.SetFloat(channel, 1.0f);
-    file.WriteScans({placeholder});
-    if (!CloseCopy(*this, holder.path, file)) return 0;
+    copy.file.WriteScans({placeholder});
+    if (!copy.Close()) return 0;
     plate->AddToMarkupLog(holder.path, markup::processedSection);
     return 1;
 }

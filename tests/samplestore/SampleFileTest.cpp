@@ -249,12 +249,13 @@ TEST_F(SampleSaving, FailedCopies) {
     EXPECT_EQ(LogAfterLoading(), "Using base order TGCA. \r\n");
 }
 
-// A raw file that cannot be updated: the failure is told and the half-made target left to the caller.
+// A raw file that cannot be updated: the failure is told and nothing half-made is left.
 TEST_F(SampleSaving, DamagedCopy) {
     CTraceFile& holder = Processed(Path("out/a.esd"));
     WriteBytes(Path("a.rsd"), Bytes(700));
     EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
     EXPECT_NE(Log().find("failed to write file " + Path("out/a.esd") + " \r\n"), std::string::npos);
+    EXPECT_TRUE(std::filesystem::is_empty(Path("out")));
     EXPECT_FALSE(std::filesystem::exists(Path("log.xml")));
 }
 
