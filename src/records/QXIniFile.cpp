@@ -113,9 +113,18 @@ void CQXIniFile::BuildText() {
 bool CQXIniFile::OpenForWriting() {
     for (int i = 0; i < tries; ++i) {
         if (i > 0) platform::Sleep(pauseBetweenTries);
-        if (Open(path, platform::OpenMode::CreateOrEmpty) == 0) return true;
+        if (Open(path, platform::OpenMode::CreateOrKeep) == 0) return true;
     }
     return false;
+}
+
+// `text` in place of all that is there. A longer file is cut at the end and not emptied at first: other programs never
+// see an empty log, and the host need not put the file on the disk at once, which takes longer than all the rest.
+bool CQXIniFile::WriteText() {
+    std::int64_t former = 0;
+    if (Length(former) != 0 || Write(text) != 0) return false;
+    const auto length = static_cast<std::int64_t>(text.size());
+    return former <= length || Truncate(length) == 0;
 }
 
 void CQXIniFile::WriteSections() {
@@ -124,10 +133,10 @@ void CQXIniFile::WriteSections() {
         platform::ShowBox("Cannot create a backup copy");
         return;
     }
-    // Built before the file is emptied, which keeps the time short in which it is not complete.
+    // Built before the file is opened, which keeps the time short in which it is not complete.
     BuildText();
     if (!OpenForWriting()) return;
-    const bool written = Write(text) == 0;
+    const bool written = WriteText();
     if (Close() == 0 && written) return;
     // A full disk costs this entry and not the former ones, for which there was room.
     platform::CopyFile(former, path);

@@ -69,4 +69,5 @@ class CQXIniFile : public CObject, public platform::File {
     CIniSection* FindSection(std::string_view tag);
     void BuildText();
     bool OpenForWriting();
+    bool WriteText();
 };
