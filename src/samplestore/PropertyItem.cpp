@@ -1,5 +1,6 @@
 #include "samplestore/PropertyItem.h"
 
+#include <bit>
 #include <cstring>
 
 #include "samplestore/LittleEndian.h"
@@ -86,11 +87,13 @@ bool CPropertyTree::ParseItem(CPropertyItem* item, ConstPosition& cursor, bool a
     std::uint32_t n = 0;
     for (std::uint32_t i = 0; i < lengthBytes; ++i)
         n |= static_cast<std::uint32_t>(cursor[1 + i]) << (8 * i);
-    if (n % ElementSize(type) != 0) return false;
+    // Element sizes are powers of two; a load parses thousands of items, and divisions would be half of that.
+    const std::uint32_t elementSize = ElementSize(type);
+    if ((n & (elementSize - 1)) != 0) return false;
 
     const ConstPosition data = cursor + 1 + lengthBytes;
     if (!IsPayloadValid(type, data, n, static_cast<std::size_t>(limit - data))) return false;
-    if (item) *item = {type, type == property::WideText ? 1 : n / ElementSize(type), data};
+    if (item) *item = {type, type == property::WideText ? 1 : n >> std::countr_zero(elementSize), data};
     if (advance) cursor = type == property::Subtree ? data : data + n;
     return true;
 }
