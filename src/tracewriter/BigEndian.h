@@ -2,12 +2,19 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
 using Bytes = std::vector<std::byte>;
+
+// The low 16 bits of `value` as they lie in a big-endian file.
+inline std::uint16_t ToBigEndian(std::uint32_t value) {
+    const auto word = static_cast<std::uint16_t>(value);
+    return std::endian::native == std::endian::big ? word : static_cast<std::uint16_t>(word << 8 | word >> 8);
+}
 
 inline void Put8(Bytes& out, std::uint32_t value) {
     out.push_back(static_cast<std::byte>(value & 0xFF));
