@@ -158,8 +158,7 @@ def check_scf(path, raw, called, work):
     expect("extract_seq letters", extracted(path, "scf"), sample.letters)
     if sample.letters:
         record, letters = emboss("fasta", work, "seqret", "-sequence", "scf::%s" % path)
-        expect("seqret letters", letters, sample.letters.upper())
-        expect("seqret name", "NAME=%s;" % sample.name in record.description, True)
+        expect("seqret", ("NAME=%s;" % sample.name in record.description, letters), (True, sample.letters.upper()))
 
 
 def check_abd(path, raw, called, work):
@@ -259,6 +258,4 @@ def main(program, plate, output):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 4:
-        sys.exit(__doc__)
-    sys.exit(main(sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])))
+    sys.exit(main(*map(pathlib.Path, sys.argv[1:])) if len(sys.argv) == 4 else __doc__)
