@@ -21,7 +21,7 @@ constexpr float impossible = -1e30f;
 
 using Scores = std::array<float, classCount>;
 
-using Changes = std::array<std::int8_t, classCount>;  // the class that the best row changed from after a base
+using Changes = std::array<std::uint8_t, classCount>;  // the class that the best row changed from after a base
 
 // The strongest channel at each scan of the range.
 struct Tops {
@@ -64,7 +64,7 @@ std::vector<float> PassingCosts(const Tops& tops) {
 // Lets a row move to a neighbouring class of spacing.
 void AllowChange(Scores& scores, Changes& from) {
     for (int k = 0; k < classCount; ++k)
-        from[static_cast<std::size_t>(k)] = static_cast<std::int8_t>(k);
+        from[static_cast<std::size_t>(k)] = static_cast<std::uint8_t>(k);
     const auto pass = [&](std::size_t k, std::size_t neighbour) {
         if (scores[neighbour] - changeCost > scores[k]) {
             scores[k] = scores[neighbour] - changeCost;
@@ -188,7 +188,7 @@ class CRowSearch {
             calls.push_back({static_cast<double>(scan), tops.channel[at], spacing.At(scan) / inverseRatios[k]});
             if (gap == 0) break;
             i -= gap;
-            k = static_cast<std::size_t>(changes[static_cast<std::size_t>(i)][k]);
+            k = changes[static_cast<std::size_t>(i)][k];
         }
         std::reverse(calls.begin(), calls.end());
         return calls;

@@ -25,11 +25,12 @@ double SaturatedShare(const Curves& curves, ScanRange range) {
     std::vector<char> flat(static_cast<std::size_t>(range.Length()), 0);
     for (const Curve& curve : curves) {
         const auto begin = curve.begin() + range.first, end = curve.begin() + range.end;
-        const auto [low, high] = std::minmax_element(begin, end);
-        if (*low == *high) continue;
+        const auto extremes = std::minmax_element(begin, end);
+        const double limit = *extremes.second;
+        if (*extremes.first == limit) continue;
         for (auto at = begin; at != end;) {
-            at = std::find(at, end, *high);
-            const auto stop = std::find_if(at, end, [&](double value) { return value != *high; });
+            at = std::find(at, end, limit);
+            const auto stop = std::find_if(at, end, [limit](double value) { return value != limit; });
             if (stop - at >= 3) std::fill(flat.begin() + (at - begin), flat.begin() + (stop - begin), 1);
             at = stop;
         }

@@ -135,7 +135,8 @@ std::vector<std::size_t> FollowFrequency(const Spectra& spectra, std::size_t ove
                 }
             }
             const double departure = frequency / centre - 1;
-            const double power = spectra.power[static_cast<std::size_t>(w)][static_cast<std::size_t>(low + s)];
+            const double power =
+                spectra.power[static_cast<std::size_t>(w)][static_cast<std::size_t>(low) + static_cast<std::size_t>(s)];
             next[static_cast<std::size_t>(s)] = best + power - departureCost * departure * departure;
         }
         score.swap(next);
@@ -143,7 +144,7 @@ std::vector<std::size_t> FollowFrequency(const Spectra& spectra, std::size_t ove
     auto state = static_cast<int>(std::max_element(score.begin(), score.end()) - score.begin());
     std::vector<std::size_t> path(static_cast<std::size_t>(windows));
     for (int w = windows - 1; w >= 0; --w) {
-        path[static_cast<std::size_t>(w)] = static_cast<std::size_t>(low + state);
+        path[static_cast<std::size_t>(w)] = static_cast<std::size_t>(low) + static_cast<std::size_t>(state);
         state = from[static_cast<std::size_t>(w)][static_cast<std::size_t>(state)];
     }
     return path;
@@ -172,6 +173,7 @@ Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range, double sh
         regularity.push_back(power[path[w]]);
     }
     std::vector<double> weights;
+    weights.reserve(regularity.size());
     for (double power : regularity)
         weights.push_back(std::max(0.0, power - 1));
     constexpr double stiffness = 30, level = 0.2;

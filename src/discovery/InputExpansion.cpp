@@ -43,6 +43,7 @@ void ExpandFiles(const std::string& parameter, std::vector<std::string>& files) 
 
 void CCommandLine::ExpandInputs(const std::vector<std::string>& patterns) {
     std::vector<CFileTypeFilter> types;
+    types.reserve(patterns.size());
     for (const std::string& pattern : patterns)
         types.push_back({pattern});
     for (const CParsedSwitch& given : switches) {

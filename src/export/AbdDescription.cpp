@@ -44,7 +44,8 @@ std::int32_t LaneOf(const CSampleInfo& info) {
     const char* number = info.wellId.empty() ? "" : info.wellId.c_str() + 1;
     const std::int64_t col = std::int64_t{CutTo32(std::strtol(number, nullptr, 10))} - 1;
     // The sum is taken modulo 256, so each factor may be.
-    return CutTo8(CutTo8(info.plateColumns - col) * CutTo8(info.plateRows) - row - 1) + 1;
+    const std::int64_t wells = std::int64_t{CutTo8(info.plateColumns - col)} * CutTo8(info.plateRows);
+    return CutTo8(wells - row - 1) + 1;
 }
 
 void WriteCommentTags(IAbdWriter& writer, const CSampleInfo& info) {

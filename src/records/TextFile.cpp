@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::size_t bufferSize = 256 * 1024;
+constexpr std::size_t bufferSize = std::size_t{256} << 10;
 constexpr std::size_t longestNumber = 24;  // of 64 bits, or a float with six digits
 constexpr int significantDigits = 6;
 

@@ -22,6 +22,7 @@ const CRuntimeClass& CCapTrace::GetRuntimeClass() const {
 
 void CCapTrace::ToScans(std::vector<ScanRecord>&, CAnalysisInfo&) const {}
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the records are given away, and go here
 void CCapTrace::BuildFromScans(std::vector<ScanRecord>, const CAnalysisInfo&) {}
 
 void CCapTrace::AllocateArrays() {

@@ -8,6 +8,7 @@
 struct Guid {
     std::uint64_t high = 0;
     std::uint64_t low = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the zero inside for a pointer
     auto operator<=>(const Guid&) const = default;
 };
 

@@ -87,7 +87,7 @@ HRESULT CScfFile::AddBase(std::int32_t peakIndex, std::int32_t probA, std::int32
 }
 
 HRESULT CScfFile::AddComment(const std::string& comment) try {
-    comments += comment.c_str();
+    comments.append(comment, 0, comment.find('\0'));
     return S_OK;
 } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
