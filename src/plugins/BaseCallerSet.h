@@ -60,9 +60,13 @@ class CBaseCallerSet {
     std::int32_t BindOneCaller(const std::string& file);
     // Makes the entry with this file name (case ignored) current.
     std::int32_t SelectCaller(const std::string& file);
+    // Fills `callers` from the settings.
     std::int32_t ReadCallerList();
+    // True when neither is empty or stands in the list already (case counts).
     bool IsNewCaller(const std::string& file, const std::string& name) const;
+    // Loads entry `i`, lets go of the current library if it is another one, and makes the entry current.
     std::int32_t BindIndex(std::size_t i);
+    // Selects what the settings name as the default, or else the first entry.
     std::int32_t BindDefaultCaller();
     // Index of the entry with this display name (case ignored); 0 after a report when there is none.
     std::size_t FindCallerByName(const std::string& text);

@@ -24,6 +24,7 @@ class CRunDriver {
     std::int32_t unattended = 0;
     std::int32_t skipAnalysisIni;
 
+    // While `skipAnalysisIni` is not 0 the analysis settings are not looked for.
     explicit CRunDriver(std::int32_t skipAnalysisIni);
     virtual ~CRunDriver();
     CRunDriver(const CRunDriver&) = delete;
@@ -36,12 +37,14 @@ class CRunDriver {
                                     const std::vector<CFileTypeFilter>& types);
     // A run-level message: a box, or the start-up log in an unattended run, and standard output in both.
     void Report(const std::string& text);
+    // Reports a syntax error in a section of a settings file; what follows is the caller's business.
     void ReportSyntaxError(const std::string& file, const std::string& section);
     // Binds the base callers and walks the input. Non-zero if the walk was completed and the last single file went
     // well.
     std::int32_t Run(const std::vector<std::string>& callerNames);
+    // Replaces `plate` by the plate of `folder`, whose samples are listed now.
     void OpenPlate(const std::string& folder, std::unique_ptr<CPlate>& plate);
-    // 0 if the sample did not load.
+    // Replaces `sample` by the one at `path`. 0 if it did not load.
     std::int32_t OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate);
     // 1 if there is room for `units` results on the output volume or the user goes on all the same.
     std::int32_t CheckDiskSpace(std::int32_t units);
@@ -52,6 +55,7 @@ class CRunDriver {
     std::int32_t LocateSettings();
     // Makes the folder if needed and takes it as outputFolder. 1, or 0 after a report.
     std::int32_t SetOutputFolder(const std::string& path);
+    // The same with the folder from the registry, or else with the one below the installation's root.
     std::int32_t SetDefaultOutputFolder();
     // One level only. 0 (after a report) only when the parent is missing; any other failure counts as 1.
     std::int32_t MakeFolder(const std::string& path);

@@ -1,12 +1,20 @@
 #include "run/SwitchTable.h"
 
+#include <array>
+#include <string_view>
+
 #include "platform/Console.h"
 
-const std::array<std::string_view, switchCount> switchNameTable = {
+namespace {
+
+constexpr std::size_t switchCount = 17;
+
+constexpr std::array<std::string_view, switchCount> switchNameTable = {
     "-OD",       "-BC",  "-ABD", "-E",        "-SCF",      "-BO",      "-FA",   "-FA_", "-RAW_TXT",
     "-PROC_TXT", "-FAP", "-FAG", "-GOOD_SEQ", "-USER_EXT", "-NOEMPTY", "-PILE", "-H"};
 
-const std::array<std::string_view, switchCount> helpLines = {
+// In the order of the names.
+constexpr std::array<std::string_view, switchCount> helpLines = {
     "-OD: (optional) supplies output directory name. In case if this switch is not passed, basecaller reads and  "
     "uses default folder from the registry database.\r\n",
     "-BC:  turns on basecalling and supplies (OPTIONAL) basecalling DLL. Note: user can supply several dll's (for "
@@ -29,8 +37,6 @@ const std::array<std::string_view, switchCount> helpLines = {
     "-PILE: turns off exporting to the subfolders.\r\n",
     "-H: turns on help output.\r\n",
 };
-
-namespace {
 
 constexpr std::string_view helpHead =
     "LANEWRIGHT SWITCHES \r\nAll the switches may be passed in any order.\r\n"

@@ -2,10 +2,8 @@
 #include <algorithm>
 
 #include "platform/Ascii.h"
-#include "plugins/BaseCallerSet.h"
 #include "records/Messages.h"
-#include "run/Plate.h"
-#include "run/RunDriver.h"
+#include "run/RunSettings.h"
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
 
@@ -43,8 +41,8 @@ void CSampleFile::OrderFromFallback(const std::string& fallbackOrder) {
 }
 
 void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
-    const CRunDriver* driver = plate->driver;
-    const bool forced = driver && driver->baseCallers && driver->baseCallers->baseOrderForced;
+    const CBaseCallerSet* settings = RunSettings(*this);
+    const bool forced = settings && settings->baseOrderForced != 0;
     const bool hasNames = info.version >= versionWithNames;
     if (hasNames && forced) {
         OrderFromFallback(fallbackOrder);

@@ -10,10 +10,8 @@
 #include "platform/Clock.h"
 #include "platform/Console.h"
 #include "platform/Files.h"
-#include "plugins/BaseCallerSet.h"
 #include "records/Messages.h"
-#include "run/Plate.h"
-#include "run/RunDriver.h"
+#include "run/RunSettings.h"
 #include "samplestore/RsdFile.h"
 
 namespace {
@@ -141,7 +139,7 @@ std::int32_t CSampleFile::LoadProcessed(CTraceFile& holder, std::int32_t readInf
 std::int32_t CSampleFile::Load(const std::string& path, std::int32_t processed) {
     plate->Log(FormatMessage(MessageId::Loading, {fileName, plate->name, platform::LocalTimeText()}));
     std::string fallbackOrder;
-    if (plate->driver && plate->driver->baseCallers) fallbackOrder = plate->driver->baseCallers->baseOrder;
+    if (const CBaseCallerSet* settings = RunSettings(*this)) fallbackOrder = settings->baseOrder;
 
     CTraceFile* holder = CreateProcessedTrace(path, processed, nullptr);
     if (!LoadProcessed(*holder, 1)) return 0;

@@ -14,7 +14,6 @@
 class CBaseCaller;
 class CDyeMatrix;
 class CPlate;
-class IAbdWriter;
 namespace platform {
 class Library;
 }
@@ -59,8 +58,11 @@ class CSampleFile {
 
     // --- samplestore/: saving; 1 on success, 0 otherwise. The raw file is never changed. ---
 
+    // Stores the holder's trace, with `info`, at the holder's path: a copy of the raw file with the processed scans and
+    // the new description. `info` is brought up to date.
     std::int32_t SaveProcessedSample(CTraceFile& holder, std::int32_t procedureIndex);
-    // The holder's path becomes that of the ".fsd" file.
+    // Stores a placeholder of one scan with the reason of the failure. The holder's path becomes that of the ".fsd"
+    // file.
     std::int32_t SaveFailedSample(CTraceFile& holder);
 
     // --- plugins/ ---
@@ -84,10 +86,12 @@ class CSampleFile {
     std::int32_t ExportFasta(CTraceFile* processed, const std::string& filePath, std::int32_t goodRegionOnly);
     // Writes the processed trace, its bases and the comments as an SCF file. 1, or 0 when no path could be made.
     std::int32_t ExportScf(CTraceFile& processed);
+    // The comments alone, for a sample whose base call failed; nothing at all when the run leaves failed samples out.
     std::int32_t ExportFailedScf();
     // Writes the raw and the processed curves and the bases as an ABD file. 1 if the file was closed in good order,
     // else 0.
     std::int32_t ExportAbd(CTraceFile& processed, std::int32_t goodRegionOnly);
+    // The raw curves and the description alone; nothing, and 1, with `skipFailedExports`.
     std::int32_t ExportFailedAbd(std::int32_t skipFailedExports);
 
     // --- records/ ---

@@ -3,11 +3,9 @@
 
 #include "platform/Files.h"
 #include "platform/PassingFile.h"
-#include "plugins/BaseCallerSet.h"
 #include "records/HtmlFile.h"
 #include "records/Messages.h"
-#include "run/Plate.h"
-#include "run/RunDriver.h"
+#include "run/RunSettings.h"
 #include "samplestore/RsdFile.h"
 #include "samplestore/SampleFile.h"
 
@@ -88,9 +86,8 @@ std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
     CSampleCopy copy(*this, holder.path);
     if (!copy.Open()) return 0;
 
-    const CRunDriver* driver = plate->driver;
-    if (driver && driver->baseCallers && driver->baseCallers->currentCaller)
-        info.analysis.baseCaller = driver->baseCallers->currentCaller->name;
+    const CBaseCallerSet* settings = RunSettings(*this);
+    if (settings && settings->currentCaller) info.analysis.baseCaller = settings->currentCaller->name;
     info.scanCount = 1;
     info.processed = true;
     copy.file.WriteInfo(info);
