@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "callsagree/AmbiguityCodes.h"
+
 namespace callsagree {
 
 namespace {
@@ -23,13 +25,19 @@ class CSteps {
     std::vector<std::uint8_t> steps;
 };
 
+// Whether the called letter is right: the true one, or one of those that the true one, an ambiguity code, stands for.
+bool Agrees(char base, std::string_view standsFor, char called) {
+    return called == base || standsFor.find(called) != std::string_view::npos;
+}
+
 // The score of the truth's heads with one more base, from the scores without it, in place. scores[j] is that of the
 // best alignment with the first j called bases; scores[0] stays 0, since a head may overhang.
 void AddTrueBase(char base, std::string_view call, std::vector<int>& scores, std::uint8_t* steps) {
+    const std::string_view standsFor = LettersOfCode(base);
     int before = scores[0];  // of the shorter truth with the shorter call
     int left = scores[0];
     for (std::size_t j = 1; j <= call.size(); ++j) {
-        const int match = before + (base == call[j - 1] ? 1 : -1);
+        const int match = before + (Agrees(base, standsFor, call[j - 1]) ? 1 : -1);
         const int skipTrue = scores[j] - 1;
         const int skipCalled = left - 1;
         const int upper = std::max(match, skipTrue);
@@ -47,7 +55,7 @@ void CountColumns(std::string_view truth, std::string_view call, const CSteps& s
     while (i > 0 && j > 0) {
         const Step step = steps.At(i, j);
         if (step == diagonal)
-            ++(truth[i - 1] == call[j - 1] ? counts.matches : counts.substitutions);
+            ++(Agrees(truth[i - 1], LettersOfCode(truth[i - 1]), call[j - 1]) ? counts.matches : counts.substitutions);
         else
             ++(step == deletion ? counts.deletions : counts.insertions);
         if (step != insertion) --i;

@@ -24,6 +24,9 @@ struct Agreement {
     Agreement& operator+=(const Agreement& other);
 };
 
+// An ambiguity code in the truth, such as R for A or G, agrees with each of its letters and with itself; one in the
+// call agrees with itself alone.
+//
 // The best alignment by the score matches - substitutions - insertions - deletions, where at each end one of the two
 // may overhang without cost. Takes time and memory of truth.size() x call.size(); throws std::runtime_error when that
 // is above 2^30.

@@ -19,6 +19,8 @@ constexpr const char* notes =
     "covers; of these the matches, the substitutions and the deletions (not called); the\n"
     "insertions (called between them); and the identity, which is the share of the matches\n"
     "in matches, substitutions, insertions and deletions. An N is a substitution.\n"
+    "An ambiguity code in the truth, such as R for A or G, matches each of its letters and\n"
+    "itself.\n"
     "\n"
     "The ends are free: at each end either the call or the truth may overhang without cost.\n"
     "A call that starts late or ends early so keeps its identity, but covers less.\n"

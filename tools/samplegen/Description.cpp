@@ -33,7 +33,6 @@ void DescribeChemistry(CSampleInfo& info, const std::string& baseOrder) {
         info.channel[i] = {base, Dyes()[i].name, Dyes()[i].filter};
         SetField(info.channelBase[i], base);
     }
-    info.separationMatrix = CrossTalk();
 }
 
 void DescribeRun(CSampleInfo& info, double seconds) {
@@ -77,8 +76,8 @@ std::string WellName(int well, int wells) {
     return name;
 }
 
-CSampleInfo DescribeSample(const Options& options, int well, const std::vector<ScanRecord>& scans,
-                           double scansPerSecond) {
+CSampleInfo DescribeSample(const Options& options, int well, const Matrix4& separation,
+                           const std::vector<ScanRecord>& scans, double scansPerSecond) {
     CSampleInfo info;
     info.wellId = WellName(well, options.wells);
     info.plateId = options.plate;
@@ -88,6 +87,7 @@ CSampleInfo DescribeSample(const Options& options, int well, const std::vector<S
     info.plateColumns = PlateColumns(options.wells);
     info.plateRows = PlateRows(options.wells);
     DescribeChemistry(info, options.baseOrder);
+    info.separationMatrix = separation;
     DescribeRun(info, static_cast<double>(scans.size()) / scansPerSecond);
     info.saturated = ReachesLimit(scans);
     info.version = options.version == "1.1" ? 1.1f : 1.2f;

@@ -16,7 +16,8 @@ int PlateRows(int wells);
 // Name of the well of that number, counted from 0 along the rows: "A01".
 std::string WellName(int well, int wells);
 
-CSampleInfo DescribeSample(const Options& options, int well, const std::vector<ScanRecord>& scans,
-                           double scansPerSecond);
+// `separation` is the matrix that the sample states.
+CSampleInfo DescribeSample(const Options& options, int well, const Matrix4& separation,
+                           const std::vector<ScanRecord>& scans, double scansPerSecond);
 
 }  // namespace samplegen

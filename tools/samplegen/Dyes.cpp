@@ -15,19 +15,22 @@ const std::array<Dye, channelCount>& Dyes() {
 }
 
 // Neighbours in the spectrum show most in each other, and more on the red side than on the blue.
-const Matrix4& CrossTalk() {
-    static constexpr Matrix4 matrix = {{
+Matrix4 CrossTalk(double strength) {
+    Matrix4 matrix = {{
         {1.00f, 0.15f, 0.03f, 0.01f},
         {0.55f, 1.00f, 0.22f, 0.05f},
         {0.14f, 0.52f, 1.00f, 0.28f},
         {0.03f, 0.11f, 0.45f, 1.00f},
     }};
+    for (std::size_t row = 0; row < channelCount; ++row)
+        for (std::size_t column = 0; column < channelCount; ++column)
+            if (row != column) matrix[row][column] *= static_cast<float>(strength);
     return matrix;
 }
 
-std::string DyeMatrixText(const std::string& baseOrder) {
+std::string DyeMatrixText(const std::string& baseOrder, const Matrix4& matrix) {
     std::string text = baseOrder + "  row: channel, column: dye\n";
-    for (const auto& row : CrossTalk()) {
+    for (const auto& row : matrix) {
         char line[64];
         std::snprintf(line, sizeof line, "%.4f %.4f %.4f %.4f\n", row[0], row[1], row[2], row[3]);
         text += line;

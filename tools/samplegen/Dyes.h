@@ -19,11 +19,11 @@ struct Dye {
 const std::array<Dye, channelCount>& Dyes();
 
 // How far each dye shows in each channel: row = channel, column = dye, so channels = matrix x dyes. Each dye shows as 1
-// in its own channel.
-const Matrix4& CrossTalk();
+// in its own channel, and in the others `strength` times as much as usual.
+Matrix4 CrossTalk(double strength);
 
-// The cross-talk as the text of a dye matrix file. The four letters are those of the channels; rows and columns are in
-// that order, rows being channels and columns being dyes.
-std::string DyeMatrixText(const std::string& baseOrder);
+// The matrix as the text of a dye matrix file. The four letters are those of the channels; rows and columns are in that
+// order, rows being channels and columns being dyes.
+std::string DyeMatrixText(const std::string& baseOrder, const Matrix4& matrix);
 
 }  // namespace samplegen

@@ -23,7 +23,9 @@ int main(int argc, char** argv) {
     if (!options) return exitCode;
     try {
         const samplegen::PlateReport report = samplegen::WritePlate(*options);
-        std::printf("%d samples of %d bases in %s\n", options->wells, options->bases, options->folder.c_str());
+        const bool mayEnd = options->hard || options->troubles.endAt > 0;
+        std::printf("%d samples of %s%d bases in %s\n", options->wells, mayEnd ? "up to " : "",
+                    options->troubles.endAt > 0 ? options->troubles.endAt : options->bases, options->folder.c_str());
         PrintWells("failed", report.failed);
         PrintWells("saturated", report.saturated);
         return 0;

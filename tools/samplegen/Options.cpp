@@ -4,6 +4,8 @@
 #include <algorithm>
 
 #include "commandline/Help.h"
+#include "samplegen/TroubleOptions.h"
+#include "samplegen/Validators.h"
 
 namespace samplegen {
 
@@ -15,8 +17,10 @@ constexpr const char* about =
     "Into FOLDER (made if its parent is there; files of the same names are replaced) go\n"
     "  <plate><well>.rsd   one raw sample a well, such as synthA01.rsd\n"
     "  truth.fasta         the true bases, one record a well, titled by the file's name\n"
-    "                      without extension; a failed well has no record\n"
+    "                      without extension; a mixed site has the ambiguity code of its\n"
+    "                      two letters, and a failed well has no record\n"
     "  dyeMethod1.ini      the dye matrix of the plate; put it beside lanewright\n"
+    "  troubles.txt        with --hard: what each well has drawn\n"
     "\n"
     "Up to 96 wells are a plate of 12 columns and 8 rows, more are one of 24 and 16; wells\n"
     "are filled row by row. The same options give the same files, byte for byte, on every\n"
@@ -24,11 +28,17 @@ constexpr const char* about =
 
 constexpr const char* notes =
     "The matrix has one row a channel and one column a dye, both named by their base: a row\n"
-    "tells how far each of the four dyes shows in that channel.\n"
+    "says how far each of the four dyes shows in that channel.\n"
+    "\n"
+    "Troubles change neither the bases of a well nor, --hard apart, each other. With --hard\n"
+    "the matrix has no cross-talk and none of the other options of the group, --noise or\n"
+    "--mobility may be given.\n"
     "\n"
     "Examples:\n"
     "  samplegen plate1\n"
     "  samplegen plate2 --wells 384 --bases 800 --failed 5 --saturated 3 --seed 42\n"
+    "  samplegen plate3 --hard --wells 12 --seed 7\n"
+    "  samplegen late --bases 1000 --real-spacing 1 --dye-shifts common --noise 30\n"
     "  samplegen old --form esd --version 1.1 --no-tree --plate xyz --base-order ACTG";
 
 std::string CheckBaseOrder(const std::string& order) {
@@ -44,25 +54,6 @@ std::string CheckPlateName(const std::string& name) {
     };
     const bool good = !name.empty() && name.size() <= 17 && std::all_of(name.begin(), name.end(), fits);
     return good ? "" : "must be 1 to 17 letters, digits, '-' and '_'";
-}
-
-// Also refuses what is no number, which a plain range lets pass.
-CLI::Validator Within(double low, double high, const std::string& text) {
-    return CLI::Validator(
-        [=](const std::string& given) {
-            double value = 0;
-            const bool inside = CLI::detail::lexical_cast(given, value) && value >= low && value <= high;
-            return inside ? std::string() : given + " is not in the range " + text;
-        },
-        "");
-}
-
-CLI::Validator OneOf(const std::string& one, const std::string& other) {
-    return CLI::Validator(
-        [=](const std::string& given) {
-            return given == one || given == other ? "" : given + " is neither " + one + " nor " + other;
-        },
-        "");
 }
 
 // The conversion alone would let minus signs and any number of digits pass.
@@ -99,11 +90,11 @@ void AddPlateOptions(CLI::App& app, Options& options) {
 void AddFileOptions(CLI::App& app, Options& options) {
     const char* group = "Files";
     app.add_option("--form", options.form, "Extension, rsd or esd")
-        ->check(OneOf("rsd", "esd"))
+        ->check(OneOf({"rsd", "esd"}))
         ->type_name("FORM")
         ->group(group);
     app.add_option("--version", options.version, "Version of the file form, 1.1 or 1.2")
-        ->check(OneOf("1.1", "1.2"))
+        ->check(OneOf({"1.1", "1.2"}))
         ->type_name("VERSION")
         ->group(group);
     app.add_flag_callback(
@@ -127,12 +118,12 @@ void AddTraceOptions(CLI::App& app, Options& options) {
         ->check(Within(0, 4, "0 to 4"))
         ->type_name("INDEX")
         ->group(group);
-    app.add_option("-n,--noise", options.noise,
+    app.add_option("-n,--noise", options.troubles.noise,
                    "Noise without light, in counts, 0 to 1000, where the\nfirst peaks have some 2500")
         ->check(Within(0, 1000, "0 to 1000"))
         ->type_name("COUNTS")
         ->group(group);
-    app.add_option("-m,--mobility", options.mobility, "Greatest shift between the dyes, 0 to 2 bases")
+    app.add_option("-m,--mobility", options.troubles.mobility, "Greatest shift between the dyes, 0 to 2 bases")
         ->check(Within(0, 2, "0 to 2"))
         ->type_name("BASES")
         ->group(group);
@@ -148,9 +139,11 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, int& exit
     AddPlateOptions(app, options);
     AddFileOptions(app, options);
     AddTraceOptions(app, options);
-    app.callback([&options] {
+    AddTroubleOptions(app, options);
+    app.callback([&app, &options] {
         if (options.failedWells + options.saturatedWells > options.wells)
             throw CLI::ValidationError("--failed and --saturated", "more wells than the plate has");
+        CheckTroubles(app, options);
     });
     if (!commandline::Parse(app, argc, argv, exitCode)) return std::nullopt;
     return options;

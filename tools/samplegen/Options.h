@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "samplegen/Troubles.h"
+
 namespace samplegen {
 
 struct Options {
@@ -20,8 +22,8 @@ struct Options {
     int saturatedWells = 0;
     std::string baseOrder = "TGCA";  // bases of channels 1 to 4
     int scanRate = 1;                // an index, see ScanRate.h
-    double noise = 6;                // standard deviation, in counts
-    double mobility = 0.3;           // greatest shift between dyes, in bases at the start of the read
+    Troubles troubles;               // of every well
+    bool hard = false;               // each well draws its own troubles instead
 };
 
 // Reads the command line. Nothing when the program is to end at once, with `exitCode`: 0 after --help, 1 after a

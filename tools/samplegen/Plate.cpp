@@ -8,6 +8,7 @@
 #include "plugins/ScanRate.h"
 #include "samplegen/Description.h"
 #include "samplegen/Dyes.h"
+#include "samplegen/HardWell.h"
 #include "samplegen/Read.h"
 #include "samplegen/Trace.h"
 #include "samplestore/NewSample.h"
@@ -56,13 +57,31 @@ std::uint64_t WellStream(int well, int wells) {
     return 100 * row + column + 1;
 }
 
+// The stream of chance of what a well draws besides, `kind` of it being 1 or 2.
+std::uint64_t TroubleStream(std::uint64_t wellStream, std::uint64_t kind) {
+    return 10000 * kind + wellStream;
+}
+
+Troubles TroublesOf(const Options& options, int well) {
+    if (!options.hard) return options.troubles;
+    CRandom random(options.seed, TroubleStream(WellStream(well, options.wells), 2));
+    return DrawTroubles(options.bases, ScanRateHz(options.scanRate), random);
+}
+
+// The cross-talk that samples and the dye matrix file state.
+Matrix4 StatedMatrix(const Troubles& troubles) {
+    return CrossTalk(troubles.matrixKnown ? troubles.crossTalk : 0);
+}
+
 // Writes the sample of one well and gives its bases.
-std::string WriteWell(const Options& options, int well, WellKind kind, const std::string& path) {
+std::string WriteWell(const Options& options, const Troubles& troubles, int well, WellKind kind,
+                      const std::string& path) {
     const double scansPerSecond = ScanRateHz(options.scanRate);
-    CRandom random(options.seed, WellStream(well, options.wells));
-    const Read read = MakeRead(options, kind, scansPerSecond, random);
-    const std::vector<ScanRecord> scans = RecordRun(read, options.noise, scansPerSecond, random);
-    const CSampleInfo info = DescribeSample(options, well, scans, scansPerSecond);
+    const std::uint64_t stream = WellStream(well, options.wells);
+    Chance chance{CRandom(options.seed, stream), CRandom(options.seed, TroubleStream(stream, 1))};
+    const Read read = MakeRead(options, troubles, kind, scansPerSecond, chance);
+    const std::vector<ScanRecord> scans = RecordRun(read, troubles, scansPerSecond, chance.read);
+    const CSampleInfo info = DescribeSample(options, well, StatedMatrix(troubles), scans, scansPerSecond);
     Require(options.tree ? WriteSample(path, info, scans) : WriteBareSample(path, info, scans), path);
     return read.bases;
 }
@@ -74,18 +93,24 @@ PlateReport WritePlate(const Options& options) {
     if (made != EEXIST) Require(made, options.folder);
     const std::vector<WellKind> kinds = DrawKinds(options);
     PlateReport report;
-    std::string truth;
+    std::string truth, troublesText;
     for (int well = 0; well < options.wells; ++well) {
         const WellKind kind = kinds[static_cast<std::size_t>(well)];
         const std::string wellName = WellName(well, options.wells);
         const std::string name = options.plate + wellName;
-        const std::string bases = WriteWell(options, well, kind, options.folder + "/" + name + "." + options.form);
+        const Troubles troubles = TroublesOf(options, well);
+        const std::string path = options.folder + "/" + name + "." + options.form;
+        const std::string bases = WriteWell(options, troubles, well, kind, path);
+        troublesText += name + ": " + TroublesText(troubles) + "\n";
         if (kind != WellKind::failed) truth += FastaRecord(name, bases);
         if (kind == WellKind::failed) report.failed.push_back(wellName);
         if (kind == WellKind::saturated) report.saturated.push_back(wellName);
     }
     WriteText(options.folder + "/truth.fasta", truth);
-    WriteText(options.folder + "/dyeMethod1.ini", DyeMatrixText(options.baseOrder));
+    if (options.hard) WriteText(options.folder + "/troubles.txt", troublesText);
+    const bool isStated = !options.hard && options.troubles.matrixKnown;
+    const Matrix4 matrix = CrossTalk(isStated ? options.troubles.crossTalk : 0);
+    WriteText(options.folder + "/dyeMethod1.ini", DyeMatrixText(options.baseOrder, matrix));
     return report;
 }
 

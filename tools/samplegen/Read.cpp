@@ -2,8 +2,13 @@
 
 #include <algorithm>
 
+#include "samplegen/Artefacts.h"
+#include "samplegen/DyeShifts.h"
 #include "samplegen/Dyes.h"
 #include "samplegen/Exp.h"
+#include "samplegen/Heights.h"
+#include "samplegen/MixedSites.h"
+#include "samplegen/SpacingCurve.h"
 
 namespace samplegen {
 
@@ -38,55 +43,106 @@ double SpacingDrift(double n) {
     return 0.88 + 0.24 * n / (n + 120) - 0.00015 * n;
 }
 
+double SpacingAt(const Well& well, const Troubles& troubles, double n) {
+    return troubles.realSpacing > 0 ? troubles.realSpacing * RealSpacing(n) : well.spacing * SpacingDrift(n);
+}
+
 // Width at base n as a part of the spacing: peaks broaden until they run together.
-double RelativeWidth(double n) {
-    return 0.25 + 0.0003 * n;
+double RelativeWidth(double widening, double n) {
+    return 0.25 + 0.0003 * widening * n;
+}
+
+// How late the dye of a letter comes at base n, in bases.
+double ShiftOf(char base, const Dye& dye, const Troubles& troubles, double n) {
+    if (AreRealShifts(troubles.dyeShifts)) return RealShift(troubles.dyeShifts, base, n);
+    return troubles.mobility * dye.shift * 300 / (n + 300);
+}
+
+// The level falls over a dozen bases, to a `drop`th.
+double DropFactor(const Troubles& troubles, int bases, double n) {
+    constexpr double length = 12;
+    const int at = troubles.dropAt > 0 ? troubles.dropAt : bases / 2;
+    return 1 + (1 / troubles.drop - 1) * std::clamp((n - at) / length + 0.5, 0.0, 1.0);
 }
 
 // Long fragments are few.
-double Decay(double n) {
-    return Exp(-n / 450);
+double LevelAt(const Troubles& troubles, int bases, double n) {
+    return Exp(-n / troubles.decay) * DropFactor(troubles, bases, n);
 }
 
-// What the neighbourhood does to a height: chance mostly, and a G behind an A is weak.
-double HeightFactor(char before, char base, CRandom& random) {
-    const double chance = std::max(0.35, 1 + 0.2 * random.Normal());
-    return before == 'A' && base == 'G' ? 0.6 * chance : chance;
+double HeightFactor(const Troubles& troubles, char before, char base, CRandom& random) {
+    return troubles.heights == "real" ? RealHeight(before, base, random) : PlainHeight(before, base, random);
+}
+
+// A read in the making.
+class CReadMaker {
+  public:
+    CReadMaker(const Options& someOptions, const Troubles& someTroubles, const Well& itsWell, Read& itsRead)
+        : options(someOptions), troubles(someTroubles), well(itsWell), read(itsRead) {}
+
+    // Adds the base of that number, counted from 0, whose fragments of all dyes come round `scan`.
+    void AddBase(std::size_t i, char before, char base, char second, double scan, CRandom& random) {
+        const auto n = static_cast<double>(i);
+        const double spacing = SpacingAt(well, troubles, n);
+        const double jitter = 0.05 * random.Normal();
+        const double level = LevelAt(troubles, options.bases, n);
+        const double factor = HeightFactor(troubles, before, base, random);
+        const auto add = [&](char letter, double part) {
+            Peak peak;
+            peak.dye = static_cast<int>(options.baseOrder.find(letter));
+            const Dye& dye = Dyes()[static_cast<std::size_t>(peak.dye)];
+            peak.scan = scan + spacing * (ShiftOf(letter, dye, troubles, n) + jitter);
+            peak.height = well.height * dye.brightness * level * factor * part;
+            peak.sigma = spacing * RelativeWidth(troubles.widening, n);
+            read.peaks.push_back(peak);
+        };
+        add(base, second == ' ' ? 1 : 1 - troubles.mixedPart);
+        if (second != ' ') add(second, troubles.mixedPart);
+        read.bases += second == ' ' ? base : AmbiguityCode(base, second);
+    }
+
+  private:
+    const Options& options;
+    const Troubles& troubles;
+    const Well& well;
+    Read& read;
+};
+
+// The template's end is the commonest fragment.
+void RaiseLast(Read& read) {
+    if (!read.peaks.empty()) read.peaks.back().height *= 2.5;
+}
+
+void AddBases(Read& read, const Options& options, const Troubles& troubles, const Well& well, Chance& chance) {
+    const std::string letters = DrawBases(options.bases, chance.read);
+    const std::string second = DrawSecondLetters(letters, troubles, chance.troubles);
+    const auto end = static_cast<std::size_t>(troubles.endAt > 0 ? troubles.endAt : options.bases);
+    CReadMaker maker(options, troubles, well, read);
+    double scan = well.start;
+    for (std::size_t i = 0; i < letters.size(); ++i) {
+        const char before = i == 0 ? ' ' : letters[i - 1];
+        if (i < end) maker.AddBase(i, before, letters[i], second[i], scan, chance.read);
+        read.lastScan = scan;
+        scan += SpacingAt(well, troubles, static_cast<double>(i));
+    }
+    if (end < letters.size()) RaiseLast(read);
 }
 
 }  // namespace
 
-Read MakeRead(const Options& options, WellKind kind, double scansPerSecond, CRandom& random) {
-    const Well well = DrawWell(kind, scansPerSecond, random);
+Read MakeRead(const Options& options, const Troubles& troubles, WellKind kind, double scansPerSecond, Chance& chance) {
+    const Well well = DrawWell(kind, scansPerSecond, chance.read);
     Read read;
     read.firstScan = well.start;
-    read.spacing = well.spacing;
+    read.spacing = troubles.realSpacing > 0 ? SpacingAt(well, troubles, 75) : well.spacing;
     read.height = well.height;
-    read.bases = DrawBases(options.bases, random);
-    double scan = well.start;
-    char before = ' ';
-    for (std::size_t i = 0; i < read.bases.size(); ++i) {
-        const char base = read.bases[i];
-        const auto n = static_cast<double>(i);
-        const double spacing = well.spacing * SpacingDrift(n);
-        Peak peak;
-        peak.dye = static_cast<int>(options.baseOrder.find(base));
-        const Dye& dye = Dyes()[static_cast<std::size_t>(peak.dye)];
-        const double shift = options.mobility * dye.shift * 300 / (n + 300);
-        const double jitter = 0.05 * random.Normal();
-        peak.scan = scan + spacing * (shift + jitter);
-        peak.height = well.height * dye.brightness * Decay(n) * HeightFactor(before, base, random);
-        peak.sigma = spacing * RelativeWidth(n);
-        read.peaks.push_back(peak);
-        read.lastScan = scan;
-        scan += spacing;
-        before = base;
-    }
+    AddBases(read, options, troubles, well, chance);
     if (kind == WellKind::failed) {
         read.bases.clear();
         read.peaks.clear();
         read.height = 0;
     }
+    AddArtefacts(read, troubles, chance.troubles);
     return read;
 }
 

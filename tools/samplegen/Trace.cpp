@@ -44,20 +44,29 @@ std::array<Curve, channelCount> DyeSignals(const Read& read, std::size_t scanCou
     return dyes;
 }
 
+// What the spikes add to one channel.
+Curve Flashes(const Read& read, std::size_t scanCount, std::size_t channel) {
+    Curve flashes(scanCount);
+    for (const Spike& spike : read.spikes)
+        AddPeak(flashes, {0, spike.scan, spike.height * spike.gains[channel], spike.sigma});
+    return flashes;
+}
+
 std::uint32_t WholeWithin(double value, std::uint32_t limit) {
     return static_cast<std::uint32_t>(std::clamp(std::floor(value + 0.5), 0.0, static_cast<double>(limit)));
 }
 
 // Light of all dyes on a background, with a noise that grows with the light.
 void RecordChannel(std::vector<ScanRecord>& scans, std::size_t channel, const std::array<Curve, channelCount>& dyes,
-                   double noise, double scansPerSecond, CRandom& random) {
+                   const Curve& flashes, const Troubles& troubles, double scansPerSecond, CRandom& random) {
     constexpr double shotNoise = 0.15;  // variance a count
-    const auto& crossTalk = CrossTalk()[channel];
+    const auto crossTalk = CrossTalk(troubles.crossTalk)[channel];
+    const double noise = troubles.noise;
     const double offset = random.Between(400, 900);
     const double warmUp = random.Between(20, 80);
     const CWander wander(scans.size(), 90 * scansPerSecond, 15, random);
     for (std::size_t scan = 0; scan < scans.size(); ++scan) {
-        double light = 0;
+        double light = flashes[scan];
         for (std::size_t d = 0; d < channelCount; ++d)
             light += static_cast<double>(crossTalk[d]) * dyes[d][scan];
         const double background = offset + wander.At(scan) + warmUp * 500 / (500 + static_cast<double>(scan));
@@ -80,14 +89,14 @@ void RecordCurrent(std::vector<ScanRecord>& scans, double scansPerSecond, CRando
 
 }  // namespace
 
-std::vector<ScanRecord> RecordRun(const Read& read, double noise, double scansPerSecond, CRandom& random) {
+std::vector<ScanRecord> RecordRun(const Read& read, const Troubles& troubles, double scansPerSecond, CRandom& random) {
     constexpr double tailSeconds = 120;
     const auto scanCount = static_cast<std::size_t>(read.lastScan + tailSeconds * scansPerSecond);
     const auto dyes = DyeSignals(read, scanCount, random);
     std::vector<ScanRecord> scans(scanCount);
     RecordCurrent(scans, scansPerSecond, random);
     for (std::size_t channel = 0; channel < channelCount; ++channel)
-        RecordChannel(scans, channel, dyes, noise, scansPerSecond, random);
+        RecordChannel(scans, channel, dyes, Flashes(read, scanCount, channel), troubles, scansPerSecond, random);
     return scans;
 }
 

@@ -6,6 +6,7 @@
 
 #include "samplegen/Random.h"
 #include "samplegen/Read.h"
+#include "samplegen/Troubles.h"
 #include "samplestore/ScanRecord.h"
 
 namespace samplegen {
@@ -13,7 +14,7 @@ namespace samplegen {
 // The greatest value that the detector gives.
 constexpr std::uint32_t detectorLimit = 32767;
 
-// The scans from the start of the run to somewhat behind the end of the read.
-std::vector<ScanRecord> RecordRun(const Read& read, double noise, double scansPerSecond, CRandom& random);
+// The scans from the start of the run to somewhat after the end of the read.
+std::vector<ScanRecord> RecordRun(const Read& read, const Troubles& troubles, double scansPerSecond, CRandom& random);
 
 }  // namespace samplegen

@@ -1,0 +1,28 @@
+// The letters that stand for several bases, as the nomenclature for nucleic acids settles them.
+#pragma once
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace callsagree {
+
+// The bases that an ambiguity code in upper case stands for; nothing for any other character.
+constexpr std::string_view LettersOfCode(char code) {
+    constexpr std::array<std::pair<char, std::string_view>, 11> codes = {{{'M', "AC"},
+                                                                          {'R', "AG"},
+                                                                          {'W', "AT"},
+                                                                          {'S', "CG"},
+                                                                          {'Y', "CT"},
+                                                                          {'K', "GT"},
+                                                                          {'V', "ACG"},
+                                                                          {'H', "ACT"},
+                                                                          {'D', "AGT"},
+                                                                          {'B', "CGT"},
+                                                                          {'N', "ACGT"}}};
+    for (const auto& [letter, bases] : codes)
+        if (letter == code) return bases;
+    return {};
+}
+
+}  // namespace callsagree

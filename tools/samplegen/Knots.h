@@ -1,0 +1,25 @@
+// A quantity that is known at some places.
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+namespace samplegen {
+
+struct Knot {
+    double at;
+    double value;
+};
+
+// The straight line between the two knots round `at`; before the first knot its value, after the last likewise. There
+// is at least one, and they ascend.
+inline double Interpolate(std::span<const Knot> knots, double at) {
+    if (at <= knots.front().at) return knots.front().value;
+    for (std::size_t k = 1; k < knots.size(); ++k) {
+        const Knot &left = knots[k - 1], &right = knots[k];
+        if (at < right.at) return left.value + (right.value - left.value) * (at - left.at) / (right.at - left.at);
+    }
+    return knots.back().value;
+}
+
+}  // namespace samplegen
