@@ -1,5 +1,6 @@
 #include "samplegen/HardWell.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "samplegen/Exp.h"
@@ -19,7 +20,7 @@ int ReadableBases(const Troubles& troubles, int bases) {
     constexpr double lowest = 10;         // height of a peak against the noise
     constexpr int step = 10;
     for (int n = step; n < bases; n += step) {
-        const double height = usualHeight * Exp(-n / troubles.decay);
+        const double height = usualHeight * Exp(-n / troubles.decay) / (n > troubles.dropAt ? troubles.drop : 1);
         if (0.25 + 0.0003 * troubles.widening * n > widest || height < lowest * troubles.noise) return n;
     }
     return bases;
@@ -44,7 +45,7 @@ void DrawRare(Troubles& troubles, int bases, CRandom& random) {
     if (Happens(0.15, random)) {
         troubles.drop = random.Between(3, 10);
         troubles.dropAt = static_cast<int>(bases * random.Between(0.15, 0.4));
-        troubles.noise = random.Between(4, 10);
+        troubles.noise = random.Between(4, 8);  // else nothing could be read from there on
     }
     if (Happens(0.3, random)) troubles.spikes = 1 + random.Below(20);
     if (Happens(0.35, random)) troubles.blobs = 1 + random.Below(3);
@@ -66,6 +67,10 @@ Troubles DrawTroubles(int bases, double scansPerSecond, CRandom& random) {
     const bool endsEarly = Happens(0.25, random), goesOn = Happens(0.2, random);
     const int early = static_cast<int>(readable * random.Between(0.3, 0.7));
     troubles.endAt = endsEarly ? early : goesOn || readable >= bases ? 0 : readable;
+    if (troubles.endAt > 0) {
+        troubles.dropAt = std::min(troubles.dropAt, troubles.endAt / 2);
+        troubles.mixedFrom = std::min(troubles.mixedFrom, troubles.endAt / 2);
+    }
     return troubles;
 }
 

@@ -58,10 +58,15 @@ double ShiftOf(char base, const Dye& dye, const Troubles& troubles, double n) {
     return troubles.mobility * dye.shift * 300 / (n + 300);
 }
 
+// The base with which a template of so many bases ends.
+int EndOf(const Troubles& troubles, int bases) {
+    return troubles.endAt > 0 ? std::min(troubles.endAt, bases) : bases;
+}
+
 // The level falls over a dozen bases, to a `drop`th.
 double DropFactor(const Troubles& troubles, int bases, double n) {
     constexpr double length = 12;
-    const int at = troubles.dropAt > 0 ? troubles.dropAt : bases / 2;
+    const int at = troubles.dropAt > 0 ? troubles.dropAt : EndOf(troubles, bases) / 2;
     return 1 + (1 / troubles.drop - 1) * std::clamp((n - at) / length + 0.5, 0.0, 1.0);
 }
 
@@ -74,58 +79,57 @@ double HeightFactor(const Troubles& troubles, char before, char base, CRandom& r
     return troubles.heights == "real" ? RealHeight(before, base, random) : PlainHeight(before, base, random);
 }
 
-// A read in the making.
-class CReadMaker {
-  public:
-    CReadMaker(const Options& someOptions, const Troubles& someTroubles, const Well& itsWell, Read& itsRead)
-        : options(someOptions), troubles(someTroubles), well(itsWell), read(itsRead) {}
-
-    // Adds the base of that number, counted from 0, whose fragments of all dyes come round `scan`.
-    void AddBase(std::size_t i, char before, char base, char second, double scan, CRandom& random) {
-        const auto n = static_cast<double>(i);
-        const double spacing = SpacingAt(well, troubles, n);
-        const double jitter = 0.05 * random.Normal();
-        const double level = LevelAt(troubles, options.bases, n);
-        const double factor = HeightFactor(troubles, before, base, random);
-        const auto add = [&](char letter, double part) {
-            Peak peak;
-            peak.dye = static_cast<int>(options.baseOrder.find(letter));
-            const Dye& dye = Dyes()[static_cast<std::size_t>(peak.dye)];
-            peak.scan = scan + spacing * (ShiftOf(letter, dye, troubles, n) + jitter);
-            peak.height = well.height * dye.brightness * level * factor * part;
-            peak.sigma = spacing * RelativeWidth(troubles.widening, n);
-            read.peaks.push_back(peak);
-        };
-        add(base, second == ' ' ? 1 : 1 - troubles.mixedPart);
-        if (second != ' ') add(second, troubles.mixedPart);
-        read.bases += second == ' ' ? base : AmbiguityCode(base, second);
-    }
-
-  private:
-    const Options& options;
-    const Troubles& troubles;
-    const Well& well;
-    Read& read;
+// One place of the template.
+struct Site {
+    double n;  // its number, counted from 0
+    char base;
+    char second;    // the other letter of a mixed site, else ' '
+    double scan;    // where it comes, but for shifts between dyes
+    double jitter;  // how far it strays from there, in bases
+    double level;   // of the read here, where the first bases have 1
+    double factor;  // of its height, by chance and by the base before
 };
 
-// The template's end is the commonest fragment.
-void RaiseLast(Read& read) {
-    if (!read.peaks.empty()) read.peaks.back().height *= 2.5;
+void AddLetter(Read& read, const Options& options, const Troubles& troubles, const Well& well, const Site& site,
+               char letter, double part) {
+    const double spacing = SpacingAt(well, troubles, site.n);
+    Peak peak;
+    peak.dye = static_cast<int>(options.baseOrder.find(letter));
+    const Dye& dye = Dyes()[static_cast<std::size_t>(peak.dye)];
+    peak.scan = site.scan + spacing * (ShiftOf(letter, dye, troubles, site.n) + site.jitter);
+    peak.height = well.height * dye.brightness * site.level * site.factor * part;
+    peak.sigma = spacing * RelativeWidth(troubles.widening, site.n);
+    read.peaks.push_back(peak);
 }
 
-void AddBases(Read& read, const Options& options, const Troubles& troubles, const Well& well, Chance& chance) {
+void AddSite(Read& read, const Options& options, const Troubles& troubles, const Well& well, const Site& site) {
+    const bool isMixed = site.second != ' ';
+    AddLetter(read, options, troubles, well, site, site.base, isMixed ? 1 - troubles.mixedPart : 1);
+    if (isMixed) AddLetter(read, options, troubles, well, site, site.second, troubles.mixedPart);
+    read.bases += isMixed ? AmbiguityCode(site.base, site.second) : site.base;
+}
+
+// The sites after the end of the template are drawn too, so that an early end changes nothing else.
+void AddSites(Read& read, const Options& options, const Troubles& troubles, const Well& well, Chance& chance) {
     const std::string letters = DrawBases(options.bases, chance.read);
     const std::string second = DrawSecondLetters(letters, troubles, chance.troubles);
-    const auto end = static_cast<std::size_t>(troubles.endAt > 0 ? troubles.endAt : options.bases);
-    CReadMaker maker(options, troubles, well, read);
-    double scan = well.start;
+    const auto end = static_cast<std::size_t>(EndOf(troubles, options.bases));
+    Site site{};
+    site.scan = well.start;
     for (std::size_t i = 0; i < letters.size(); ++i) {
-        const char before = i == 0 ? ' ' : letters[i - 1];
-        if (i < end) maker.AddBase(i, before, letters[i], second[i], scan, chance.read);
-        read.lastScan = scan;
-        scan += SpacingAt(well, troubles, static_cast<double>(i));
+        site.n = static_cast<double>(i);
+        site.base = letters[i];
+        site.second = second[i];
+        site.jitter = 0.05 * chance.read.Normal();
+        site.level = LevelAt(troubles, options.bases, site.n);
+        site.factor = HeightFactor(troubles, i == 0 ? ' ' : letters[i - 1], site.base, chance.read);
+        if (i < end) AddSite(read, options, troubles, well, site);
+        read.lastScan = site.scan;
+        site.scan += SpacingAt(well, troubles, site.n);
     }
-    if (end < letters.size()) RaiseLast(read);
+    // The whole template is the commonest fragment.
+    constexpr double wholeTemplate = 2.5;
+    if (end < letters.size()) read.peaks.back().height *= wholeTemplate;
 }
 
 }  // namespace
@@ -136,7 +140,7 @@ Read MakeRead(const Options& options, const Troubles& troubles, WellKind kind, d
     read.firstScan = well.start;
     read.spacing = troubles.realSpacing > 0 ? SpacingAt(well, troubles, 75) : well.spacing;
     read.height = well.height;
-    AddBases(read, options, troubles, well, chance);
+    AddSites(read, options, troubles, well, chance);
     if (kind == WellKind::failed) {
         read.bases.clear();
         read.peaks.clear();

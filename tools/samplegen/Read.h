@@ -28,7 +28,7 @@ struct Spike {
 
 struct Read {
     std::string bases;        // with the ambiguity code at a mixed site
-    std::vector<Peak> peaks;  // one a base and two at a mixed site; then those of blobs
+    std::vector<Peak> peaks;  // one per base and two at a mixed site; then those of blobs
     std::vector<Spike> spikes;
     double firstScan = 0;  // where the read begins, before mobility shifts
     double lastScan = 0;   // where it ends, or would if its template went on

@@ -42,7 +42,7 @@ void AddShapeOptions(CLI::App& app, Troubles& troubles) {
 }
 
 void AddEventOptions(CLI::App& app, Troubles& troubles) {
-    app.add_option("--drop", troubles.drop, "What the level is divided by in the midst of the\nread, 1 to 1000")
+    app.add_option("--drop", troubles.drop, "What the level is divided by from some base on, 1 to\n1000")
         ->check(Within(1, 1000, "1 to 1000"))
         ->type_name("FACTOR")
         ->group(group);
@@ -55,11 +55,11 @@ void AddEventOptions(CLI::App& app, Troubles& troubles) {
         ->check(Within(0, 2000, "0 to 2000"))
         ->type_name("BASES")
         ->group(group);
-    app.add_option("--spikes", troubles.spikes, "Flashes in all four channels at once, 0 to 1000 a read")
+    app.add_option("--spikes", troubles.spikes, "Flashes in all four channels at once, 0 to 1000 per\nread")
         ->check(Within(0, 1000, "0 to 1000"))
         ->type_name("N")
         ->group(group);
-    app.add_option("--blobs", troubles.blobs, "Broad humps of one dye near the start, 0 to 20 a read")
+    app.add_option("--blobs", troubles.blobs, "Broad humps of one dye near the start, 0 to 20 per\nread")
         ->check(Within(0, 20, "0 to 20"))
         ->type_name("N")
         ->group(group);
@@ -107,6 +107,7 @@ void AddTroubleOptions(CLI::App& app, Options& options) {
 void CheckTroubles(const CLI::App& app, Options& options) {
     if (options.troubles.endAt > options.bases) throw CLI::ValidationError("--end-at", "more bases than a read has");
     if (options.troubles.dropAt >= options.bases) throw CLI::ValidationError("--drop-at", "lies after the read");
+    if (options.troubles.mixedFrom > options.bases) throw CLI::ValidationError("--mixed-from", "lies after the read");
     if (!options.hard) return;
     for (const CLI::Option* option : app.get_options())
         if (option->count() > 0 && option->get_name() != "--hard" &&

@@ -16,7 +16,7 @@ struct Troubles {
     std::string heights = "plain";    // plain or real, see Heights.h
     double drop = 1;                  // what the level is divided by from the base dropAt on
     int dropAt = 0;                   // 0 for the middle of the read
-    int spikes = 0;                   // a read
+    int spikes = 0;                   // per read
     int blobs = 0;                    // a read
     int endAt = 0;                    // bases after which the template ends while the run goes on; 0 for all
     double crossTalk = 1;             // between the dyes, as a multiple of the plain one
