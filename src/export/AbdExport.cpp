@@ -15,6 +15,7 @@
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
 #include "tracewriter/ClassTable.h"
+#include "tracewriter/IAbdQualities.h"
 #include "tracewriter/IAbdWriter.h"
 
 namespace {
@@ -110,8 +111,17 @@ void WriteBaseAndSampleTags(IAbdWriter& writer, const CSampleFile& sample, const
     AddShortsTag(writer, "QVAL", 2, columns.qualities, count);
 }
 
-void WriteCalledSample(IAbdWriter& writer, const CSampleFile& sample, const CProcessedTrace& trace,
+// The qualities of the bases in "QVAL", as exactly as the trace has them.
+void HandOverQualities(IAbdQualities& taker, const CProcessedTrace& trace, bool goodRegionOnly) {
+    std::vector<float> percent;
+    for (const std::int32_t index : ExportBases(trace, goodRegionOnly))
+        percent.push_back(static_cast<float>(trace.calledBases.GetQuality(index)));
+    Check(taker.SetQualities(percent));
+}
+
+void WriteCalledSample(const CInstance<IAbdWriter>& instance, const CSampleFile& sample, const CProcessedTrace& trace,
                        bool goodRegionOnly) {
+    IAbdWriter& writer = *instance;
     const AbdWindow window = WindowOf(sample, trace, goodRegionOnly);
     WriteWindowTags(writer, window);
     WriteCommentTags(writer, sample.info);
@@ -121,6 +131,7 @@ void WriteCalledSample(IAbdWriter& writer, const CSampleFile& sample, const CPro
     if (trace.separationMatrix) WriteMatrix(writer, sample, *trace.separationMatrix);
     WritePlateTags(writer, sample.info);
     WriteBaseAndSampleTags(writer, sample, trace, goodRegionOnly, window);
+    if (auto* taker = instance.Find<IAbdQualities>()) HandOverQualities(*taker, trace, goodRegionOnly);
 }
 
 void WriteFailedSample(IAbdWriter& writer, const CSampleFile& sample) {
@@ -155,7 +166,7 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
             LogFailure(plate);
             return 0;
         }
-        write(*writer);
+        write(writer);
         std::int32_t status = 0;
         Check(writer->CloseFile(status));
         plate.Log(FormatMessage(MessageId::AbdExported));
@@ -179,12 +190,13 @@ std::int32_t CSampleFile::ExportAbd(CTraceFile& processed, std::int32_t goodRegi
     if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedAbd(skipFailedExports);
     if (settings && settings->allowUserGoodRegion != 0) FindGoodRegion();
     if (goodRegionOnly != 0 && trace->calledBases.goodLength == 0) return ExportFailedAbd(skipFailedExports);
-    return WriteAbd(*this, processed.path, true,
-                    [&](IAbdWriter& writer) { WriteCalledSample(writer, *this, *trace, goodRegionOnly != 0); });
+    return WriteAbd(*this, processed.path, true, [&](const CInstance<IAbdWriter>& writer) {
+        WriteCalledSample(writer, *this, *trace, goodRegionOnly != 0);
+    });
 }
 
 std::int32_t CSampleFile::ExportFailedAbd(std::int32_t skipFailedExports) {
     if (skipFailedExports != 0) return 1;
     return WriteAbd(*this, FailedSourcePath(*this), false,
-                    [&](IAbdWriter& writer) { WriteFailedSample(writer, *this); });
+                    [&](const CInstance<IAbdWriter>& writer) { WriteFailedSample(*writer, *this); });
 }

@@ -7,7 +7,8 @@
 namespace {
 
 constexpr std::size_t maxPStringLength = 255;
-constexpr double highestQuality = 40.0;
+constexpr double highestQuality = 93.0;
+constexpr double highestOfWholePercent = 40.0;
 
 AbifElement FromText(const std::string& text) {
     AbifElement element;
@@ -59,9 +60,12 @@ AbifElement FromTime(std::span<const std::uint8_t> values) {
     return element;
 }
 
-double QualityOf(double percent) {
-    const double error = 1.0 - std::clamp(percent, 0.0, 100.0) / 100.0;
-    return error > 0.0 ? std::min(-10.0 * std::log10(error), highestQuality) : highestQuality;
+// The difference comes first: it is exact for the percentages near 100, where the errors are small.
+std::uint32_t QualityOf(double percent, double highest) {
+    if (!(percent > 0.0)) return 0;
+    const double error = (100.0 - percent) / 100.0;
+    const double quality = error > 0.0 ? std::min(-10.0 * std::log10(error), highest) : highest;
+    return static_cast<std::uint32_t>(std::lround(quality));
 }
 
 }  // namespace
@@ -80,12 +84,20 @@ AbifElement MakeAbifElement(const std::string& name, const CTagValue& value) {
     return {};
 }
 
-AbifElement QualitiesFromPercent(const AbifElement& percent) {
+AbifElement QualitiesFromPercent(std::span<const float> percent) {
+    AbifElement qualities;
+    for (const float value : percent)
+        Put8(qualities.data, QualityOf(static_cast<double>(value), highestQuality));
+    qualities.count = static_cast<std::uint32_t>(qualities.data.size());
+    return qualities;
+}
+
+AbifElement QualitiesFromWholePercent(const AbifElement& percent) {
     AbifElement qualities;
     for (std::size_t i = 0; i + 1 < percent.data.size(); i += 2) {
         const auto word =
             std::to_integer<std::uint16_t>(percent.data[i]) << 8 | std::to_integer<std::uint16_t>(percent.data[i + 1]);
-        Put8(qualities.data, static_cast<std::uint32_t>(std::lround(QualityOf(static_cast<std::int16_t>(word)))));
+        Put8(qualities.data, QualityOf(static_cast<std::int16_t>(word), highestOfWholePercent));
     }
     qualities.count = static_cast<std::uint32_t>(qualities.data.size());
     return qualities;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "tracewriter/BigEndian.h"
@@ -33,6 +34,9 @@ struct AbifElement {
 //   bytes                  Chars; under "RUNT" four of them (0, seconds, minutes, hours) make a Time
 AbifElement MakeAbifElement(const std::string& name, const CTagValue& value);
 
-// Base qualities as readers look for them ("PCON", Chars): 10 times the negative logarithm of the error that each
-// percentage of `percent` (Shorts, 0 to 100) leaves, rounded; 100 percent, of which no error is known, counts as 40.
-AbifElement QualitiesFromPercent(const AbifElement& percent);
+// Base qualities as readers look for them ("PCON", Chars): -10 log10 of the error that each percentage leaves, rounded.
+// From 0, also for what is no percentage (negative, NaN), to 93, the highest that a reader can show as a letter; where
+// no error is left (100 and more) it is 93.
+AbifElement QualitiesFromPercent(std::span<const float> percent);
+// The same from whole percentages (Shorts). They do not say how small an error below 1 in 100 is: 100 counts as 40.
+AbifElement QualitiesFromWholePercent(const AbifElement& percent);

@@ -36,7 +36,9 @@ void PutBytes(Bytes& out, const Bytes& bytes) {
 }  // namespace
 
 HRESULT CAbifFile::QueryInterface(const Guid& id, void*& interface) {
-    interface = id == IAbdWriter::iid ? static_cast<IAbdWriter*>(this) : nullptr;
+    interface = nullptr;
+    if (id == IAbdWriter::iid) interface = static_cast<IAbdWriter*>(this);
+    if (id == IAbdQualities::iid) interface = static_cast<IAbdQualities*>(this);
     return interface ? S_OK : E_NOINTERFACE;
 }
 
@@ -45,6 +47,7 @@ HRESULT CAbifFile::OpenFile(const std::string& path, std::int32_t, std::int32_t&
     if (file.IsOpen()) return E_UNEXPECTED;
     if (const int error = file.Open(path); error != 0) return HresultFromErrno(error);
     tags.clear();
+    qualities.reset();
     opened = 1;
     return S_OK;
 }
@@ -70,12 +73,23 @@ HRESULT CAbifFile::CloseFile(std::int32_t& status) try {
     return E_OUTOFMEMORY;
 }
 
-// Qualities: readers know "PCON", the caller sends percentages as "QVAL".
+HRESULT CAbifFile::SetQualities(std::span<const float> percent) try {
+    if (!file.IsOpen()) return E_UNEXPECTED;
+    qualities.emplace(percent.begin(), percent.end());
+    return S_OK;
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+}
+
+// Qualities: readers know "PCON", the caller sends whole percentages as "QVAL", and exact ones if it has them.
 void CAbifFile::AddDerivedTags() {
-    for (const std::int32_t number : {1, 2})
-        if (const auto percent = tags.find({"QVAL", number});
-            percent != tags.end() && percent->second.type == AbifType::Short)
-            tags.try_emplace({"PCON", number}, QualitiesFromPercent(percent->second));
+    for (const std::int32_t number : {1, 2}) {
+        const auto percent = tags.find({"QVAL", number});
+        if (percent == tags.end() || percent->second.type != AbifType::Short) continue;
+        const bool exact = qualities && qualities->size() == percent->second.count;
+        tags.try_emplace({"PCON", number},
+                         exact ? QualitiesFromPercent(*qualities) : QualitiesFromWholePercent(percent->second));
+    }
 }
 
 Bytes CAbifFile::Encode() const {

@@ -25,15 +25,19 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
+#include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "tracewriter/AbifElement.h"
+#include "tracewriter/IAbdQualities.h"
 #include "tracewriter/IAbdWriter.h"
 #include "tracewriter/IUnknown.h"
 #include "tracewriter/WholeFile.h"
 
-class CAbifFile final : public IUnknown, public IAbdWriter {
+class CAbifFile final : public IUnknown, public IAbdWriter, public IAbdQualities {
   public:
     HRESULT QueryInterface(const Guid& id, void*& interface) override;
 
@@ -44,11 +48,15 @@ class CAbifFile final : public IUnknown, public IAbdWriter {
     // call there is no file.
     HRESULT CloseFile(std::int32_t& status) override;
 
+    // E_UNEXPECTED without an open file.
+    HRESULT SetQualities(std::span<const float> percent) override;
+
   private:
     using TagKey = std::pair<std::string, std::int32_t>;  // name and number
 
     CWholeFile file;
     std::map<TagKey, AbifElement> tags;
+    std::optional<std::vector<float>> qualities;  // percent, a base each, when they were handed over
 
     void AddDerivedTags();
     Bytes Encode() const;

@@ -46,6 +46,12 @@ class CInstance {
         if (result != E_NOINTERFACE) Check(result);
         if (result >= 0) writer = static_cast<Interface*>(found);
     }
+    // Another interface of the same object, which lives as long as this instance; null when the object lacks it.
+    template <class Other>
+    Other* Find() const {
+        void* found = nullptr;
+        return object && object->QueryInterface(Other::iid, found) >= 0 ? static_cast<Other*>(found) : nullptr;
+    }
 
     explicit operator bool() const { return writer != nullptr; }
     Interface& operator*() const { return *writer; }

@@ -35,6 +35,7 @@ TEST_F(AbdExportTest, WholeTrace) {
     EXPECT_EQ(tags["PBAS1"].data, "AnT");
     EXPECT_EQ(tags["PLOC2"].Shorts(), (std::vector<int>{1, 3, 9}));
     EXPECT_EQ(tags["QVAL1"].Shorts(), (std::vector<int>{50, 99, 10}));
+    EXPECT_EQ(tags["PCON2"].data, (std::string{3, 30, 0}));
     EXPECT_EQ(tags["RUND2"].data, (std::string{7, '\xB2', 1, 1}));
     EXPECT_EQ(Log(), "exported to ABD file format \r\n");
 }

@@ -116,9 +116,10 @@ class CFailingWriter : public IUnknown, public IAbdWriter, public IScfWriter {
     }
 
     HRESULT QueryInterface(const Guid& id, void*& interface) override {
-        interface = id == IAbdWriter::iid ? static_cast<void*>(static_cast<IAbdWriter*>(this))
-                                          : static_cast<void*>(static_cast<IScfWriter*>(this));
-        return failAt == "QueryInterface" ? E_NOINTERFACE : S_OK;
+        interface = nullptr;
+        if (id == IAbdWriter::iid) interface = static_cast<IAbdWriter*>(this);
+        if (id == IScfWriter::iid) interface = static_cast<IScfWriter*>(this);
+        return interface && failAt != "QueryInterface" ? S_OK : E_NOINTERFACE;
     }
     HRESULT OpenFile(const std::string&, std::int32_t, std::int32_t& opened) override {
         opened = opens;

@@ -4,9 +4,9 @@
 usage: check_readers.py PROGRAM PLATE OUTPUT
 
 The samples of PLATE are copied into OUTPUT (its folders "plate" and "calls" are made anew) and joined by one too short to be
-called and one too long to be exported scan by scan; one of the stored results loses its bases. The program exports all of
-them from what it stored. The readers are io_lib (scf_dump, extract_seq, convert_trace), Biopython and EMBOSS (seqret,
-abiview). One that is missing, or prints a warning, fails the check. Exit code 0 when all agree.
+called and one too long to be exported scan by scan; one of the stored results gets qualities of every height, one loses its
+bases. The program exports all of them from what it stored. The readers are io_lib (scf_dump, extract_seq, convert_trace),
+Biopython and EMBOSS (seqret, abiview). One that is missing, or prints a warning, fails the check. Exit code 0 when all agree.
 """
 
 import math
@@ -80,7 +80,7 @@ class Stored:
         shown = [i for i in range(tree["BASES CALLED"][0]) if marks[2 * i : 2 * i + 2] != (2, 0)]
         self.letters = "".join(tree["SEQUENCE"][i] for i in shown)
         self.peaks = [tree["PEAK POSITIONS"][i] - first for i in shown]
-        self.qualities = [int(tree["QUALITY SCORES"][i]) for i in shown]
+        self.qualities = [tree["QUALITY SCORES"][i] for i in shown]
 
     def scf_curves(self):
         low, high = self.bounds(self.scans)
@@ -167,8 +167,7 @@ def check_abd(path, raw, called, work):
     raw_curves = raw.abd_curves(raw.scans - 1, step)
     curves = called.abd_curves(called.scans, step) if called else raw_curves
     peaks = [int(p / step) for p in sample.peaks]
-    # The error that a percentage leaves, and 40 where none is known.
-    phred = [40 if p >= 100 else math.floor(min(40.0, -10 * math.log10(1 - p / 100)) + 0.5) for p in sample.qualities]
+    phred = [93 if q >= 100 else math.floor(min(93.0, -10 * math.log10(1 - q / 100)) + 0.5) for q in sample.qualities]
 
     record = SeqIO.read(path, "abi")
     tags = record.annotations["abif_raw"]
@@ -178,6 +177,7 @@ def check_abd(path, raw, called, work):
     expect("Biopython comment", tags["CMNT1"].decode("latin-1"), sample.comment)
     expect("Biopython letters", str(record.seq), sample.letters)
     expect("Biopython qualities", record.letter_annotations.get("phred_quality", []), phred)
+    expect("Biopython percent", list(tags.get("QVAL1", ())), [int(q) for q in sample.qualities])
     expect("Biopython peaks", list(tags.get("PLOC2", ())), peaks)
     for number, letter in enumerate("CAGT"):
         expect("Biopython DATA%d" % (number + 1), list(tags["DATA%d" % (number + 1)]), raw_curves[letter])
@@ -220,6 +220,16 @@ def remove_bases(path):
     path.write_bytes(data)
 
 
+def vary_qualities(path):
+    """Gives the bases of a stored sample qualities from 0 to 99.9, on both sides of what rounding makes of them."""
+    data = bytearray(path.read_bytes())
+    key = data.index(b"QUALITY SCORES\0") + len(b"QUALITY SCORES\0")
+    _, scores, end = item(data, key)
+    percent = [100 - 100 * 10 ** (-(37 * i % 1000) / 100) for i in range(len(scores) // 4)]
+    struct.pack_into("<%df" % len(percent), data, end - len(scores), *percent)
+    path.write_bytes(data)
+
+
 def export(program, plate_folder, output):
     """Has the program call and export all samples; gives the paths of each raw sample and its result."""
     plate, calls = output / "plate", output / "calls"
@@ -233,6 +243,7 @@ def export(program, plate_folder, output):
     write_variant(samples[0], "long", lambda records: records * (20 * LONGEST_SERIES // len(records) + 1))
     run(program, "-IP", plate, "-OD", calls, "-BC")
     folder = next(calls.iterdir())
+    vary_qualities(folder / (samples[-2].stem + ".esd"))
     remove_bases(folder / (samples[-1].stem + ".esd"))
     run(program, "-IP", plate, "-OD", calls, "-BC", "-ABD", "-SCF")
     return [(path, folder / (path.stem + ".esd")) for path in sorted(plate.glob("*.[re]sd"))]
