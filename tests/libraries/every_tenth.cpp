@@ -4,6 +4,10 @@
 
 #include <vector>
 
+#ifndef ENTERED
+#define ENTERED(entry)
+#endif
+
 namespace {
 
 std::vector<std::vector<double>> channels;
@@ -14,6 +18,7 @@ std::vector<BaseRecord> bases;
 }  // namespace
 
 const char* GetBaseCallerCod(void) {
+    ENTERED("GetBaseCallerCod");
     return "T10";
 }
 const char* GetProgramName(void) {
@@ -37,6 +42,7 @@ void SetRawData(int32_t, double** arrays, int32_t count, int32_t scans, float, c
         peaks.push_back({{}, static_cast<float>(scan), {}});
 }
 int32_t ExecuteProcedure(int32_t, int32_t, int32_t) {
+    ENTERED("ExecuteProcedure");
     return channels[0].empty() || channels[0][0] == 13.0 ? 0 : 1;
 }
 double** PeekProcessedTrace(int32_t, int32_t*, int32_t* first, int32_t* end) {
@@ -54,6 +60,7 @@ BaseRecord* ReportSequence(int32_t, int32_t* count, int32_t* firstGood, int32_t*
     return bases.data();
 }
 void CleanUp(void) {
+    ENTERED("CleanUp");
     channels.clear();
     rows.clear();
     peaks.clear();
