@@ -19,8 +19,9 @@ What must hold after it:
 
     raw files and settings are unchanged; a file under a final name is whole: that of an undisturbed run or, where the log
     reports a failure, a failed form; what an earlier run had made is still there; what is reported as made is there; what
-    is missing is reported; the logs hold whole entries; a process that was not killed leaves nothing else; and an undisturbed
-    run afterwards completes everything, reports nothing odd and leaves nothing else either.
+    is missing is reported; once a sample has been loaded the run goes on to its end; the logs hold whole entries; a process
+    that was not killed leaves nothing else; and an undisturbed run afterwards completes everything, reports nothing odd and
+    leaves nothing else either.
 
 A half write is not held against basecall.log and common FASTA files, to which one write adds: the system completes it.
 """
@@ -51,10 +52,11 @@ LOG, MARKUP = "plate/basecall.log", "plate/log.xml"
 APPENDED = [LOG, PLATE_FASTA, RUN_FASTA]
 SECONDS_PER_RUN = 60
 REPORT_SIZE = 1012
-ERROR_TEXT = "|".join([os.strerror(getattr(errno, name)) for name in ERRORS] + ["Not enough storage[^.]*[.]", "Unspecified error"])
+TAG_IS_MISSING = "The SafeArray Allocation Failed"  # and the ABD file goes without that tag
+ERROR_TEXT = "|".join([os.strerror(getattr(errno, name)) for name in ERRORS + ["ENOENT"]] + ["Not enough storage[^.]*[.]", "Unspecified error"])
 FAILURE = re.compile(
     r"failed to|[Cc]annot |Access is denied|warning: |Fatal Error|doesn't exist|not listed|Syntax error|not enough disk space"
-    r"|skipped (?!out/)|skipped \.|The base order is not specified|" + ERROR_TEXT
+    r"|skipped (?!out/)|skipped \.|The base order is not specified|" + TAG_IS_MISSING + "|" + ERROR_TEXT
 )
 # Names of system calls that the shim has to know if the program uses them.
 CALL = re.compile(r"(?!_|dl|clock|pthread)\w*(open|creat|read|write|stat|link|name|sync|trunc|dir|chmod|chown|lock|dup|mmap|file"
@@ -217,8 +219,11 @@ class Judge:
             self.note("hang")
         elif run.code not in (0, 1) and not (self.killed and run.code == -signal.SIGKILL):
             self.note("crash", signal.Signals(-run.code).name if run.code < 0 else "exit code %d" % run.code)
+        elif run.code == 1 and "\tLoading" in run.output:
+            self.note("the run is given up", run.errors.strip().split("\n")[-1])
         log = self.log_since(after.get(LOG) or b"", self.before.get(LOG, b""))
-        self.failed = self.failed_samples(log.decode("latin-1"), run.errors)
+        self.failed = self.failed_samples(run.output + log.decode("latin-1"), run.errors)
+        self.lacks_tags = TAG_IS_MISSING in run.output
         for name, data in after.items():
             self.judge_file(name, data, self.wanted)
         for name in self.before:
@@ -279,8 +284,10 @@ class Judge:
             return whole.sample(data) == 1 and (stem in self.failed or self.is_later)
         if stem not in self.failed or self.is_later:
             return False
-        if name.endswith((".abd", ".scf")):
-            return (whole.abif if name.endswith(".abd") else whole.scf)(data) == 0
+        if name.endswith(".abd"):
+            return whole.abif(data) == 0 or self.lacks_tags
+        if name.endswith(".scf"):
+            return whole.scf(data) == 0
         return name.startswith("plate/Text/") and self.table_of(data) in (b"", self.table_of(self.wanted[name]))
 
     @staticmethod
@@ -303,7 +310,7 @@ class Judge:
     def judge_texts(self, data):
         known = set((self.wanted_later[LOG] + self.wanted[LOG]).split(b"\r\n"))
         text = data.decode("latin-1")
-        if not text.endswith("\n"):
+        if text and not text.endswith("\n"):
             raise whole.Torn("the end is missing")
         for line in text.split("\r\n"):
             line = re.sub("^(%s)+" % ERROR_TEXT, "", line)  # these texts have no line end
@@ -343,10 +350,12 @@ class Judge:
                 self.note("what an earlier run made is worse", name)
 
     def is_as_good(self, name, data):
-        """Whether it tells no less than before: another reason of a failure, or other words ahead of the same numbers."""
+        """Whether it tells no less than before, or what it lacks has been reported."""
         try:
             if name.startswith("plate/Text/"):
                 return self.table_of(data) == self.table_of(self.before[name])
+            if name.endswith(".abd"):
+                return self.lacks_tags and whole.abif(data) == whole.abif(self.before[name])
             return name.endswith(".fsd") and whole.sample(data) == 1
         except whole.Torn:
             return True  # has been noted
@@ -441,8 +450,9 @@ class Judge:
 
 
 def try_case(bench, case, keep=None):
-    """What is wrong after `case`, and the call that was struck."""
-    folder = keep or pathlib.Path(tempfile.mkdtemp(dir=bench.folder)) / "w"
+    """What is wrong after `case`, and the call that was struck. Shows the run and keeps its files if asked to."""
+    # Where a path lies decides how many allocations it takes, so all folders have names of one length.
+    folder = pathlib.Path(tempfile.mkdtemp(dir=bench.folder)) / "w"
     try:
         copy_tree(bench.folder / ("start" if case.round == "cold" else "once"), folder)
         run = run_program(folder, bench.shim, case)
@@ -451,6 +461,7 @@ def try_case(bench, case, keep=None):
         judge.judge(run, after)
         if keep:
             print("exit code %s, struck: %s\n%s%s" % (run.code, run.struck, run.output, run.errors))
+            shutil.copytree(folder, keep, dirs_exist_ok=True)
         # From the state of the undisturbed run every later one goes on as known.
         if after != judge.wanted:
             later = run_program(folder)
@@ -459,8 +470,7 @@ def try_case(bench, case, keep=None):
             judge.note("nothing was struck")
         return case, run.struck, judge.found
     finally:
-        if not keep:
-            shutil.rmtree(folder.parent)
+        shutil.rmtree(folder.parent)
 
 
 def try_in_worker(case):
