@@ -1,0 +1,34 @@
+// A sample file: loaded as a raw and as a stored sample, stored again and exported. What is stored can be read back.
+#include "Fuzz.h"
+#include "run/Plate.h"
+#include "run/RunDriver.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto& folder = fuzz::Folder();
+    folder.Write("x.rsd", fuzz::Text(data, size));
+    CRunDriver driver(1);
+    driver.unattended = 1;
+    driver.baseCallers = std::make_unique<CBaseCallerSet>(&driver);
+    CPlate plate(folder.Path(), {}, &driver);
+    plate.outputFolder = folder.MakeFolder("out");
+
+    CSampleFile sample("x.rsd", &plate);
+    sample.Load(folder.Path("x.rsd"), 0);
+    sample.ExportText(*sample.rawTrace);
+    CTraceFile& holder = *sample.CreateProcessedTrace(folder.Path("x.rsd"), 1, nullptr);
+    sample.LoadProcessed(holder, 1);
+    holder.path = folder.Path("out/x.esd");
+    const bool isStored = holder.trace->HasChannels() && sample.SaveProcessedSample(holder, 5) != 0;
+    sample.ExportAbd(holder, 0);
+    sample.ExportScf(holder);
+    sample.ExportFasta(&holder, "", 1);
+    sample.ExportText(holder);
+
+    CSampleFile again("x.rsd", &plate);
+    CTraceFile& stored = *again.CreateProcessedTrace(holder.path, 1, nullptr);
+    fuzz::Demand(!isStored || (again.LoadProcessed(stored, 1) != 0 && stored.trace->HasChannels()));
+    sample.SaveFailedSample(holder);
+    std::filesystem::remove_all(folder.Path());
+    std::filesystem::create_directory(folder.Path());
+    return 0;
+}
