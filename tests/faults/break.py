@@ -508,6 +508,16 @@ def print_table(results, command):
         print("        %s --one %s %s %d" % ((command,) + hits[0][0]))
 
 
+def print_counts(results):
+    """How many cases of each round and kind were tried, and how many of them had a violation."""
+    tried = collections.Counter((case.round, case.kind) for case, _, _ in results)
+    broken = collections.Counter((case.round, case.kind) for case, _, found in results if found)
+    for kind in KINDS:
+        if any(tried[which, kind] for which in ROUNDS):
+            print("%-8s" % kind + "".join("%9s: %6d tried, %6d with a violation" % (
+                which, tried[which, kind], broken[which, kind]) for which in ROUNDS))
+
+
 def main():
     parser = argparse.ArgumentParser(usage=__doc__)
     parser.add_argument("program", type=pathlib.Path)
@@ -535,6 +545,8 @@ def main():
         broken = sum(bool(found) for _, _, found in results)
         results.sort(key=lambda result: result[0])
         print_table(results, "scripts/break")
+        if not given.one:
+            print_counts(results)
         print("%d cases, %d of them with a violation" % (len(results), broken))
         return 1 if broken else 0
 
