@@ -3,5 +3,6 @@
 #include "platform/Files.h"
 
 std::int32_t FileExists(const std::string& path) {
-    return platform::FindFiles(path).empty() ? 0 : 1;
+    std::vector<platform::FoundEntry> found;
+    return platform::FindFiles(path, found) || found.empty() ? 0 : 1;
 }

@@ -6,6 +6,7 @@
 //   sequence   50 letters a line
 //   last       the letters that remain; written even when there are none, so it may be empty
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "export/ExportBases.h"
@@ -36,9 +37,9 @@ std::string FastaRecord(const CSampleFile& sample, const CTraceFile& holder, con
 // Adds `record` at the end of the file, whole or not at all.
 bool Append(platform::File& file, const std::string& record) {
     std::int64_t end = 0;
-    if (file.Length(end) != 0 || file.SeekSet(end) != 0) return false;
-    if (file.Write(record) == 0) return file.Close() == 0;
-    file.Truncate(end);
+    if (file.Length(end) || file.SeekSet(end)) return false;
+    if (!file.Write(record)) return !file.Close();
+    std::ignore = file.Truncate(end);
     return false;
 }
 
@@ -54,7 +55,7 @@ std::int32_t CSampleFile::ExportFasta(CTraceFile* processed, const std::string& 
     const std::string path = common ? filePath : ExportPath(plate->outputFolder + "\\" + fileName, "seq");
     if (path.empty()) return 0;
     platform::File file;
-    if (file.Open(path, common ? platform::OpenMode::CreateOrKeep : platform::OpenMode::CreateOrEmpty) != 0) {
+    if (file.Open(path, common ? platform::OpenMode::CreateOrKeep : platform::OpenMode::CreateOrEmpty)) {
         plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {path}));
         return 0;
     }

@@ -1,12 +1,13 @@
 #include <dirent.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 
 #include "platform/Ascii.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
-#include "platform/Host.h"
 
 namespace platform {
 
@@ -59,27 +60,30 @@ void AddListed(const std::string& folder, const std::string& name, std::vector<F
 
 }  // namespace
 
-std::vector<FoundEntry> FindFiles(const std::string& pattern) {
-    std::vector<FoundEntry> entries;
+Error FindFiles(const std::string& pattern, std::vector<FoundEntry>& entries) {
+    entries.clear();
     const auto native = NativePath(pattern);
-    if (!native) return entries;
+    if (!native) return ENOENT;
     const std::size_t nameStart = native->rfind('/') + 1;  // 0 when there is no separator
     const std::string folder = native->substr(0, nameStart);
     const std::string last = native->substr(nameStart);
-    if (last.empty() || IsDotName(last)) return entries;
+    if (last.empty() || IsDotName(last)) return success;
     if (last.find_first_of("*?") == std::string::npos) {
         AddNamed(folder, last, entries);
-        return entries;
+        return success;
     }
 
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.empty() ? "." : folder.c_str()), ::closedir);
-    if (listing == nullptr) return entries;
+    if (listing == nullptr) return errno;
+    errno = 0;
     while (const dirent* entry = ::readdir(listing.get())) {
         const std::string name = entry->d_name;
         if (!IsDotName(name) && MatchesWildcard(name, last)) AddListed(folder, name, entries);
+        errno = 0;
     }
+    const Error error = errno;
     std::sort(entries.begin(), entries.end(), IsBeforeInListing);
-    return entries;
+    return error;
 }
 
 }  // namespace platform

@@ -28,26 +28,26 @@ PassingFile::~PassingFile() {
     Discard();
 }
 
-int PassingFile::Begin(const std::string& path) {
+Error PassingFile::Begin(const std::string& path) {
     // A rename would replace a write-protected file without a word, so its protection is asked for here.
     File existing;
-    if (const int error = existing.Open(path, OpenMode::Update); error != 0 && error != ENOENT) return error;
+    if (const Error error = existing.Open(path, OpenMode::Update); error && error != ENOENT) return error;
     Discard();
     target = path;
     passing = PassingName(path);
-    return 0;
+    return success;
 }
 
-int PassingFile::Finish() {
+Error PassingFile::Finish() {
     if (passing.empty()) return EBADF;
-    const int error = RenameFile(passing, target);
-    if (error != 0) DeleteFile(passing);
+    const Error error = RenameFile(passing, target);
+    if (error) DeleteIfThere(passing);
     passing.clear();
     return error;
 }
 
 void PassingFile::Discard() {
-    if (!passing.empty()) DeleteFile(passing);
+    if (!passing.empty()) DeleteIfThere(passing);
     passing.clear();
 }
 

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/Error.h"
+
 namespace platform {
 
 // Whoever looks for a file of that name finds the former one, or the new one whole; also when the program is ended
@@ -15,14 +17,14 @@ class PassingFile {
     // Removes what has not got its name.
     ~PassingFile();
 
-    // Takes a passing name in the folder of `path` for the file that is to become `path`; nothing is made yet. 0 or an
-    // errno value: EISDIR when `path` is a folder, EACCES when the file there may not be written.
-    int Begin(const std::string& path);
+    // Takes a passing name in the folder of `path` for the file that is to become `path`; nothing is made yet.
+    // EISDIR when `path` is a folder, EACCES when the file there may not be written.
+    Error Begin(const std::string& path);
     // The passing name; empty before Begin and after the end.
     const std::string& Name() const { return passing; }
-    // Gives the closed file its name, in place of a file of that name. After a failure (an errno value) it is removed,
+    // Gives the closed file its name, in place of a file of that name. After a failure it is removed,
     // and the file of that name is as it was.
-    int Finish();
+    Error Finish();
     // Removes it.
     void Discard();
 

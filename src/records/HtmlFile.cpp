@@ -5,7 +5,7 @@ const CRuntimeClass CHtmlFile::runtimeClass{"CHtmlFile", schemaNone,
                                             &CQXIniFile::runtimeClass};
 
 CHtmlFile::CHtmlFile(const std::string& filePath, platform::OpenMode mode) {
-    if (Open(filePath, mode) == 0) ReadSections();
+    if (!Open(filePath, mode)) ReadSections();
 }
 
 const CRuntimeClass& CHtmlFile::GetRuntimeClass() const {

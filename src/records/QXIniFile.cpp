@@ -1,5 +1,7 @@
 #include "records/QXIniFile.h"
 
+#include <tuple>
+
 #include "platform/Ascii.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
@@ -44,7 +46,7 @@ const CRuntimeClass& CQXIniFile::GetRuntimeClass() const {
     return runtimeClass;
 }
 
-int CQXIniFile::Open(const std::string& filePath, platform::OpenMode mode) {
+platform::Error CQXIniFile::Open(const std::string& filePath, platform::OpenMode mode) {
     path = filePath;
     return File::Open(path, mode);
 }
@@ -59,15 +61,15 @@ void CQXIniFile::ReadSections() {
         Parse();
     else
         sections.clear();  // nothing may be written back over what could not be read
-    Close();
+    CloseQuietly();
 }
 
 bool CQXIniFile::ReadText() {
     std::int64_t length = 0;
-    if (Length(length) != 0 || length > longestFile) return false;
+    if (Length(length) || length > longestFile) return false;
     text.resize(static_cast<std::size_t>(length));
     std::size_t got = 0;
-    if (Read(std::as_writable_bytes(std::span(text)), got) != 0) return false;
+    if (Read(std::as_writable_bytes(std::span(text)), got)) return false;
     text.resize(got);
     return true;
 }
@@ -113,7 +115,7 @@ void CQXIniFile::BuildText() {
 bool CQXIniFile::OpenForWriting() {
     for (int i = 0; i < tries; ++i) {
         if (i > 0) platform::Sleep(pauseBetweenTries);
-        if (Open(path, platform::OpenMode::CreateOrKeep) == 0) return true;
+        if (!Open(path, platform::OpenMode::CreateOrKeep)) return true;
     }
     return false;
 }
@@ -122,14 +124,14 @@ bool CQXIniFile::OpenForWriting() {
 // see an empty log, and the host need not put the file on the disk at once, which takes longer than all the rest.
 bool CQXIniFile::WriteText() {
     std::int64_t former = 0;
-    if (Length(former) != 0 || Write(text) != 0) return false;
+    if (Length(former) || Write(text)) return false;
     const auto length = static_cast<std::int64_t>(text.size());
-    return former <= length || Truncate(length) == 0;
+    return former <= length || !Truncate(length);
 }
 
 void CQXIniFile::WriteSections() {
     const std::string former = path + ".temp";
-    if (platform::CopyFile(path, former) != 0) {
+    if (platform::CopyFile(path, former)) {
         platform::ShowBox("Cannot create a backup copy");
         return;
     }
@@ -137,7 +139,7 @@ void CQXIniFile::WriteSections() {
     BuildText();
     if (!OpenForWriting()) return;
     const bool written = WriteText();
-    if (Close() == 0 && written) return;
+    if (!Close() && written) return;
     // A full disk costs this entry and not the former ones, for which there was room.
-    platform::CopyFile(former, path);
+    std::ignore = platform::CopyFile(former, path);
 }

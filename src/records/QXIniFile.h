@@ -48,8 +48,8 @@ class CQXIniFile : public CObject, public platform::File {
     CQXIniFile& operator=(const CQXIniFile&) = delete;
 
     const CRuntimeClass& GetRuntimeClass() const override;
-    // Opens `filePath` and keeps it as `path`. 0 or an errno value.
-    int Open(const std::string& filePath, platform::OpenMode mode);
+    // Opens `filePath` and keeps it as `path`.
+    platform::Error Open(const std::string& filePath, platform::OpenMode mode);
     // Parses the open file into `sections` and closes it. A file that cannot be read leaves no sections at all.
     virtual void ReadSections();
     // Sets up empty sections.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -13,7 +14,7 @@ constexpr int significantDigits = 6;
 }  // namespace
 
 CTextFile::CTextFile(const std::string& path) : buffer(bufferSize, '\0') {
-    file.Open(path, platform::OpenMode::CreateOrEmpty);
+    std::ignore = file.Open(path, platform::OpenMode::CreateOrEmpty);
 }
 
 char* CTextFile::Room(std::size_t count) {
@@ -55,11 +56,11 @@ CTextFile& CTextFile::operator<<(float number) {
 }
 
 void CTextFile::Flush() {
-    if (file.IsOpen()) file.Write(std::string_view(buffer).substr(0, used));
+    if (file.IsOpen()) std::ignore = file.Write(std::string_view(buffer).substr(0, used));
     used = 0;
 }
 
 void CTextFile::Close() {
     Flush();
-    file.Close();
+    file.CloseQuietly();
 }

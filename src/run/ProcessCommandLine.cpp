@@ -42,7 +42,7 @@ bool ApplyOperation(const CParsedSwitch& given, CBaseCallerSet& set, RunRequest&
     } else if (name == "-FA" || name == "-FA_") {
         set.AddSwitch(name);
         if (HasParameter(given)) {
-            if (name == "-FA") platform::DeleteFile(given.parameters.front());
+            if (name == "-FA") platform::DeleteIfThere(given.parameters.front());
             set.SetFastaFile(given.parameters.front());
         }
     } else {

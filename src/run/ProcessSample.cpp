@@ -23,7 +23,7 @@ std::string ProcessedPath(const CSampleFile& sample) {
 void DeleteTarget(const CSampleFile& sample) {
     const std::string& path = sample.processedTrace->path;
     if (sample.rawTrace && platform::IsSameFile(sample.rawTrace->path, path)) return;
-    platform::DeleteFile(path);
+    platform::DeleteIfThere(path);
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace {
 constexpr std::int32_t highestProcedure = 5;
 
 // A folder in the place of the file counts too: the right to replace it by a file is never given.
-bool IsAccessDenied(std::int32_t error) {
+bool IsAccessDenied(platform::Error error) {
     return error == EACCES || error == EPERM || error == EROFS || error == EISDIR;
 }
 
@@ -28,31 +28,36 @@ class CSampleCopy {
     // target itself.
     bool Open() {
         if (!sample.rawTrace || platform::IsSameFile(sample.rawTrace->path, target)) return false;
-        std::int32_t error = passing.Begin(target);
-        if (error == 0) error = platform::CopyFile(sample.rawTrace->path, passing.Name());
-        if (error != 0) {
+        if (const platform::Error error = Copy()) {
             CRunDriver* driver = sample.plate->driver;
             if (IsAccessDenied(error) && driver) driver->Report("Access is denied");
             return false;
         }
-        if (platform::SetNormalAttributes(passing.Name()) != 0) return false;
-        if (file.Open(passing.Name(), false) == 0) return true;
+        if (platform::SetNormalAttributes(passing.Name())) return false;
+        if (!file.Open(passing.Name(), false)) return true;
         sample.plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {target}));
         return false;
     }
-    // Stores what is pending and gives the file its name.
+    // Stores the description and the scans.
+    bool Store(const CSampleInfo& info, std::vector<ScanRecord> scans) {
+        return !file.WriteInfo(info) && !file.WriteScans(std::move(scans));
+    }
+    // Puts what was stored on the disk and gives the file its name.
     bool Close() {
-        if (file.Close() == 0 && passing.Finish() == 0) return true;
+        if (!file.Close() && !passing.Finish()) return true;
         sample.plate->Log(FormatMessage(MessageId::WriteFailed, {target}));
         return false;
     }
 
   private:
+    platform::Error Copy() {
+        if (const platform::Error error = passing.Begin(target)) return error;
+        return platform::CopyFile(sample.rawTrace->path, passing.Name());
+    }
+
     const CSampleFile& sample;
     const std::string target;
     platform::PassingFile passing;
-
-  public:
     CRsdFile file;  // closed ahead of `passing`, which removes what was not finished
 };
 
@@ -67,13 +72,12 @@ std::int32_t CSampleFile::SaveProcessedSample(CTraceFile& holder, std::int32_t p
         CAnalysisInfo analysis = info.analysis;
         std::vector<ScanRecord> scans;
         trace->ToScans(scans, analysis);
-        copy.file.WriteScans(std::move(scans));
         info.scanCount = trace->scanCount;
         info.analysis = std::move(analysis);
         info.processed = true;
         if (procedureIndex == highestProcedure && trace->separationMatrix)
             info.separationMatrix = *trace->separationMatrix;
-        copy.file.WriteInfo(info);
+        if (!copy.Store(info, std::move(scans))) return 0;
     }
     if (!copy.Close()) return 0;
     if (trace) plate->AddToMarkupLog(holder.path, markup::processedSection);
@@ -90,13 +94,11 @@ std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
     if (settings && settings->currentCaller) info.analysis.baseCaller = settings->currentCaller->name;
     info.scanCount = 1;
     info.processed = true;
-    copy.file.WriteInfo(info);
     ScanRecord placeholder;
     placeholder.words[0] = 1;
     for (int channel = 1; channel <= channelCount; ++channel)
         placeholder.SetFloat(channel, 1.0f);
-    copy.file.WriteScans({placeholder});
-    if (!copy.Close()) return 0;
+    if (!copy.Store(info, {placeholder}) || !copy.Close()) return 0;
     plate->AddToMarkupLog(holder.path, markup::processedSection);
     return 1;
 }

@@ -95,7 +95,7 @@ HRESULT CScfFile::AddComment(const std::string& comment) try {
 
 HRESULT CScfFile::SaveFile(const std::string& path) try {
     CWholeFile file;
-    if (const int error = file.Open(path); error != 0) return HresultFromErrno(error);
+    if (const platform::Error error = file.Open(path)) return HresultFromErrno(error);
     return HresultFromErrno(file.Commit(Encode()));
 } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;

@@ -2,18 +2,19 @@
 
 #include <cerrno>
 
-int CWholeFile::Open(const std::string& path) {
+using platform::Error;
+
+Error CWholeFile::Open(const std::string& path) {
     if (IsOpen()) return EBUSY;
-    if (const int error = passing.Begin(path); error != 0) return error;
+    if (const Error error = passing.Begin(path)) return error;
     return file.Open(passing.Name(), platform::OpenMode::CreateOrEmpty);
 }
 
-int CWholeFile::Commit(std::span<const std::byte> data) {
+Error CWholeFile::Commit(std::span<const std::byte> data) {
     if (!IsOpen()) return EBADF;
-    int error = file.Write(data);
-    const int closeError = file.Close();
-    if (error == 0) error = closeError;
-    if (error == 0) return passing.Finish();
+    const Error written = file.Write(data);
+    const Error closed = file.Close();
+    if (!written && !closed) return passing.Finish();
     passing.Discard();
-    return error;
+    return written ? written : closed;
 }

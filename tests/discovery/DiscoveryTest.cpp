@@ -33,7 +33,7 @@ class Discovery : public testing::Test {
         ASSERT_EQ(platform::SetCurrentFolder(folder.Path()), 0);
         here = platform::CurrentFolder().value();
     }
-    void TearDown() override { platform::SetCurrentFolder(before); }
+    void TearDown() override { EXPECT_EQ(platform::SetCurrentFolder(before), 0); }
 
     testsupport::TempFolder folder;
     std::string before, here;

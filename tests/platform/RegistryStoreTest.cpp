@@ -60,5 +60,7 @@ TEST(Drives, HeadsOfPathsBecomeFoldersOfTheHost) {
     EXPECT_FALSE(NativePath("e:/x"));
     EXPECT_EQ(NativePath("sub\\x:y"), "sub/x:y");
     EXPECT_EQ(platform::MakeDirectory("Q:/x"), ENOENT);
-    EXPECT_TRUE(platform::FindFiles("Q:/*").empty());
+    std::vector<platform::FoundEntry> entries;
+    EXPECT_EQ(platform::FindFiles("Q:/*", entries), ENOENT);
+    EXPECT_TRUE(entries.empty());
 }

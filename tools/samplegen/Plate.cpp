@@ -16,8 +16,8 @@ namespace samplegen {
 
 namespace {
 
-void Require(int error, const std::string& path) {
-    if (error != 0) throw std::runtime_error("cannot write " + path + ": " + platform::ErrorText(error));
+void Require(platform::Error error, const std::string& path) {
+    if (error) throw std::runtime_error("cannot write " + path + ": " + error.Text());
 }
 
 void WriteText(const std::string& path, const std::string& text) {
@@ -70,7 +70,7 @@ std::string WriteWell(const Options& options, int well, WellKind kind, const std
 }  // namespace
 
 PlateReport WritePlate(const Options& options) {
-    const int made = platform::MakeDirectory(options.folder);
+    const platform::Error made = platform::MakeDirectory(options.folder);
     if (made != EEXIST) Require(made, options.folder);
     const std::vector<WellKind> kinds = DrawKinds(options);
     PlateReport report;
