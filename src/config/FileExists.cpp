@@ -1,8 +1,11 @@
 #include "config/FileExists.h"
 
+#include <tuple>
+
 #include "platform/Files.h"
 
 std::int32_t FileExists(const std::string& path) {
     std::vector<platform::FoundEntry> found;
-    return platform::FindFiles(path, found) || found.empty() ? 0 : 1;
+    std::ignore = platform::FindFiles(path, found);
+    return found.empty() ? 0 : 1;
 }

@@ -5,11 +5,13 @@
 //   header     ">", path of the processed file, tab, number of letters, tab, "Quillion"
 //   sequence   50 letters a line
 //   last       the letters that remain; written even when there are none, so it may be empty
+#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include "export/ExportBases.h"
+#include "platform/AtomicFile.h"
 #include "platform/Files.h"
 #include "records/HtmlFile.h"
 #include "records/Messages.h"
@@ -34,13 +36,29 @@ std::string FastaRecord(const CSampleFile& sample, const CTraceFile& holder, con
     return record += "\r\n";
 }
 
-// Adds `record` at the end of the file, whole or not at all.
-bool Append(platform::File& file, const std::string& record) {
+// Both write a record and give the message of a failure, if there is one.
+
+// Adds it to a common file, whole or not at all.
+std::optional<MessageId> AppendRecord(const std::string& path, const std::string& record) {
+    platform::File file;
+    if (file.Open(path, platform::OpenMode::CreateOrKeep)) return MessageId::CannotOpenForWriting;
     std::int64_t end = 0;
-    if (file.Length(end) || file.SeekSet(end)) return false;
-    if (!file.Write(record)) return !file.Close();
-    std::ignore = file.Truncate(end);
-    return false;
+    if (file.Length(end) || file.SeekSet(end)) return MessageId::WriteFailed;
+    if (file.Write(record)) {
+        std::ignore = file.Truncate(end);
+        return MessageId::WriteFailed;
+    }
+    if (file.Close()) return MessageId::WriteFailed;
+    return std::nullopt;
+}
+
+// Makes it the sample's own file.
+std::optional<MessageId> WriteRecord(const std::string& path, const std::string& record) {
+    platform::AtomicFile file;
+    if (file.Open(path)) return MessageId::CannotOpenForWriting;
+    file.Write(record);
+    if (file.Commit()) return MessageId::WriteFailed;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -54,13 +72,9 @@ std::int32_t CSampleFile::ExportFasta(CTraceFile* processed, const std::string& 
     const bool common = !filePath.empty();
     const std::string path = common ? filePath : ExportPath(plate->outputFolder + "\\" + fileName, "seq");
     if (path.empty()) return 0;
-    platform::File file;
-    if (file.Open(path, common ? platform::OpenMode::CreateOrKeep : platform::OpenMode::CreateOrEmpty)) {
-        plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {path}));
-        return 0;
-    }
-    if (!Append(file, FastaRecord(*this, *processed, *trace, goodRegionOnly != 0))) {
-        plate->Log(FormatMessage(MessageId::WriteFailed, {path}));
+    const std::string record = FastaRecord(*this, *processed, *trace, goodRegionOnly != 0);
+    if (const auto failure = common ? AppendRecord(path, record) : WriteRecord(path, record)) {
+        plate->Log(FormatMessage(*failure, {path}));
         return 0;
     }
     plate->Log(FormatMessage(MessageId::FastaExported));

@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "platform/Ascii.h"
+#include "platform/AtomicFile.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
 
@@ -129,14 +130,22 @@ bool CQXIniFile::WriteText() {
     return former <= length || !Truncate(length);
 }
 
+// A new file takes the name, so there is a whole log at every moment.
+platform::Error CQXIniFile::Replace(const std::string& former) {
+    platform::AtomicFile next;
+    if (const platform::Error error = next.Open(path)) return error;
+    next.Write(text);
+    return next.CommitKeeping(former);
+}
+
 void CQXIniFile::WriteSections() {
     const std::string former = path + ".temp";
+    BuildText();
+    if (!Replace(former)) return;
     if (platform::CopyFile(path, former)) {
         platform::ShowBox("Cannot create a backup copy");
         return;
     }
-    // Built before the file is opened, which keeps the time short in which it is not complete.
-    BuildText();
     if (!OpenForWriting()) return;
     const bool written = WriteText();
     if (!Close() && written) return;

@@ -54,9 +54,10 @@ class CQXIniFile : public CObject, public platform::File {
     virtual void ReadSections();
     // Sets up empty sections.
     virtual void DefineSections() {}
-    // Rewrites the file from `sections`; a copy with ".temp" behind its name keeps the former state. Without the copy
-    // the file stays as it is, after a box; while the file cannot be opened it is tried again for 5 s, then the writing
-    // is given up silently.
+    // Replaces the file by a new one made from `sections`; the former one gets the name with ".temp" at its end. Where
+    // that is not possible (a link, a folder that cannot be written to) a copy becomes the ".temp" and the file is
+    // rewritten in place. Without the copy the file stays as it is, after a box; while the file cannot be opened it is
+    // tried again for 5 s, then the writing is given up silently.
     void WriteSections();
 
   protected:
@@ -68,6 +69,7 @@ class CQXIniFile : public CObject, public platform::File {
     void Parse();
     CIniSection* FindSection(std::string_view tag);
     void BuildText();
+    platform::Error Replace(const std::string& former);
     bool OpenForWriting();
     bool WriteText();
 };

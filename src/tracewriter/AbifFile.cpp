@@ -63,7 +63,8 @@ HRESULT CAbifFile::CloseFile(std::int32_t& status) try {
     status = 0;
     if (!file.IsOpen()) return E_UNEXPECTED;
     AddDerivedTags();
-    const platform::Error error = file.Commit(Encode());
+    file.Write(Encode());
+    const platform::Error error = file.Commit();
     status = error ? 0 : 1;
     return HresultFromErrno(error);
 } catch (const std::bad_alloc&) {

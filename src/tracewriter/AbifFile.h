@@ -28,10 +28,10 @@
 #include <string>
 #include <utility>
 
+#include "platform/AtomicFile.h"
 #include "tracewriter/AbifElement.h"
 #include "tracewriter/IAbdWriter.h"
 #include "tracewriter/IUnknown.h"
-#include "tracewriter/WholeFile.h"
 
 class CAbifFile final : public IUnknown, public IAbdWriter {
   public:
@@ -47,7 +47,7 @@ class CAbifFile final : public IUnknown, public IAbdWriter {
   private:
     using TagKey = std::pair<std::string, std::int32_t>;  // name and number
 
-    CWholeFile file;
+    platform::AtomicFile file;
     std::map<TagKey, AbifElement> tags;
 
     void AddDerivedTags();

@@ -31,6 +31,19 @@ TEST_F(FastaExport, ASamplesOwnFileIsWrittenAnewWithTheBasesToShow) {
     EXPECT_EQ(Log(), "exported to FASTA file format \r\nexported to FASTA file format \r\n");
 }
 
+TEST_F(FastaExport, ALinkInThePlaceOfAFileIsReplaced) {
+    GiveProcessed(0, 0);
+    GiveRaw(2);
+    const std::string raw = temp.Write("raw.rsd", "raw data");
+    for (const char* name : {"s1A01.seq", "s1A01.txt"})
+        std::filesystem::create_symlink(raw, folder + "/" + name);
+    EXPECT_EQ(sample->ExportFasta(sample->processedTrace, "", 0), 1);
+    EXPECT_EQ(sample->ExportText(*sample->processedTrace), 1);
+    EXPECT_EQ(temp.Read("raw.rsd"), "raw data");
+    EXPECT_TRUE(temp.Read("s1A01.seq").starts_with(">"));
+    EXPECT_TRUE(temp.Read("s1A01.txt").starts_with("Run Info"));
+}
+
 TEST_F(FastaExport, FailuresLeaveNoRecord) {
     GiveProcessed(0, 0);
     const auto result = [&](const std::string& path) { return sample->ExportFasta(sample->processedTrace, path, 0); };

@@ -46,6 +46,17 @@ TEST_F(PlateRecords, EachEntryAddsALineAndLeavesTheFormerStateBehind) {
     EXPECT_EQ(temp.Read("log.xml"), Layout("\r\n", line + line, "t\t\t\r\n"));
 }
 
+// As long as the link is there, the log is the file that it leads to, and the former state lies beside the link.
+TEST_F(PlateRecords, ALogThatIsALinkIsWrittenWhereItLeads) {
+    temp.Write("elsewhere/log.xml", "");
+    std::filesystem::create_symlink("elsewhere/log.xml", temp.Path("log.xml"));
+    plate.AddToMarkupLog("a", markup::abdSection);
+    plate.AddToMarkupLog("b", markup::abdSection);
+    EXPECT_TRUE(std::filesystem::is_symlink(temp.Path("log.xml")));
+    EXPECT_EQ(temp.Read("elsewhere/log.xml"), Layout("\r\n", "a\t\t\r\nb\t\t\r\n"));
+    EXPECT_EQ(temp.Read("log.xml.temp"), Layout("\r\n", "a\t\t\r\n"));
+}
+
 TEST_F(PlateRecords, WhatOthersWroteInTheLogIsReadLineByLine) {
     const auto rewritten = [&](const std::string& before) {
         CHtmlFile(temp.Write("log.xml", before), platform::OpenMode::CreateOrKeep).WriteSections();
