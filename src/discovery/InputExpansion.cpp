@@ -5,6 +5,7 @@
 #include "discovery/SplitPath.h"
 #include "platform/Files.h"
 #include "run/CommandLine.h"
+#include "run/Switches.h"
 
 namespace {
 
@@ -47,13 +48,13 @@ void CCommandLine::ExpandInputs(const std::vector<std::string>& patterns) {
     for (const std::string& pattern : patterns)
         types.push_back({pattern});
     for (const CParsedSwitch& given : switches) {
-        if (given.name == "-ID") {
+        if (IsSwitch(given.name, Switch::InputFolders)) {
             for (const std::string& parameter : given.parameters)
                 Append(CFolderScan(parameter, types, true).subfolders, plates);
-        } else if (given.name == "-IP") {
+        } else if (IsSwitch(given.name, Switch::InputPlates)) {
             for (const std::string& parameter : given.parameters)
                 ExpandPlateFolder(parameter, plates);
-        } else if (given.name == "-IF") {
+        } else if (IsSwitch(given.name, Switch::InputFiles)) {
             for (const std::string& parameter : given.parameters)
                 ExpandFiles(parameter, files);
         } else {

@@ -9,8 +9,8 @@
 #include "export/AbdTags.h"
 #include "export/Cut.h"
 #include "export/ExportBases.h"
+#include "export/Formats.h"
 #include "export/SampleTexts.h"
-#include "records/HtmlFile.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
@@ -158,8 +158,7 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
         write(*writer);
         std::int32_t status = 0;
         Check(writer->CloseFile(status));
-        plate.Log(FormatMessage(MessageId::AbdExported));
-        plate.AddToMarkupLog(path, markup::abdSection);
+        Exported(sample, Format::Abd, path);
         return 1;
     } catch (const CComError& error) {
         LogFailure(plate);

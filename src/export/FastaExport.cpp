@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "export/ExportBases.h"
+#include "export/Formats.h"
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
-#include "records/HtmlFile.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
@@ -77,7 +77,6 @@ std::int32_t CSampleFile::ExportFasta(CTraceFile* processed, const std::string& 
         plate->Log(FormatMessage(*failure, {path}));
         return 0;
     }
-    plate->Log(FormatMessage(MessageId::FastaExported));
-    plate->AddToMarkupLog(path, markup::fastaSection);
+    Exported(*this, Format::Fasta, path);
     return 1;
 }

@@ -7,10 +7,10 @@
 
 #include "export/Cut.h"
 #include "export/ExportBases.h"
+#include "export/Formats.h"
 #include "export/SampleTexts.h"
 #include "export/ScanValue.h"
 #include "platform/Clock.h"
-#include "records/HtmlFile.h"
 #include "run/Plate.h"
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
@@ -81,11 +81,10 @@ void SendComments(IScfWriter& writer, const CSampleInfo& info, const CProcessedT
 }
 
 // Writes the file and logs it. 0 when no path could be made.
-std::int32_t Save(IScfWriter& writer, CPlate& plate, const std::string& path) {
+std::int32_t Save(IScfWriter& writer, const CSampleFile& sample, const std::string& path) {
     if (path.empty()) return 0;
     Check(writer.SaveFile(path));
-    plate.AddToMarkupLog(path, markup::scfSection);
-    plate.Log("exported to SCF file format " + path + "\r\n");
+    Exported(sample, Format::Scf, path);
     return 1;
 }
 
@@ -117,7 +116,7 @@ std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
         SendSamples(writer, *trace, window);
         SendBases(writer, *this, *trace, bases, window.first);
         SendComments(writer, info, trace);
-        return Save(writer, *plate, ExportPath(processed.path, "scf"));
+        return Save(writer, *this, ExportPath(processed.path, "scf"));
     });
 }
 
@@ -128,6 +127,6 @@ std::int32_t CSampleFile::ExportFailedScf() {
         const std::string path = ExportPath(FailedSourcePath(*this), "scf");
         if (path.empty()) return 0;
         SendComments(writer, info, nullptr);
-        return Save(writer, *plate, path);
+        return Save(writer, *this, path);
     });
 }

@@ -82,6 +82,10 @@ class CBaseCallerSet {
     // Replays sampleSwitches for one sample. 1 if no base call failed and the last operation that reports a result
     // succeeded.
     std::int32_t ProcessSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan);
+    // The FASTA file of all samples of a plate, in the folder of their calls. Empty when its subfolder cannot be made.
+    std::string PlateFastaFile(const CPlate& plate) const;
+    // The FASTA file of the whole run.
+    std::string RunFastaFile() const;
     // Calls and stores one sample; the result of the base call.
     std::int32_t BaseCallSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan);
 
@@ -92,7 +96,6 @@ class CBaseCallerSet {
         bool failed = false;
     };
     void StepBaseCall(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan, SampleState& state);
+    // An entry of sampleSwitches that is no operation is warned of, and its result is 0.
     void StepExport(const std::string& step, CSampleFile& sample, SampleState& state);
-    std::string PlateFastaFile(const CPlate& plate) const;
-    std::string RunFastaFile() const;
 };

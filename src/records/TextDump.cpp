@@ -5,8 +5,8 @@
 #include <tuple>
 
 #include "export/ExportBases.h"
+#include "export/Formats.h"
 #include "platform/Clock.h"
-#include "records/HtmlFile.h"
 #include "records/TextFile.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
@@ -144,6 +144,6 @@ std::int32_t CSampleFile::ExportText(CTraceFile& holder) {
     }
     DumpTable(out, *holder.trace, processed ? processedFactor : 1.0);
     std::ignore = out.Commit();  // a dump that cannot be made counts as done
-    plate->AddToMarkupLog(path, markup::textSection);
+    Exported(*this, Format::Text, path);
     return 1;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/Ascii.h"
+#include "run/Switches.h"
 
 CCommandLine::CCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames,
                            const std::vector<std::string>& patterns)
@@ -11,7 +12,7 @@ CCommandLine::CCommandLine(int argc, const char* const* argv, const std::vector<
 }
 
 CCommandLine::CCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames)
-    : knownNames{"-ID", "-IP", "-IF"} {
+    : knownNames(InputSwitchNames()) {
     knownNames.insert(knownNames.end(), switchNames.begin(), switchNames.end());
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i];

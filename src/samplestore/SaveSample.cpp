@@ -1,9 +1,9 @@
 // CSampleFile: storing a base call as a new file, an updated copy of the raw one.
 #include <cerrno>
 
+#include "export/Formats.h"
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
-#include "records/HtmlFile.h"
 #include "records/Messages.h"
 #include "run/RunSettings.h"
 #include "samplestore/RsdFile.h"
@@ -80,7 +80,7 @@ std::int32_t CSampleFile::SaveProcessedSample(CTraceFile& holder, std::int32_t p
         if (!copy.Store(info, std::move(scans))) return 0;
     }
     if (!copy.Close()) return 0;
-    if (trace) plate->AddToMarkupLog(holder.path, markup::processedSection);
+    if (trace) Exported(*this, Format::Sample, holder.path);
     return 1;
 }
 
@@ -99,6 +99,6 @@ std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
     for (int channel = 1; channel <= channelCount; ++channel)
         placeholder.SetFloat(channel, 1.0f);
     if (!copy.Store(info, {placeholder}) || !copy.Close()) return 0;
-    plate->AddToMarkupLog(holder.path, markup::processedSection);
+    Exported(*this, Format::Sample, holder.path);
     return 1;
 }
