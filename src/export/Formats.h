@@ -14,7 +14,6 @@ class CSampleFile;
 enum class Format { Sample, Abd, Scf, Fasta, Text };
 
 struct CFormat {
-    Format id;
     std::string_view extension;     // without its dot
     std::string_view subfolder;     // below the folder of the processed samples; none for what always lies in it
     bool mayGoWithout;              // the extension is left out when the user wants none
@@ -22,13 +21,14 @@ struct CFormat {
     std::optional<MessageId> done;  // what the plate's log says of a file that was written, with its path as argument
 };
 
-// Processed samples have a name of their own, so their extension is that of the placeholders for failed ones.
+// In the order of `Format`. Processed samples have a name of their own, so the extension of theirs is that of the
+// placeholders for failed ones.
 inline constexpr std::array formats = {
-    CFormat{Format::Sample, "fsd", "", false, "esd", std::nullopt},
-    CFormat{Format::Abd, "abd", "ABD", true, "abd", MessageId::AbdExported},
-    CFormat{Format::Scf, "scf", "SCF", true, "scf", MessageId::ScfExported},
-    CFormat{Format::Fasta, "seq", "FASTA", false, "fasta", MessageId::FastaExported},
-    CFormat{Format::Text, "txt", "Text", false, "txt", std::nullopt},
+    CFormat{"fsd", "", false, "esd", std::nullopt},
+    CFormat{"abd", "ABD", true, "abd", MessageId::AbdExported},
+    CFormat{"scf", "SCF", true, "scf", MessageId::ScfExported},
+    CFormat{"seq", "FASTA", false, "fasta", MessageId::FastaExported},
+    CFormat{"txt", "Text", false, "txt", std::nullopt},
 };
 
 // Number of the format's section of log.xml (see HtmlFile.h).

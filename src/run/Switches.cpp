@@ -11,8 +11,6 @@
 
 namespace {
 
-// --- What switches set and ask for
-
 // An empty word counts as no parameter.
 bool HasParameter(const CParsedSwitch& given) {
     return !given.parameters.empty() && !given.parameters.front().empty();
@@ -54,41 +52,13 @@ void Help(const CParsedSwitch&, CRunDriver&, RunRequest&) {
     ShowHelp();
 }
 
-// --- Operations
-
 using StepResult = std::optional<std::int32_t>;
 
-StepResult ExportAbd(const SampleStep& step) {
-    return step.called ? step.sample.ExportAbd(*step.called, step.set.goodRegionOnly)
-                       : step.sample.ExportFailedAbd(step.set.skipFailedExports);
-}
-
-StepResult ExportScf(const SampleStep& step) {
-    return step.called ? step.sample.ExportScf(*step.called) : step.sample.ExportFailedScf();
-}
-
+// -FA and -FA_.
 StepResult ExportFasta(const SampleStep& step) {
     if (step.called || step.set.skipFailedExports == 0)
         step.sample.ExportFasta(step.called, step.set.fastaFile, step.set.goodRegionOnly);
     return std::nullopt;
-}
-
-StepResult ExportPlateFasta(const SampleStep& step) {
-    const std::string file = step.set.PlateFastaFile(*step.sample.plate);
-    if (file.empty()) return std::nullopt;
-    return step.sample.ExportFasta(step.called, file, step.set.goodRegionOnly);
-}
-
-StepResult ExportRunFasta(const SampleStep& step) {
-    return step.sample.ExportFasta(step.called, step.set.RunFastaFile(), step.set.goodRegionOnly);
-}
-
-StepResult ExportRawText(const SampleStep& step) {
-    return step.sample.ExportText(*step.sample.rawTrace);
-}
-
-StepResult ExportProcessedText(const SampleStep& step) {
-    return step.called ? step.sample.ExportText(*step.called) : 0;
 }
 
 // --- The table: id, name, whether it needs a base call, help; what it sets, its operation
@@ -106,9 +76,16 @@ constexpr CSwitch table[] = {
      "example, [-bc vhtk.dll Kelp153_beautify.dll]) - in this case all the operations including export to different "
      "formats will be done for all the passed basecallers.\r\n",
      AddCallers, nullptr},
-    {Switch::Abd, "-ABD", true, "-ABD:  turns on ABD files export.\r\n", nullptr, ExportAbd},
+    {Switch::Abd, "-ABD", true, "-ABD:  turns on ABD files export.\r\n", nullptr,
+     [](const SampleStep& s) -> StepResult {
+         return s.called ? s.sample.ExportAbd(*s.called, s.set.goodRegionOnly)
+                         : s.sample.ExportFailedAbd(s.set.skipFailedExports);
+     }},
     {Switch::Unattended, "-E", false, "-E: OPL Reserved.\r\n", nullptr, nullptr},
-    {Switch::Scf, "-SCF", true, "-SCF: turns on SCF files export.\r\n", nullptr, ExportScf},
+    {Switch::Scf, "-SCF", true, "-SCF: turns on SCF files export.\r\n", nullptr,
+     [](const SampleStep& s) -> StepResult {
+         return s.called ? s.sample.ExportScf(*s.called) : s.sample.ExportFailedScf();
+     }},
     {Switch::BaseOrder, "-BO", false, "-BO:  supplies default base order (ACTG), which will override the original.\r\n",
      ForceBaseOrder, nullptr},
     {Switch::Fasta, "-FA", false,
@@ -118,11 +95,20 @@ constexpr CSwitch table[] = {
     {Switch::FastaAppended, "-FA_", false,
      "-FA_: [file name + path] does the same, but the output is appended to the existing file.\r\n", SetFastaFile,
      ExportFasta},
-    {Switch::RawText, "-RAW_TXT", false, "-RAW_TXT:  exports raw files to ASCII format.\r\n", nullptr, ExportRawText},
+    {Switch::RawText, "-RAW_TXT", false, "-RAW_TXT:  exports raw files to ASCII format.\r\n", nullptr,
+     [](const SampleStep& s) -> StepResult { return s.sample.ExportText(*s.sample.rawTrace); }},
     {Switch::ProcessedText, "-PROC_TXT", true, "-PROC_TXT: exports processed files to ASCII format.\r\n", nullptr,
-     ExportProcessedText},
-    {Switch::PlateFasta, "-FAP", true, "-FAP OPL Reserved.\r\n", nullptr, ExportPlateFasta},
-    {Switch::RunFasta, "-FAG", true, "-FAG OPL Reserved.\r\n", nullptr, ExportRunFasta},
+     [](const SampleStep& s) -> StepResult { return s.called ? s.sample.ExportText(*s.called) : 0; }},
+    {Switch::PlateFasta, "-FAP", true, "-FAP OPL Reserved.\r\n", nullptr,
+     [](const SampleStep& s) -> StepResult {
+         const std::string file = s.set.PlateFastaFile(*s.sample.plate);
+         if (file.empty()) return std::nullopt;
+         return s.sample.ExportFasta(s.called, file, s.set.goodRegionOnly);
+     }},
+    {Switch::RunFasta, "-FAG", true, "-FAG OPL Reserved.\r\n", nullptr,
+     [](const SampleStep& s) -> StepResult {
+         return s.sample.ExportFasta(s.called, s.set.RunFastaFile(), s.set.goodRegionOnly);
+     }},
     {Switch::GoodRegion, "-GOOD_SEQ", false,
      "-GOOD_SEQ: allows to export only the 'good region' of the trace to the different file formats.\r\n",
      Set<&CBaseCallerSet::goodRegionOnly, 1>, nullptr},
@@ -142,7 +128,7 @@ constexpr std::size_t inputSwitches = 3;
 constexpr bool IsInOrder() {
     for (std::size_t i = 0; i < std::size(table); ++i)
         if (table[i].id != static_cast<Switch>(i)) return false;
-    return table[std::size(table) - 1].id == Switch::Help;
+    return true;
 }
 static_assert(IsInOrder(), "one row for each switch, in their order");
 

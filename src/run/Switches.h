@@ -34,7 +34,7 @@ enum class Switch {
     NoExtensions,
     NoEmpty,
     Pile,
-    Help,
+    Help
 };
 
 // What the switches ask of the run itself; the rest goes into the base caller set.
