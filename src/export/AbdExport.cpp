@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "config/RunSettings.h"
 #include "export/AbdChannels.h"
 #include "export/AbdDescription.h"
 #include "export/AbdTags.h"
@@ -171,13 +172,12 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
 }  // namespace
 
 std::int32_t CSampleFile::ExportAbd(CTraceFile& processed, std::int32_t goodRegionOnly) {
-    const CBaseCallerSet* settings = RunSettings(*this);
-    const std::int32_t skipFailedExports = settings ? settings->skipFailedExports : 0;
+    const CRunSettings& settings = plate->Settings();
     const CSampleFile& owner = processed.sample ? *processed.sample : *this;
     const CProcessedTrace* trace = processed.Processed();
-    if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedAbd(skipFailedExports);
-    if (settings && settings->allowUserGoodRegion != 0) FindGoodRegion();
-    if (goodRegionOnly != 0 && trace->calledBases.goodLength == 0) return ExportFailedAbd(skipFailedExports);
+    if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedAbd(settings.skipFailedExports);
+    if (settings.allowUserGoodRegion != 0) FindGoodRegion();
+    if (goodRegionOnly != 0 && trace->calledBases.goodLength == 0) return ExportFailedAbd(settings.skipFailedExports);
     return WriteAbd(*this, processed.path, true,
                     [&](IAbdWriter& writer) { WriteCalledSample(writer, *this, *trace, goodRegionOnly != 0); });
 }

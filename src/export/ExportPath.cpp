@@ -1,19 +1,14 @@
 // Where exported files lie: beside the sample's file in the output tree, in a subfolder for each format.
 #include <algorithm>
-#include <cerrno>
 
 #include "export/Formats.h"
 #include "platform/Files.h"
-#include "run/RunSettings.h"
+#include "run/Plate.h"
+#include "run/RunDriver.h"
 
 namespace {
 
 constexpr std::size_t extensionLength = 4;  // with its dot
-
-bool MakeSubfolder(CRunDriver* driver, const std::string& path) {
-    if (driver) return driver->MakeFolder(path) != 0;
-    return platform::MakeDirectory(path) != ENOENT;
-}
 
 }  // namespace
 
@@ -32,12 +27,12 @@ std::string CSampleFile::ExportPath(const std::string& sourcePath, const std::st
         target = platform::CurrentFolder().value_or(".");
     }
 
-    const CBaseCallerSet* settings = RunSettings(*this);
-    if (!format->subfolder.empty() && (!settings || settings->exportToSubfolders != 0)) {
+    const CRunSettings& settings = plate->Settings();
+    if (!format->subfolder.empty() && settings.exportToSubfolders != 0) {
         target.append("/").append(format->subfolder);
-        if (!MakeSubfolder(plate->driver, target)) return {};
+        if (plate->driver->MakeFolder(target) == 0) return {};
     }
     target.append("/").append(leaf);
-    if (!(format->mayGoWithout && settings && settings->noExtensions != 0)) target.append(".").append(extension);
+    if (!format->mayGoWithout || settings.noExtensions == 0) target.append(".").append(extension);
     return target;
 }

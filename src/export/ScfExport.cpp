@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "config/RunSettings.h"
 #include "export/Cut.h"
 #include "export/ExportBases.h"
 #include "export/Formats.h"
@@ -106,8 +107,7 @@ std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
     const CProcessedTrace* trace = processed.Processed();
     const CSampleFile& owner = processed.sample ? *processed.sample : *this;
     if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedScf();
-    const CBaseCallerSet* settings = RunSettings(*this);
-    const bool goodRegionOnly = settings && settings->goodRegionOnly != 0;
+    const bool goodRegionOnly = plate->Settings().goodRegionOnly != 0;
     return WithWriter(*plate, [&](IScfWriter& writer) {
         const ScanWindow window = WindowOf(*trace, goodRegionOnly);
         Check(writer.SetSampleCount(CutTo32(std::int64_t{window.end} - window.first)));
@@ -121,8 +121,7 @@ std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
 }
 
 std::int32_t CSampleFile::ExportFailedScf() {
-    const CBaseCallerSet* settings = RunSettings(*this);
-    if (settings && settings->skipFailedExports != 0) return 1;
+    if (plate->Settings().skipFailedExports != 0) return 1;
     return WithWriter(*plate, [&](IScfWriter& writer) {
         const std::string path = ExportPath(FailedSourcePath(*this), "scf");
         if (path.empty()) return 0;

@@ -16,7 +16,7 @@ bool HasParameter(const CParsedSwitch& given) {
     return !given.parameters.empty() && !given.parameters.front().empty();
 }
 
-template <std::int32_t CBaseCallerSet::*flag, std::int32_t value>
+template <std::int32_t CRunSettings::*flag, std::int32_t value>
 void Set(const CParsedSwitch&, CRunDriver& driver, RunRequest&) {
     (*driver.baseCallers).*flag = value;
 }
@@ -111,15 +111,15 @@ constexpr CSwitch table[] = {
      }},
     {Switch::GoodRegion, "-GOOD_SEQ", false,
      "-GOOD_SEQ: allows to export only the 'good region' of the trace to the different file formats.\r\n",
-     Set<&CBaseCallerSet::goodRegionOnly, 1>, nullptr},
+     Set<&CRunSettings::goodRegionOnly, 1>, nullptr},
     {Switch::NoExtensions, "-USER_EXT", false,
      "-USER_EXT: allows not to attach  .abd or .scf extentions to the exported file names.\r\n",
-     Set<&CBaseCallerSet::noExtensions, 1>, nullptr},
+     Set<&CRunSettings::noExtensions, 1>, nullptr},
     {Switch::NoEmpty, "-NOEMPTY", false,
      "-NOEMPTY:  excludes failed samples from exporting to different file formats.\r\n",
-     Set<&CBaseCallerSet::skipFailedExports, 1>, nullptr},
+     Set<&CRunSettings::skipFailedExports, 1>, nullptr},
     {Switch::Pile, "-PILE", false, "-PILE: turns off exporting to the subfolders.\r\n",
-     Set<&CBaseCallerSet::exportToSubfolders, 0>, nullptr},
+     Set<&CRunSettings::exportToSubfolders, 0>, nullptr},
     {Switch::Help, "-H", false, "-H: turns on help output.\r\n", Help, nullptr},
 };
 

@@ -1,9 +1,10 @@
 // CSampleFile: which channel shows which base.
 #include <algorithm>
 
+#include "config/RunSettings.h"
 #include "platform/Ascii.h"
 #include "records/Messages.h"
-#include "run/RunSettings.h"
+#include "run/Plate.h"
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
 
@@ -41,8 +42,7 @@ void CSampleFile::OrderFromFallback(const std::string& fallbackOrder) {
 }
 
 void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
-    const CBaseCallerSet* settings = RunSettings(*this);
-    const bool forced = settings && settings->baseOrderForced != 0;
+    const bool forced = plate->Settings().baseOrderForced != 0;
     const bool hasNames = info.version >= versionWithNames;
     if (hasNames && forced) {
         OrderFromFallback(fallbackOrder);

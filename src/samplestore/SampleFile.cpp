@@ -5,13 +5,14 @@
 #include <cstring>
 #include <new>
 
+#include "config/RunSettings.h"
 #include "discovery/SplitPath.h"
 #include "platform/Ascii.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
-#include "run/RunSettings.h"
+#include "run/Plate.h"
 #include "samplestore/RsdFile.h"
 
 using platform::Error;
@@ -136,14 +137,11 @@ std::int32_t CSampleFile::LoadProcessed(CTraceFile& holder, std::int32_t readInf
 
 std::int32_t CSampleFile::Load(const std::string& path, std::int32_t processed) {
     plate->Log(FormatMessage(MessageId::Loading, {fileName, plate->name, platform::LocalTimeText()}));
-    std::string fallbackOrder;
-    if (const CBaseCallerSet* settings = RunSettings(*this)) fallbackOrder = settings->baseOrder;
-
     CTraceFile* holder = CreateProcessedTrace(path, processed, nullptr);
     if (!LoadProcessed(*holder, 1)) return 0;
     if (info.processed != (processed != 0)) return 0;
 
-    ResolveBaseOrder(fallbackOrder);
+    ResolveBaseOrder(plate->Settings().baseOrder);
     FillChannelOrders();
     baseOrder[4] = 'N';
     baseOrder[5] = '\0';

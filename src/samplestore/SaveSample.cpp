@@ -5,7 +5,8 @@
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
-#include "run/RunSettings.h"
+#include "run/Plate.h"
+#include "run/RunDriver.h"
 #include "samplestore/RsdFile.h"
 #include "samplestore/SampleFile.h"
 
@@ -29,8 +30,7 @@ class CSampleCopy {
     bool Open() {
         if (!sample.rawTrace || platform::IsSameFile(sample.rawTrace->path, target)) return false;
         if (const platform::Error error = Copy()) {
-            CRunDriver* driver = sample.plate->driver;
-            if (IsAccessDenied(error) && driver) driver->Report("Access is denied");
+            if (IsAccessDenied(error)) sample.plate->driver->Report("Access is denied");
             return false;
         }
         if (platform::SetNormalAttributes(copy.TemporaryName())) return false;
@@ -90,8 +90,7 @@ std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
     CSampleCopy copy(*this, holder.path);
     if (!copy.Open()) return 0;
 
-    const CBaseCallerSet* settings = RunSettings(*this);
-    if (settings && settings->currentCaller) info.analysis.baseCaller = settings->currentCaller->name;
+    info.analysis.baseCaller = plate->driver->baseCallers->currentCaller->name;
     info.scanCount = 1;
     info.processed = true;
     ScanRecord placeholder;
