@@ -42,15 +42,11 @@ void ExpandFiles(const std::string& parameter, std::vector<std::string>& files) 
 
 }  // namespace
 
-void CCommandLine::ExpandInputs(const std::vector<std::string>& patterns) {
-    std::vector<CFileTypeFilter> types;
-    types.reserve(patterns.size());
-    for (const std::string& pattern : patterns)
-        types.push_back({pattern});
+void CCommandLine::ExpandInputs(const std::vector<CFileTypeFilter>& patterns) {
     for (const CParsedSwitch& given : switches) {
         if (IsSwitch(given.name, Switch::InputFolders)) {
             for (const std::string& parameter : given.parameters)
-                Append(CFolderScan(parameter, types, true).subfolders, plates);
+                Append(CFolderScan(parameter, patterns, true).subfolders, plates);
         } else if (IsSwitch(given.name, Switch::InputPlates)) {
             for (const std::string& parameter : given.parameters)
                 ExpandPlateFolder(parameter, plates);

@@ -1,22 +1,17 @@
 // Where exported files lie: beside the sample's file in the output tree, in a subfolder for each format.
 #include <algorithm>
 
+#include "discovery/SplitPath.h"
 #include "export/Formats.h"
 #include "platform/Files.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
 
-namespace {
-
-constexpr std::size_t extensionLength = 4;  // with its dot
-
-}  // namespace
-
 std::string CSampleFile::ExportPath(const std::string& sourcePath, const std::string& extension) {
     const auto* const format =
         std::find_if(formats.begin(), formats.end(), [&](const CFormat& row) { return row.extension == extension; });
     if (format == formats.end()) return {};
-    std::string leaf = sourcePath.substr(0, sourcePath.size() - std::min(sourcePath.size(), extensionLength));
+    std::string leaf = WithoutExtension(sourcePath);
     const std::size_t separator = leaf.find_last_of("/\\");
     std::string target;
     if (separator != std::string::npos) {

@@ -20,20 +20,11 @@
 
 namespace {
 
-constexpr std::size_t lettersPerLine = 50;
-
 std::string FastaRecord(const CSampleFile& sample, const CTraceFile& holder, const CProcessedTrace& trace,
                         bool goodRegionOnly) {
     const std::vector<std::int32_t> bases = ExportBases(trace, goodRegionOnly);
-    std::string record;
-    record.reserve(holder.path.size() + bases.size() + bases.size() / lettersPerLine * 2 + 64);
-    record.append(">").append(holder.path).append("\t").append(std::to_string(bases.size())).append("\tQuillion\r\n");
-    std::size_t letters = 0;
-    for (const std::int32_t index : bases) {
-        record += sample.ExportLetter(trace, index);
-        if (++letters % lettersPerLine == 0) record += "\r\n";
-    }
-    return record += "\r\n";
+    return '>' + holder.path + '\t' + std::to_string(bases.size()) + "\tQuillion\r\n" +
+           SequenceLines(sample, trace, bases, "\r\n");
 }
 
 // Both write a record and give the message of a failure, if there is one.

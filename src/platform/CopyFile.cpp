@@ -17,25 +17,25 @@ using host::Descriptor;
 
 constexpr std::size_t copyBlock = std::size_t{256} << 10;
 
-// A longer file is cut at the end and not emptied at first, which would have the host put the copy on the disk at once.
-Error CopyContents(Descriptor& source, Descriptor& target, off_t formerLength) {
+Error CopyContents(Descriptor& source, Descriptor& target) {
     const auto block = std::make_unique_for_overwrite<std::array<std::byte, copyBlock>>();
-    off_t length = 0;
     std::size_t got = block->size();
     while (got == block->size()) {
         if (const Error error = source.Read(*block, got)) return error;
         if (const Error error = target.Write(std::span(*block).first(got))) return error;
-        length += static_cast<off_t>(got);
     }
-    if (formerLength <= length) return success;
-    return host::Try([&] { return ::ftruncate(target.Number(), length); });
+    return success;
 }
 
-// Makes `target`, which holds `formerLength` bytes, the copy, and closes it.
+// Makes `target` the copy, and closes it.
 Error FillCopy(Descriptor& source, Descriptor& target, const struct stat& formerTarget, mode_t permissions) {
-    if (const Error error = CopyContents(source, target, formerTarget.st_size)) return error;
+    const bool isFile = S_ISREG(formerTarget.st_mode);
+    if (isFile && formerTarget.st_size > 0) {
+        if (const Error error = host::Try([&] { return ::ftruncate(target.Number(), 0); })) return error;
+    }
+    if (const Error error = CopyContents(source, target)) return error;
     // Some volumes know no permission bits; the copy is good all the same.
-    if (S_ISREG(formerTarget.st_mode) && (formerTarget.st_mode & 0777) != permissions)
+    if (isFile && (formerTarget.st_mode & 0777) != permissions)
         static_cast<void>(::fchmod(target.Number(), permissions));
     return target.Close();
 }

@@ -36,8 +36,11 @@ bool MatchesWildcard(std::string_view name, std::string_view pattern) {
 }
 
 bool IsBeforeInListing(const FoundEntry& a, const FoundEntry& b) {
-    const std::string upperA = UpperAscii(a.name), upperB = UpperAscii(b.name);
-    return upperA != upperB ? upperA < upperB : a.name < b.name;
+    const auto [inA, inB] = std::mismatch(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
+                                          [](char x, char y) { return UpperAscii(x) == UpperAscii(y); });
+    if (inA == a.name.end() && inB == b.name.end()) return a.name < b.name;
+    if (inA == a.name.end() || inB == b.name.end()) return inA == a.name.end();
+    return static_cast<unsigned char>(UpperAscii(*inA)) < static_cast<unsigned char>(UpperAscii(*inB));
 }
 
 bool IsDotName(std::string_view name) {
@@ -50,12 +53,12 @@ void AddNamed(const std::string& folder, const std::string& name, std::vector<Fo
     if (::stat((folder + name).c_str(), &status) == 0) entries.push_back({name, S_ISDIR(status.st_mode)});
 }
 
-// Adds an entry of a listing. A link to a file that is gone is one too: whoever opens it will tell of the loss.
-void AddListed(const std::string& folder, const std::string& name, std::vector<FoundEntry>& entries) {
-    const std::string path = folder + name;
+// True for a folder, or a link to one. A link to a file that is gone is an entry too: whoever opens it will report the
+// loss.
+bool IsFolder(const std::string& path, unsigned char type) {
+    if (type != DT_LNK && type != DT_UNKNOWN) return type == DT_DIR;
     struct stat status {};
-    if (::stat(path.c_str(), &status) == 0 || ::lstat(path.c_str(), &status) == 0)
-        entries.push_back({name, S_ISDIR(status.st_mode)});
+    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 }  // namespace
@@ -78,7 +81,8 @@ Error FindFiles(const std::string& pattern, std::vector<FoundEntry>& entries) {
     errno = 0;
     while (const dirent* entry = ::readdir(listing.get())) {
         const std::string name = entry->d_name;
-        if (!IsDotName(name) && MatchesWildcard(name, last)) AddListed(folder, name, entries);
+        if (!IsDotName(name) && MatchesWildcard(name, last))
+            entries.push_back({name, IsFolder(folder + name, entry->d_type)});
         errno = 0;
     }
     const Error error = errno;

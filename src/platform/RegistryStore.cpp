@@ -85,13 +85,13 @@ std::optional<std::string> RegistryStorePath() {
     return std::nullopt;
 }
 
-std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string_view name, bool resolveRelative) {
+std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string_view name) {
     const auto path = RegistryStorePath();
     std::string store;
     // Drives are looked up here, so the store itself is read by its host path.
     if (!path || host::ReadFile(*path, store, longestStore)) return std::nullopt;
-    auto text = FindText(store, subKey, name);
-    return text && resolveRelative ? Absolute(*text, *path) : text;
+    const auto text = FindText(store, subKey, name);
+    return text ? Absolute(*text, *path) : std::nullopt;
 }
 
 }  // namespace platform

@@ -16,7 +16,7 @@ const CRuntimeClass& CHtmlFile::GetRuntimeClass() const {
 
 void CHtmlFile::DefineSections() {
     const auto add = [&](const std::string& tag, std::int32_t ownLine) {
-        sections.push_back(NewSection('<' + tag + '>', ownLine));
+        sections.push_back({'<' + tag + '>', {}, ownLine});
     };
     sections.clear();
     add("log", 0);

@@ -12,7 +12,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,31 +20,21 @@
 #include "samplestore/RuntimeClass.h"
 
 // The fields of one line.
-using CIniEntry = std::pmr::vector<std::pmr::string>;
+using CIniEntry = std::vector<std::string>;
 
 struct CIniSection {
     std::string tag;
-    std::pmr::vector<CIniEntry> entries;
+    std::vector<CIniEntry> entries;
     std::int32_t ownLine;  // 1 when the tag stands alone on its line
 };
 
-class CQXIniFile : public CObject, public platform::File {
+class CQXIniFile : public CObject {
   public:
     static const CRuntimeClass runtimeClass;
 
-  private:
-    // A log of a long run has many thousands of entries, and each of them is read again for every entry that follows,
-    // so their memory comes in few large pieces and goes at once. Outlives `sections`.
-    std::pmr::monotonic_buffer_resource arena;
-
-  public:
     std::string path;
     std::string text;                   // the whole file, as read or as built for writing
     std::vector<CIniSection> sections;  // in the order of the file
-
-    CQXIniFile() = default;
-    CQXIniFile(const CQXIniFile&) = delete;
-    CQXIniFile& operator=(const CQXIniFile&) = delete;
 
     const CRuntimeClass& GetRuntimeClass() const override;
     // Opens `filePath` and keeps it as `path`.
@@ -60,10 +49,6 @@ class CQXIniFile : public CObject, public platform::File {
     // tried again for 5 s, then the writing is given up silently.
     void WriteSections();
 
-  protected:
-    // An empty section for `sections`.
-    CIniSection NewSection(std::string_view tag, std::int32_t ownLine);
-
   private:
     bool ReadText();
     void Parse();
@@ -72,4 +57,6 @@ class CQXIniFile : public CObject, public platform::File {
     platform::Error Replace(const std::string& former);
     bool OpenForWriting();
     bool WriteText();
+
+    platform::File file;
 };

@@ -6,7 +6,7 @@
 #include "run/Switches.h"
 
 CCommandLine::CCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames,
-                           const std::vector<std::string>& patterns)
+                           const std::vector<CFileTypeFilter>& patterns)
     : CCommandLine(argc, argv, switchNames) {
     ExpandInputs(patterns);
 }

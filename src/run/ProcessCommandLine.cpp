@@ -7,11 +7,7 @@
 std::int32_t CRunDriver::ProcessCommandLine(int argc, const char* const* argv,
                                             const std::vector<std::string>& switchNames,
                                             const std::vector<CFileTypeFilter>& types) {
-    std::vector<std::string> patterns;
-    patterns.reserve(types.size());
-    for (const CFileTypeFilter& type : types)
-        patterns.push_back(type.pattern);
-    const CCommandLine line(argc, argv, switchNames, patterns);
+    const CCommandLine line(argc, argv, switchNames, types);
     inputPlates = line.plates;
     inputFiles = line.files;
     fileTypes = types;

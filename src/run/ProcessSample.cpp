@@ -1,6 +1,4 @@
 // CBaseCallerSet: what is done with the samples of a plate, and with each of them.
-#include <algorithm>
-
 #include "config/FileExists.h"
 #include "discovery/SplitPath.h"
 #include "platform/Console.h"
@@ -12,13 +10,9 @@
 
 namespace {
 
-constexpr std::size_t extensionLength = 4;  // with its dot
-
 // Where the sample's calls are stored: both forms of raw file lead to one name.
 std::string ProcessedPath(const CSampleFile& sample) {
-    const std::string& name = sample.fileName;
-    const std::size_t stem = name.size() - std::min(name.size(), extensionLength);
-    return sample.plate->outputFolder + '/' + name.substr(0, stem) + ".esd";
+    return sample.plate->outputFolder + '/' + WithoutExtension(sample.fileName) + ".esd";
 }
 
 // Removes what a failed storing left, but never the raw file itself, whatever name leads to it.

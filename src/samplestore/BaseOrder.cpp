@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "config/RunSettings.h"
+#include "discovery/SplitPath.h"
 #include "platform/Ascii.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
@@ -55,12 +56,12 @@ void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
     if (hasNames) return;
 
     // An old file says nothing of plate, well and sample, but its name does: "xyzA01.rsd".
-    constexpr std::size_t extensionLength = 4, wellLength = 3;
-    const std::size_t stem = fileName.size() - std::min(fileName.size(), extensionLength);
-    const std::size_t well = stem - std::min(stem, wellLength);
+    constexpr std::size_t wellLength = 3;
+    const std::string stem = WithoutExtension(fileName);
+    const std::size_t well = stem.size() - std::min(stem.size(), wellLength);
     info.plateId = plate->name;
-    info.wellId = fileName.substr(well, stem - well);
-    if (info.sampleName.empty()) info.sampleName = fileName.substr(0, well);
+    info.wellId = stem.substr(well);
+    if (info.sampleName.empty()) info.sampleName = stem.substr(0, well);
 }
 
 void CSampleFile::FillChannelOrders() const {

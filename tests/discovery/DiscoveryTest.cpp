@@ -19,7 +19,7 @@ CCommandLine Expanded(const Paths& words) {
     std::vector<const char*> argv = {"program"};
     for (const std::string& word : words)
         argv.push_back(word.c_str());
-    return {static_cast<int>(argv.size()), argv.data(), {"-BC"}, {"*.esd", "*.rsd"}};
+    return {static_cast<int>(argv.size()), argv.data(), {"-BC"}, types};
 }
 
 // Two plates, one of them with folders below, and one folder of another name. The working folder is the one above.

@@ -29,7 +29,6 @@ TEST(RegistryStore, ReadsTheLatestTextWithoutRegardToCase) {
     EXPECT_EQ(ReadRegistryText(key, "Later"), "2");
     EXPECT_FALSE(ReadRegistryText(key, "no equals sign"));
     EXPECT_EQ(ReadRegistryText("other", "Relative"), folder.Path("x"));
-    EXPECT_EQ(ReadRegistryText("other", "Relative", false), "./x");
     EXPECT_EQ(ReadRegistryText("other", "Up"), folder.Path("../y"));
     EXPECT_EQ(ReadRegistryText("other", "Here"), folder.Path());
     EXPECT_EQ(ReadRegistryText("other", "Hidden"), ".z");
