@@ -132,12 +132,6 @@ constexpr bool IsInOrder() {
 }
 static_assert(IsInOrder(), "one row for each switch, in their order");
 
-// The switches that name input are expanded before, and that the run is unattended is known before.
-constexpr bool HasEffect(const CSwitch& row) {
-    return row.needsBaseCall || row.apply || row.step || row.id <= Switch::InputFiles || row.id == Switch::Unattended;
-}
-static_assert(std::all_of(std::begin(table), std::end(table), HasEffect), "a switch that does nothing");
-
 std::vector<std::string> NamesOf(std::span<const CSwitch> rows) {
     std::vector<std::string> names;
     for (const CSwitch& row : rows)
