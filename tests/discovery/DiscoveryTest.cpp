@@ -62,7 +62,8 @@ TEST_F(Discovery, APlainFolderIsOneLevelAndAWildcardATree) {
     EXPECT_EQ(scan.subfolders, (Paths{"P1", "p2", "P1\\dir.esd", "P1\\sub", "P1\\up"}));
     EXPECT_EQ(std::count(scan.files.begin(), scan.files.end(), "P1\\sub\\deep.esd"), 1);
     scan.Scan("none", types, false);
-    EXPECT_TRUE(scan.files.empty() && scan.subfolders.empty());
+    EXPECT_TRUE(scan.files.empty());
+    EXPECT_TRUE(scan.subfolders.empty());
 }
 
 TEST_F(Discovery, FoldersAndPlatesExpandInTheOrderOfTheCommandLine) {
