@@ -36,15 +36,14 @@ void ReadRawSample(benchmark::State& state) {
     CSampleInfo info;
     info.version = 1.2f;
     info.scanCount = static_cast<std::uint32_t>(scans.size());
-    if (WriteSample(path, info, scans) != 0) state.SkipWithError("cannot write the sample");
+    if (WriteSample(path, info, scans)) state.SkipWithError("cannot write the sample");
     for (auto _ : state) {
         CRsdFile file;
         std::uint32_t count = 0;
-        file.Open(path, true);
-        file.ReadInfo(info);
-        file.GetScanCount(count);
+        if (file.Open(path, true) || file.ReadInfo(info) || file.GetScanCount(count))
+            state.SkipWithError("cannot read the sample");
         std::vector<ScanRecord> read(count);
-        file.ReadScans(read);
+        if (file.ReadScans(read)) state.SkipWithError("cannot read the scans");
         CRawTrace trace;
         trace.scanCount = count;
         trace.BuildFromScans(std::move(read), info.analysis);

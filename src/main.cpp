@@ -6,7 +6,7 @@
 #include "platform/Process.h"
 #include "run/RunDriver.h"
 #include "run/StartUpLog.h"
-#include "run/SwitchTable.h"
+#include "run/Switches.h"
 
 namespace {
 

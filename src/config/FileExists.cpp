@@ -1,7 +1,11 @@
 #include "config/FileExists.h"
 
+#include <tuple>
+
 #include "platform/Files.h"
 
 std::int32_t FileExists(const std::string& path) {
-    return platform::FindFiles(path).empty() ? 0 : 1;
+    std::vector<platform::FoundEntry> found;
+    std::ignore = platform::FindFiles(path, found);
+    return found.empty() ? 0 : 1;
 }

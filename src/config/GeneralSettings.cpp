@@ -13,19 +13,19 @@ enum class Form { Flag, InverseFlag, Number };
 struct GeneralKey {
     const char* key;  // compared with case, as the settings files in use have it
     Form form;
-    std::int32_t CBaseCallerSet::*field;
+    std::int32_t CRunSettings::*field;
 };
 
 constexpr std::array generalKeys = {
-    GeneralKey{"EXPORT IF BASE CALLING FAILED", Form::InverseFlag, &CBaseCallerSet::skipFailedExports},
-    GeneralKey{"EXPORT GOOD REGION ONLY", Form::Flag, &CBaseCallerSet::goodRegionOnly},
-    GeneralKey{"ADD EXTENSIONS TO EXPORTED FILE NAMES", Form::InverseFlag, &CBaseCallerSet::noExtensions},
-    GeneralKey{"EXPORT TO SUBFOLDERS", Form::Flag, &CBaseCallerSet::exportToSubfolders},
-    GeneralKey{"AllOW USER GOOD REGION", Form::Flag, &CBaseCallerSet::allowUserGoodRegion},
-    GeneralKey{"USER QUALITY CUTOFF", Form::Number, &CBaseCallerSet::userQualityCutoff},
-    GeneralKey{"AllOWED JUNK %", Form::Number, &CBaseCallerSet::allowedJunkPercent},
-    GeneralKey{"QUALITY WINDOW", Form::Number, &CBaseCallerSet::qualityWindow},
-    GeneralKey{"ANNOTATION TURNED ON", Form::Flag, &CBaseCallerSet::annotationOn},
+    GeneralKey{"EXPORT IF BASE CALLING FAILED", Form::InverseFlag, &CRunSettings::skipFailedExports},
+    GeneralKey{"EXPORT GOOD REGION ONLY", Form::Flag, &CRunSettings::goodRegionOnly},
+    GeneralKey{"ADD EXTENSIONS TO EXPORTED FILE NAMES", Form::InverseFlag, &CRunSettings::noExtensions},
+    GeneralKey{"EXPORT TO SUBFOLDERS", Form::Flag, &CRunSettings::exportToSubfolders},
+    GeneralKey{"AllOW USER GOOD REGION", Form::Flag, &CRunSettings::allowUserGoodRegion},
+    GeneralKey{"USER QUALITY CUTOFF", Form::Number, &CRunSettings::userQualityCutoff},
+    GeneralKey{"AllOWED JUNK %", Form::Number, &CRunSettings::allowedJunkPercent},
+    GeneralKey{"QUALITY WINDOW", Form::Number, &CRunSettings::qualityWindow},
+    GeneralKey{"ANNOTATION TURNED ON", Form::Flag, &CRunSettings::annotationOn},
 };
 
 std::int32_t ValueOf(const std::string& text, Form form) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <limits>
+#include <tuple>
 
 #include "platform/Ascii.h"
 #include "platform/Files.h"
@@ -50,8 +51,8 @@ std::uint32_t GetPrivateProfileSectionA(std::string_view section, char* buffer, 
         std::fill_n(buffer, size, '\0');
         return 0;
     }
-    std::string text;
-    platform::ReadFile(file, text);
+    std::string text;  // stays empty when there is no such file
+    std::ignore = platform::ReadFile(file, text);
     const std::string lines = SectionText(text, section);
     const std::size_t length = std::min<std::size_t>(lines.size(), size - 2);
     std::fill_n(std::copy_n(lines.begin(), length, buffer), 2, '\0');

@@ -42,9 +42,8 @@ void CFolderScan::Scan(const std::string& path, const std::vector<CFileTypeFilte
 
 void CFolderScan::LookInto(const std::string& path, bool withFiles) {
     folder = path;
-    for (const CFileTypeFilter& type : fileTypes) {
-        // Every type would find the same folders.
-        if (&type == &fileTypes.front()) ListFolder(path + "\\*", subfolders, true);
-        if (withFiles) ListFolder(path + '\\' + type.pattern, files, false);
-    }
+    ListFolder(path + "\\*", subfolders, true);
+    if (!withFiles) return;
+    for (const CFileTypeFilter& type : fileTypes)
+        ListFolder(path + '\\' + type.pattern, files, false);
 }

@@ -5,6 +5,7 @@
 #include "discovery/SplitPath.h"
 #include "platform/Files.h"
 #include "run/CommandLine.h"
+#include "run/Switches.h"
 
 namespace {
 
@@ -41,19 +42,15 @@ void ExpandFiles(const std::string& parameter, std::vector<std::string>& files) 
 
 }  // namespace
 
-void CCommandLine::ExpandInputs(const std::vector<std::string>& patterns) {
-    std::vector<CFileTypeFilter> types;
-    types.reserve(patterns.size());
-    for (const std::string& pattern : patterns)
-        types.push_back({pattern});
+void CCommandLine::ExpandInputs(const std::vector<CFileTypeFilter>& patterns) {
     for (const CParsedSwitch& given : switches) {
-        if (given.name == "-ID") {
+        if (IsSwitch(given.name, Switch::InputFolders)) {
             for (const std::string& parameter : given.parameters)
-                Append(CFolderScan(parameter, types, true).subfolders, plates);
-        } else if (given.name == "-IP") {
+                Append(CFolderScan(parameter, patterns, true).subfolders, plates);
+        } else if (IsSwitch(given.name, Switch::InputPlates)) {
             for (const std::string& parameter : given.parameters)
                 ExpandPlateFolder(parameter, plates);
-        } else if (given.name == "-IF") {
+        } else if (IsSwitch(given.name, Switch::InputFiles)) {
             for (const std::string& parameter : given.parameters)
                 ExpandFiles(parameter, files);
         } else {

@@ -1,12 +1,14 @@
 #include "discovery/ListFolder.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "discovery/SplitPath.h"
 #include "platform/Files.h"
 
 bool ListFolder(const std::string& pattern, std::vector<std::string>& out, bool foldersOnly) {
-    const std::vector<platform::FoundEntry> found = platform::FindFiles(pattern);
+    std::vector<platform::FoundEntry> found;
+    std::ignore = platform::FindFiles(pattern, found);  // a folder that cannot be listed counts as an empty one
     std::string base = pattern;
     SplitPath(base);
     if (!base.empty()) base += '\\';

@@ -1,5 +1,6 @@
 #include "discovery/SplitPath.h"
 
+#include <algorithm>
 #include <utility>
 
 std::string SplitPath(std::string& path) {
@@ -12,4 +13,9 @@ std::string SplitPath(std::string& path) {
 
 std::string LastComponent(std::string path) {
     return SplitPath(path);
+}
+
+std::string WithoutExtension(const std::string& path) {
+    constexpr std::size_t extensionLength = 4;  // with its dot
+    return path.substr(0, path.size() - std::min(path.size(), extensionLength));
 }

@@ -8,3 +8,5 @@
 std::string SplitPath(std::string& path);
 // The last component alone.
 std::string LastComponent(std::string path);
+// The path less its last four characters, which are an extension of three letters in all names that the program meets.
+std::string WithoutExtension(const std::string& path);

@@ -4,13 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "config/RunSettings.h"
 #include "export/AbdChannels.h"
 #include "export/AbdDescription.h"
 #include "export/AbdTags.h"
 #include "export/Cut.h"
 #include "export/ExportBases.h"
+#include "export/Formats.h"
 #include "export/SampleTexts.h"
-#include "records/HtmlFile.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
@@ -169,8 +170,7 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
         write(writer);
         std::int32_t status = 0;
         Check(writer->CloseFile(status));
-        plate.Log(FormatMessage(MessageId::AbdExported));
-        plate.AddToMarkupLog(path, markup::abdSection);
+        Exported(sample, Format::Abd, path);
         return 1;
     } catch (const CComError& error) {
         LogFailure(plate);
@@ -183,13 +183,12 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
 }  // namespace
 
 std::int32_t CSampleFile::ExportAbd(CTraceFile& processed, std::int32_t goodRegionOnly) {
-    const CBaseCallerSet* settings = RunSettings(*this);
-    const std::int32_t skipFailedExports = settings ? settings->skipFailedExports : 0;
+    const CRunSettings& settings = plate->Settings();
     const CSampleFile& owner = processed.sample ? *processed.sample : *this;
     const CProcessedTrace* trace = processed.Processed();
-    if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedAbd(skipFailedExports);
-    if (settings && settings->allowUserGoodRegion != 0) FindGoodRegion();
-    if (goodRegionOnly != 0 && trace->calledBases.goodLength == 0) return ExportFailedAbd(skipFailedExports);
+    if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedAbd(settings.skipFailedExports);
+    if (settings.allowUserGoodRegion != 0) FindGoodRegion();
+    if (goodRegionOnly != 0 && trace->calledBases.goodLength == 0) return ExportFailedAbd(settings.skipFailedExports);
     return WriteAbd(*this, processed.path, true, [&](const CInstance<IAbdWriter>& writer) {
         WriteCalledSample(writer, *this, *trace, goodRegionOnly != 0);
     });

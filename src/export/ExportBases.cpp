@@ -7,6 +7,7 @@
 namespace {
 
 constexpr std::int32_t hiddenDescriptor = 2;
+constexpr std::size_t lettersPerLine = 50;
 
 }  // namespace
 
@@ -20,6 +21,18 @@ std::vector<std::int32_t> ExportBases(const CProcessedTrace& trace, bool goodReg
     for (auto index = static_cast<std::int32_t>(std::max<std::int64_t>(start, 0)); index < end; ++index)
         if (bases.GetDescriptor(index) != hiddenDescriptor) list.push_back(index);
     return list;
+}
+
+std::string SequenceLines(const CSampleFile& sample, const CProcessedTrace& trace,
+                          const std::vector<std::int32_t>& bases, std::string_view lineEnd) {
+    std::string lines;
+    lines.reserve(bases.size() + (bases.size() / lettersPerLine + 1) * lineEnd.size());
+    std::size_t letters = 0;
+    for (const std::int32_t index : bases) {
+        lines += sample.ExportLetter(trace, index);
+        if (++letters % lettersPerLine == 0) lines += lineEnd;
+    }
+    return lines += lineEnd;
 }
 
 char CSampleFile::ExportLetter(const CProcessedTrace& trace, std::int32_t index) const {

@@ -5,41 +5,51 @@
 //   header     ">", path of the processed file, tab, number of letters, tab, "Quillion"
 //   sequence   50 letters a line
 //   last       the letters that remain; written even when there are none, so it may be empty
+#include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "export/ExportBases.h"
+#include "export/Formats.h"
+#include "platform/AtomicFile.h"
 #include "platform/Files.h"
-#include "records/HtmlFile.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
 
 namespace {
 
-constexpr std::size_t lettersPerLine = 50;
-
 std::string FastaRecord(const CSampleFile& sample, const CTraceFile& holder, const CProcessedTrace& trace,
                         bool goodRegionOnly) {
     const std::vector<std::int32_t> bases = ExportBases(trace, goodRegionOnly);
-    std::string record;
-    record.reserve(holder.path.size() + bases.size() + bases.size() / lettersPerLine * 2 + 64);
-    record.append(">").append(holder.path).append("\t").append(std::to_string(bases.size())).append("\tQuillion\r\n");
-    std::size_t letters = 0;
-    for (const std::int32_t index : bases) {
-        record += sample.ExportLetter(trace, index);
-        if (++letters % lettersPerLine == 0) record += "\r\n";
-    }
-    return record += "\r\n";
+    return '>' + holder.path + '\t' + std::to_string(bases.size()) + "\tQuillion\r\n" +
+           SequenceLines(sample, trace, bases, "\r\n");
 }
 
-// Adds `record` at the end of the file, whole or not at all.
-bool Append(platform::File& file, const std::string& record) {
+// Both write a record and give the message of a failure, if there is one.
+
+// Adds it to a common file, whole or not at all.
+std::optional<MessageId> AppendRecord(const std::string& path, const std::string& record) {
+    platform::File file;
+    if (file.Open(path, platform::OpenMode::CreateOrKeep)) return MessageId::CannotOpenForWriting;
     std::int64_t end = 0;
-    if (file.Length(end) != 0 || file.SeekSet(end) != 0) return false;
-    if (file.Write(record) == 0) return file.Close() == 0;
-    file.Truncate(end);
-    return false;
+    if (file.Length(end) || file.SeekSet(end)) return MessageId::WriteFailed;
+    if (file.Write(record)) {
+        std::ignore = file.Truncate(end);
+        return MessageId::WriteFailed;
+    }
+    if (file.Close()) return MessageId::WriteFailed;
+    return std::nullopt;
+}
+
+// Makes it the sample's own file.
+std::optional<MessageId> WriteRecord(const std::string& path, const std::string& record) {
+    platform::AtomicFile file;
+    if (file.Open(path)) return MessageId::CannotOpenForWriting;
+    file.Write(record);
+    if (file.Commit()) return MessageId::WriteFailed;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -53,16 +63,11 @@ std::int32_t CSampleFile::ExportFasta(CTraceFile* processed, const std::string& 
     const bool common = !filePath.empty();
     const std::string path = common ? filePath : ExportPath(plate->outputFolder + "\\" + fileName, "seq");
     if (path.empty()) return 0;
-    platform::File file;
-    if (file.Open(path, common ? platform::OpenMode::CreateOrKeep : platform::OpenMode::CreateOrEmpty) != 0) {
-        plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {path}));
+    const std::string record = FastaRecord(*this, *processed, *trace, goodRegionOnly != 0);
+    if (const auto failure = common ? AppendRecord(path, record) : WriteRecord(path, record)) {
+        plate->Log(FormatMessage(*failure, {path}));
         return 0;
     }
-    if (!Append(file, FastaRecord(*this, *processed, *trace, goodRegionOnly != 0))) {
-        plate->Log(FormatMessage(MessageId::WriteFailed, {path}));
-        return 0;
-    }
-    plate->Log(FormatMessage(MessageId::FastaExported));
-    plate->AddToMarkupLog(path, markup::fastaSection);
+    Exported(*this, Format::Fasta, path);
     return 1;
 }

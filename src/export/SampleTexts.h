@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "run/RunSettings.h"
+#include "run/Plate.h"
 #include "samplestore/SampleFile.h"
 
 // "Quillion # " and the machine's id, "N/A" for an empty one.

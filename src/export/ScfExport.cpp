@@ -5,12 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "config/RunSettings.h"
 #include "export/Cut.h"
 #include "export/ExportBases.h"
+#include "export/Formats.h"
 #include "export/SampleTexts.h"
 #include "export/ScanValue.h"
 #include "platform/Clock.h"
-#include "records/HtmlFile.h"
 #include "run/Plate.h"
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
@@ -81,11 +82,10 @@ void SendComments(IScfWriter& writer, const CSampleInfo& info, const CProcessedT
 }
 
 // Writes the file and logs it. 0 when no path could be made.
-std::int32_t Save(IScfWriter& writer, CPlate& plate, const std::string& path) {
+std::int32_t Save(IScfWriter& writer, const CSampleFile& sample, const std::string& path) {
     if (path.empty()) return 0;
     Check(writer.SaveFile(path));
-    plate.AddToMarkupLog(path, markup::scfSection);
-    plate.Log("exported to SCF file format " + path + "\r\n");
+    Exported(sample, Format::Scf, path);
     return 1;
 }
 
@@ -107,8 +107,7 @@ std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
     const CProcessedTrace* trace = processed.Processed();
     const CSampleFile& owner = processed.sample ? *processed.sample : *this;
     if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedScf();
-    const CBaseCallerSet* settings = RunSettings(*this);
-    const bool goodRegionOnly = settings && settings->goodRegionOnly != 0;
+    const bool goodRegionOnly = plate->Settings().goodRegionOnly != 0;
     return WithWriter(*plate, [&](IScfWriter& writer) {
         const ScanWindow window = WindowOf(*trace, goodRegionOnly);
         Check(writer.SetSampleCount(CutTo32(std::int64_t{window.end} - window.first)));
@@ -117,17 +116,16 @@ std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
         SendSamples(writer, *trace, window);
         SendBases(writer, *this, *trace, bases, window.first);
         SendComments(writer, info, trace);
-        return Save(writer, *plate, ExportPath(processed.path, "scf"));
+        return Save(writer, *this, ExportPath(processed.path, "scf"));
     });
 }
 
 std::int32_t CSampleFile::ExportFailedScf() {
-    const CBaseCallerSet* settings = RunSettings(*this);
-    if (settings && settings->skipFailedExports != 0) return 1;
+    if (plate->Settings().skipFailedExports != 0) return 1;
     return WithWriter(*plate, [&](IScfWriter& writer) {
         const std::string path = ExportPath(FailedSourcePath(*this), "scf");
         if (path.empty()) return 0;
         SendComments(writer, info, nullptr);
-        return Save(writer, *plate, path);
+        return Save(writer, *this, path);
     });
 }

@@ -32,12 +32,17 @@ constexpr std::string_view Trim(std::string_view text, std::string_view blanks =
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-// Takes the text up to the next line feed (or the end) off the head of `rest`.
+// Takes the text up to the next `separator` (or the end) and that separator off the head of `rest`; a separator before
+// position `from` belongs to the text.
+constexpr std::string_view TakeUntil(std::string_view separator, std::string_view& rest, std::size_t from = 0) {
+    const std::size_t end = rest.find(separator, from);
+    const std::string_view text = rest.substr(0, end);
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + separator.size());
+    return text;
+}
+
 constexpr std::string_view TakeLine(std::string_view& rest) {
-    const std::size_t end = rest.find('\n');
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    return line;
+    return TakeUntil("\n", rest);
 }
 
 }  // namespace platform

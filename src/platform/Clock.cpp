@@ -22,7 +22,9 @@ std::string Format(const char* format, time_t seconds) {
     static const locale_t classic = ::newlocale(LC_ALL_MASK, "C", nullptr);
     const tm local = LocalTime(seconds);
     char text[128];
-    return std::string(text, ::strftime_l(text, sizeof text, format, &local, classic));
+    const std::size_t length = classic ? ::strftime_l(text, sizeof text, format, &local, classic)
+                                       : ::strftime(text, sizeof text, format, &local);
+    return std::string(text, length);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <optional>
+#include <string>
 
 #include "platform/Ascii.h"
 #include "platform/Host.h"
@@ -54,6 +55,10 @@ void Print(std::string_view text) {
 
 void PrintError(std::string_view text) {
     WriteText(STDERR_FILENO, text);
+}
+
+void Warn(std::string_view text) {
+    PrintError("lanewright: warning: " + std::string(text) + '\n');
 }
 
 void ShowBox(std::string_view text) {

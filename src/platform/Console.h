@@ -9,6 +9,8 @@ namespace platform {
 void Print(std::string_view text);
 // Writes `text` on standard error byte for byte (no line end is added).
 void PrintError(std::string_view text);
+// Something odd that no other message tells: "lanewright: warning: ", `text` and a line feed on standard error.
+void Warn(std::string_view text);
 
 // A modal box with an OK button: `text` on standard error, with a line feed if it has none at its end. Waits for Enter
 // when standard input and standard error are both a terminal; else it counts as dismissed at once.

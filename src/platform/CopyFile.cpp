@@ -1,8 +1,8 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <memory>
 
 #include "platform/Drives.h"
@@ -13,58 +13,51 @@ namespace platform {
 
 namespace {
 
+using host::Descriptor;
+
 constexpr std::size_t copyBlock = std::size_t{256} << 10;
 
-// A longer file is cut at the end and not emptied at first, which would have the host put the copy on the disk at once.
-int CopyContents(int source, int target, off_t formerLength) {
+Error CopyContents(Descriptor& source, Descriptor& target) {
     const auto block = std::make_unique_for_overwrite<std::array<std::byte, copyBlock>>();
-    off_t length = 0;
-    while (true) {
-        std::size_t got = 0;
-        if (const int error = host::ReadDescriptor(source, *block, got)) return error;
-        if (const int error = host::WriteDescriptor(target, std::span(*block).first(got))) return error;
-        length += static_cast<off_t>(got);
-        if (got < block->size()) break;
+    std::size_t got = block->size();
+    while (got == block->size()) {
+        if (const Error error = source.Read(*block, got)) return error;
+        if (const Error error = target.Write(std::span(*block).first(got))) return error;
     }
-    if (formerLength > length && host::Retry([&] { return ::ftruncate(target, length); }) != 0) return errno;
-    return 0;
+    return success;
 }
 
-int CopyInto(int source, const struct stat& sourceStatus, const std::string& to) {
-    // The target is written only after it is known to be another file than the source.
-    int target = -1;
-    if (const int error = host::OpenDescriptor(to, O_WRONLY | O_CREAT, 0666, target)) return error;
-    struct stat status {};
-    if (::fstat(target, &status) != 0) {
-        const int error = errno;
-        host::CloseDescriptor(target);
-        return error;
+// Makes `target` the copy, and closes it.
+Error FillCopy(Descriptor& source, Descriptor& target, const struct stat& formerTarget, mode_t permissions) {
+    const bool isFile = S_ISREG(formerTarget.st_mode);
+    if (isFile && formerTarget.st_size > 0) {
+        if (const Error error = host::Try([&] { return ::ftruncate(target.Number(), 0); })) return error;
     }
-    if (status.st_dev == sourceStatus.st_dev && status.st_ino == sourceStatus.st_ino) {
-        host::CloseDescriptor(target);
-        return EEXIST;
-    }
-
-    int error = CopyContents(source, target, status.st_size);
+    if (const Error error = CopyContents(source, target)) return error;
     // Some volumes know no permission bits; the copy is good all the same.
-    if (error == 0 && S_ISREG(status.st_mode) && (status.st_mode & 0777) != (sourceStatus.st_mode & 0777))
-        static_cast<void>(::fchmod(target, sourceStatus.st_mode & 0777));
-    if (const int closing = host::CloseDescriptor(target); error == 0) error = closing;
-    if (error != 0 && S_ISREG(status.st_mode)) ::unlink(to.c_str());
-    return error;
+    if (isFile && (formerTarget.st_mode & 0777) != permissions)
+        static_cast<void>(::fchmod(target.Number(), permissions));
+    return target.Close();
 }
 
 }  // namespace
 
-int CopyFile(const std::string& from, const std::string& to) {
+Error CopyFile(const std::string& from, const std::string& to) {
     const auto nativeFrom = NativePath(from);
     const auto nativeTo = NativePath(to);
     if (!nativeFrom || !nativeTo) return ENOENT;
-    int source = -1;
-    if (const int error = host::OpenDescriptor(*nativeFrom, O_RDONLY, 0, source)) return error;
-    struct stat status {};
-    const int error = ::fstat(source, &status) != 0 ? errno : CopyInto(source, status, *nativeTo);
-    host::CloseDescriptor(source);
+    Descriptor source, target;
+    struct stat sourceStatus {
+    }, targetStatus{};
+    if (const Error error = source.Open(*nativeFrom, O_RDONLY)) return error;
+    if (::fstat(source.Number(), &sourceStatus) != 0) return errno;
+    // The target is written only after it is known to be another file than the source.
+    if (const Error error = target.Open(*nativeTo, O_WRONLY | O_CREAT, 0666)) return error;
+    if (::fstat(target.Number(), &targetStatus) != 0) return errno;
+    if (targetStatus.st_dev == sourceStatus.st_dev && targetStatus.st_ino == sourceStatus.st_ino) return EEXIST;
+
+    const Error error = FillCopy(source, target, targetStatus, sourceStatus.st_mode & 0777);
+    if (error && S_ISREG(targetStatus.st_mode)) ::unlink(nativeTo->c_str());
     return error;
 }
 

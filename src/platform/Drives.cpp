@@ -1,6 +1,9 @@
 #include "platform/Drives.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <map>
 
 #include "platform/Ascii.h"
 #include "platform/RegistryStore.h"
@@ -11,12 +14,40 @@ namespace {
 
 // Host folder of a drive. An entry's name is the letter, with or without its colon.
 std::optional<std::string> DriveRoot(char letter) {
-    if (letter == 'Z') return "/";
     std::string name(1, letter);
     auto root = ReadRegistryText("Drives", name);
     if (!root) root = ReadRegistryText("Drives", name + ':');
     if (root && root->empty()) return std::nullopt;
     return root;
+}
+
+// What tells one state of the registry store from another.
+struct StoreState {
+    std::string path;
+    struct stat status {};
+
+    StoreState() : path(RegistryStorePath().value_or("")) {
+        if (::stat(path.c_str(), &status) != 0) status = {};
+    }
+    bool operator==(const StoreState& other) const {
+        return path == other.path && status.st_dev == other.status.st_dev && status.st_ino == other.status.st_ino &&
+               status.st_size == other.status.st_size && status.st_mtim.tv_sec == other.status.st_mtim.tv_sec &&
+               status.st_mtim.tv_nsec == other.status.st_mtim.tv_nsec;
+    }
+};
+
+// The same, looked up once for each state of the store: every path of a run comes through here.
+std::optional<std::string> KnownDriveRoot(char letter) {
+    if (letter == 'Z') return "/";
+    static StoreState known;
+    static std::map<char, std::optional<std::string>> roots;
+    if (const StoreState now; !(now == known)) {
+        roots.clear();
+        known = now;
+    }
+    const auto [entry, isNew] = roots.try_emplace(letter);
+    if (isNew) entry->second = DriveRoot(letter);
+    return entry->second;
 }
 
 }  // namespace
@@ -29,7 +60,7 @@ std::optional<std::string> NativePath(std::string_view path) {
 
     const char letter = native.size() >= 2 && native[1] == ':' ? UpperAscii(native[0]) : '\0';
     if (letter < 'A' || letter > 'Z') return native;
-    auto root = DriveRoot(letter);
+    auto root = KnownDriveRoot(letter);
     if (!root) return std::nullopt;
     if (native.size() == 2) return root;
     if (root->back() != '/') *root += '/';

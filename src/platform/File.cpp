@@ -1,8 +1,6 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
-
-#include <cerrno>
-#include <utility>
 
 #include "platform/Drives.h"
 #include "platform/Files.h"
@@ -11,6 +9,8 @@
 namespace platform {
 
 namespace {
+
+constexpr unsigned newFilePermissions = 0666;  // less the user's mask
 
 int OpenFlags(OpenMode mode) {
     switch (mode) {
@@ -28,83 +28,52 @@ int OpenFlags(OpenMode mode) {
 
 }  // namespace
 
-File::File(File&& other) noexcept : fd(std::exchange(other.fd, -1)) {}
-
-File& File::operator=(File&& other) noexcept {
-    if (this != &other) {
-        Close();
-        fd = std::exchange(other.fd, -1);
-    }
-    return *this;
-}
-
-File::~File() {
-    Close();
-}
-
-int File::Open(const std::string& path, OpenMode mode) {
+Error File::Open(const std::string& path, OpenMode mode) {
     if (IsOpen()) return EBUSY;
     const auto native = NativePath(path);
     if (!native) return ENOENT;
-    return host::OpenDescriptor(*native, OpenFlags(mode), 0666, fd);
+    return descriptor.Open(*native, OpenFlags(mode), newFilePermissions);
 }
 
-int File::Read(std::span<std::byte> out, std::size_t& got) {
-    return host::ReadDescriptor(fd, out, got);
-}
-
-int File::Write(std::span<const std::byte> data) {
-    return host::WriteDescriptor(fd, data);
-}
-
-int File::Write(std::string_view text) {
+Error File::Write(std::string_view text) {
     return Write(std::as_bytes(std::span(text)));
 }
 
-int File::SeekSet(std::int64_t offset) {
-    return ::lseek(fd, offset, SEEK_SET) < 0 ? errno : 0;
+Error File::SeekSet(std::int64_t offset) {
+    return ::lseek(descriptor.Number(), offset, SEEK_SET) < 0 ? errno : 0;
 }
 
-int File::SeekFromEnd(std::int64_t offset) {
-    return ::lseek(fd, offset, SEEK_END) < 0 ? errno : 0;
+Error File::SeekFromEnd(std::int64_t offset) {
+    return ::lseek(descriptor.Number(), offset, SEEK_END) < 0 ? errno : 0;
 }
 
-int File::Tell(std::int64_t& position) const {
-    const off_t at = ::lseek(fd, 0, SEEK_CUR);
+Error File::Tell(std::int64_t& position) const {
+    const off_t at = ::lseek(descriptor.Number(), 0, SEEK_CUR);
     if (at < 0) return errno;
     position = at;
-    return 0;
+    return success;
 }
 
-int File::Length(std::int64_t& length) const {
+Error File::Length(std::int64_t& length) const {
     struct stat status {};
-    if (::fstat(fd, &status) != 0) return errno;
+    if (::fstat(descriptor.Number(), &status) != 0) return errno;
     length = status.st_size;
-    return 0;
+    return success;
 }
 
-int File::Truncate(std::int64_t length) {
-    return host::Retry([&] { return ::ftruncate(fd, length); }) != 0 ? errno : 0;
+Error File::Truncate(std::int64_t length) {
+    return host::Try([&] { return ::ftruncate(descriptor.Number(), length); });
 }
 
-int File::Flush() {
-    if (host::Retry([&] { return ::fsync(fd); }) == 0) return 0;
+Error File::Flush() {
+    const Error error = host::Try([&] { return ::fsync(descriptor.Number()); });
     // Pipes and devices have nothing to wait for.
-    return errno == EINVAL ? 0 : errno;
+    return error == EINVAL ? success : error;
 }
 
-int File::Close() {
-    return IsOpen() ? host::CloseDescriptor(std::exchange(fd, -1)) : 0;
-}
-
-int ReadFile(const std::string& path, std::string& text, std::size_t limit) {
+Error ReadFile(const std::string& path, std::string& text, std::size_t limit) {
     const auto native = NativePath(path);
-    if (!native) return ENOENT;
-    int fd = -1;
-    if (const int error = host::OpenDescriptor(*native, O_RDONLY, 0, fd)) return error;
-    const int error = host::ReadToEnd(fd, text, limit);
-    host::CloseDescriptor(fd);
-    return error;
+    return native ? host::ReadFile(*native, text, limit) : ENOENT;
 }
 
 }  // namespace platform

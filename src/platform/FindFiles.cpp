@@ -1,12 +1,13 @@
 #include <dirent.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 
 #include "platform/Ascii.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
-#include "platform/Host.h"
 
 namespace platform {
 
@@ -35,8 +36,11 @@ bool MatchesWildcard(std::string_view name, std::string_view pattern) {
 }
 
 bool IsBeforeInListing(const FoundEntry& a, const FoundEntry& b) {
-    const std::string upperA = UpperAscii(a.name), upperB = UpperAscii(b.name);
-    return upperA != upperB ? upperA < upperB : a.name < b.name;
+    const auto [inA, inB] = std::mismatch(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
+                                          [](char x, char y) { return UpperAscii(x) == UpperAscii(y); });
+    if (inA == a.name.end() && inB == b.name.end()) return a.name < b.name;
+    if (inA == a.name.end() || inB == b.name.end()) return inA == a.name.end();
+    return static_cast<unsigned char>(UpperAscii(*inA)) < static_cast<unsigned char>(UpperAscii(*inB));
 }
 
 bool IsDotName(std::string_view name) {
@@ -49,37 +53,41 @@ void AddNamed(const std::string& folder, const std::string& name, std::vector<Fo
     if (::stat((folder + name).c_str(), &status) == 0) entries.push_back({name, S_ISDIR(status.st_mode)});
 }
 
-// Adds an entry of a listing. A link to a file that is gone is one too: whoever opens it will tell of the loss.
-void AddListed(const std::string& folder, const std::string& name, std::vector<FoundEntry>& entries) {
-    const std::string path = folder + name;
+// True for a folder, or a link to one. A link to a file that is gone is an entry too: whoever opens it will report the
+// loss.
+bool IsFolder(const std::string& path, unsigned char type) {
+    if (type != DT_LNK && type != DT_UNKNOWN) return type == DT_DIR;
     struct stat status {};
-    if (::stat(path.c_str(), &status) == 0 || ::lstat(path.c_str(), &status) == 0)
-        entries.push_back({name, S_ISDIR(status.st_mode)});
+    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 }  // namespace
 
-std::vector<FoundEntry> FindFiles(const std::string& pattern) {
-    std::vector<FoundEntry> entries;
+Error FindFiles(const std::string& pattern, std::vector<FoundEntry>& entries) {
+    entries.clear();
     const auto native = NativePath(pattern);
-    if (!native) return entries;
+    if (!native) return ENOENT;
     const std::size_t nameStart = native->rfind('/') + 1;  // 0 when there is no separator
     const std::string folder = native->substr(0, nameStart);
     const std::string last = native->substr(nameStart);
-    if (last.empty() || IsDotName(last)) return entries;
+    if (last.empty() || IsDotName(last)) return success;
     if (last.find_first_of("*?") == std::string::npos) {
         AddNamed(folder, last, entries);
-        return entries;
+        return success;
     }
 
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.empty() ? "." : folder.c_str()), ::closedir);
-    if (listing == nullptr) return entries;
+    if (listing == nullptr) return errno;
+    errno = 0;
     while (const dirent* entry = ::readdir(listing.get())) {
         const std::string name = entry->d_name;
-        if (!IsDotName(name) && MatchesWildcard(name, last)) AddListed(folder, name, entries);
+        if (!IsDotName(name) && MatchesWildcard(name, last))
+            entries.push_back({name, IsFolder(folder + name, entry->d_type)});
+        errno = 0;
     }
+    const Error error = errno;
     std::sort(entries.begin(), entries.end(), IsBeforeInListing);
-    return entries;
+    return error;
 }
 
 }  // namespace platform

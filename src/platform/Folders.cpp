@@ -1,12 +1,13 @@
 // Operations on names: folders, whole files, volumes, the working folder and the program's own.
 
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <limits>
-#include <system_error>
+#include <tuple>
 
 #include "platform/Drives.h"
 #include "platform/Files.h"
@@ -16,52 +17,54 @@ namespace platform {
 
 namespace {
 
-// Runs `call` (0 for success, else errno is set) on the host's form of `path`.
+// Makes `call` (-1 for a failure that errno names) on the host's form of `path`.
 template <class Call>
-int OnNativePath(const std::string& path, Call call) {
+Error OnNativePath(const std::string& path, Call call) {
     const auto native = NativePath(path);
-    if (!native) return ENOENT;
-    return host::Retry([&] { return call(native->c_str()); }) == 0 ? 0 : errno;
+    return native ? host::Try([&] { return call(native->c_str()); }) : ENOENT;
 }
 
-int Status(const std::string& path, struct stat& status) {
+Error Status(const std::string& path, struct stat& status) {
     return OnNativePath(path, [&](const char* name) { return ::stat(name, &status); });
 }
 
 }  // namespace
 
-int MakeDirectory(const std::string& path) {
+Error MakeDirectory(const std::string& path) {
     return OnNativePath(path, [](const char* name) { return ::mkdir(name, 0777); });
 }
 
-int DeleteFile(const std::string& path) {
+Error DeleteFile(const std::string& path) {
     return OnNativePath(path, [](const char* name) { return ::unlink(name); });
 }
 
-int RenameFile(const std::string& from, const std::string& to) {
+void DeleteIfThere(const std::string& path) {
+    std::ignore = DeleteFile(path);
+}
+
+Error RenameFile(const std::string& from, const std::string& to) {
     const auto target = NativePath(to);
     if (!target) return ENOENT;
     return OnNativePath(from, [&](const char* name) { return std::rename(name, target->c_str()); });
 }
 
-int SetNormalAttributes(const std::string& path) {
+Error SetNormalAttributes(const std::string& path) {
     struct stat status {};
-    if (const int error = Status(path, status)) return error;
+    if (const Error error = Status(path, status)) return error;
     constexpr mode_t normal = S_IRUSR | S_IWUSR;
-    if ((status.st_mode & normal) == normal) return 0;
+    if ((status.st_mode & normal) == normal) return success;
     return OnNativePath(path, [&](const char* name) { return ::chmod(name, (status.st_mode & 07777) | normal); });
 }
 
 bool IsSameFile(const std::string& a, const std::string& b) {
     struct stat first {
     }, second{};
-    return Status(a, first) == 0 && Status(b, second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
+    return !Status(a, first) && !Status(b, second) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
 std::optional<std::uint64_t> FreeBytes(const std::string& path) {
     struct statvfs volume {};
-    if (OnNativePath(path.empty() ? "." : path, [&](const char* name) { return ::statvfs(name, &volume); }) != 0)
+    if (OnNativePath(path.empty() ? "." : path, [&](const char* name) { return ::statvfs(name, &volume); }))
         return std::nullopt;
     constexpr auto most = std::numeric_limits<std::uint64_t>::max();
     const std::uint64_t blocks = volume.f_bavail;
@@ -80,7 +83,7 @@ std::optional<std::string> CurrentFolder() {
     return folder;
 }
 
-int SetCurrentFolder(const std::string& path) {
+Error SetCurrentFolder(const std::string& path) {
     return OnNativePath(path, [](const char* name) { return ::chdir(name); });
 }
 
@@ -102,10 +105,6 @@ std::string BesideProgram(const std::string& name) {
     if (!program) return name;
     const std::size_t separator = program->rfind('/');
     return separator == std::string::npos ? name : program->substr(0, separator + 1) + name;
-}
-
-std::string ErrorText(int error) {
-    return std::generic_category().message(error);
 }
 
 }  // namespace platform

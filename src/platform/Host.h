@@ -1,16 +1,13 @@
-// Descriptors and paths of the host, for the files of this folder only.
+// Calls of the host, for the files of this folder only.
 #pragma once
 
-#include <sys/stat.h>
-
 #include <cerrno>
-#include <cstddef>
-#include <span>
-#include <string>
+
+#include "platform/Error.h"
 
 namespace platform::host {
 
-// Calls `call` again for as long as a signal interrupts it.
+// Calls `call` again for as long as a signal interrupts it; its result, -1 for a failure that errno names.
 template <class Call>
 auto Retry(Call call) {
     auto result = call();
@@ -19,13 +16,10 @@ auto Retry(Call call) {
     return result;
 }
 
-// Opens a host path with open's flags. A folder gives EISDIR. A pipe without a partner does not block.
-int OpenDescriptor(const std::string& hostPath, int flags, mode_t permissions, int& fd);
-int CloseDescriptor(int fd);
-int ReadDescriptor(int fd, std::span<std::byte> out, std::size_t& got);
-int WriteDescriptor(int fd, std::span<const std::byte> data);
-
-// All bytes from the current position on; EFBIG beyond `limit`. `text` changes only when it succeeds.
-int ReadToEnd(int fd, std::string& text, std::size_t limit);
+// The same for a call whose result is of no interest.
+template <class Call>
+Error Try(Call call) {
+    return Retry(call) == -1 ? Error(errno) : success;
+}
 
 }  // namespace platform::host

@@ -5,15 +5,14 @@
 
 #include "platform/RegistryStore.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cstdlib>
 #include <vector>
 
 #include "platform/Ascii.h"
+#include "platform/Descriptor.h"
 #include "platform/Files.h"
-#include "platform/Host.h"
 
 namespace platform {
 
@@ -24,15 +23,6 @@ constexpr std::size_t longestStore = std::size_t{16} << 20;
 bool IsFile(const std::string& hostPath) {
     struct stat status {};
     return ::stat(hostPath.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
-}
-
-// Drives are looked up here, so the store itself is read by its host path.
-bool ReadStore(const std::string& hostPath, std::string& text) {
-    int fd = -1;
-    if (host::OpenDescriptor(hostPath, O_RDONLY, 0, fd) != 0) return false;
-    const int error = host::ReadToEnd(fd, text, longestStore);
-    host::CloseDescriptor(fd);
-    return error == 0;
 }
 
 std::optional<std::string> FindText(std::string_view store, std::string_view subKey, std::string_view name) {
@@ -95,12 +85,13 @@ std::optional<std::string> RegistryStorePath() {
     return std::nullopt;
 }
 
-std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string_view name, bool resolveRelative) {
+std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string_view name) {
     const auto path = RegistryStorePath();
     std::string store;
-    if (!path || !ReadStore(*path, store)) return std::nullopt;
-    auto text = FindText(store, subKey, name);
-    return text && resolveRelative ? Absolute(*text, *path) : text;
+    // Drives are looked up here, so the store itself is read by its host path.
+    if (!path || host::ReadFile(*path, store, longestStore)) return std::nullopt;
+    const auto text = FindText(store, subKey, name);
+    return text ? Absolute(*text, *path) : std::nullopt;
 }
 
 }  // namespace platform

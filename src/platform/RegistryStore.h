@@ -13,10 +13,9 @@ namespace platform {
 std::optional<std::string> RegistryStorePath();
 
 // The text of `name` in section `subKey` of the store, read anew at each call; sub-keys and names ignore letter case, a
-// later line wins, blanks round names and texts are trimmed, lines that start with ";" or "#" are skipped. With
-// `resolveRelative`, a text that is "." or begins with "./" or "../" comes back absolute, counted from the store's
-// folder.
-std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string_view name,
-                                            bool resolveRelative = true);
+// later line wins, blanks round names and texts are trimmed, lines that start with ";" or "#" are skipped. A text that
+// is
+// "." or begins with "./" or "../" comes back absolute, counted from the store's folder.
+std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string_view name);
 
 }  // namespace platform

@@ -1,16 +1,16 @@
 // CSampleFile: one base call.
 #include <new>
 
+#include "config/RunSettings.h"
 #include "plugins/Conversation.h"
-#include "run/RunSettings.h"
+#include "run/Plate.h"
 
 namespace {
 
 // The conversation but for its end; true when the base call succeeded.
 bool Talk(CConversation& conversation, CSampleFile& sample, CProcessedTrace& trace, CDyeMatrix& matrix,
           std::int32_t first, std::int32_t last, std::int32_t procedureIndex) {
-    const CBaseCallerSet* settings = RunSettings(sample);
-    const bool annotate = settings && settings->annotationOn != 0;
+    const bool annotate = sample.plate->Settings().annotationOn != 0;
     if (!conversation.SetUp(sample, matrix, first, last, annotate) || !conversation.RunProcedures(procedureIndex) ||
         !conversation.TakeCurves(trace) || !conversation.TakeBases(trace.calledBases))
         return false;
@@ -55,7 +55,6 @@ std::int32_t CSampleFile::BaseCall(const platform::Library& module, CDyeMatrix& 
     }
     // An error of an earlier library on this sample would hide what this one found.
     error.clear();
-    const CBaseCallerSet* settings = RunSettings(*this);
-    if (settings && settings->allowUserGoodRegion != 0) FindGoodRegion();
+    if (plate->Settings().allowUserGoodRegion != 0) FindGoodRegion();
     return 1;
 }

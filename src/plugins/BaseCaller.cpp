@@ -1,6 +1,7 @@
 #include "plugins/BaseCaller.h"
 
 #include <lanewright/basecaller.h>
+#include <tuple>
 #include <utility>
 
 #include "platform/Drives.h"
@@ -11,7 +12,7 @@ std::int32_t CBaseCaller::Load() {
     const auto path = platform::NativePath(folder + '\\' + fileName);
     // A library may read files of its own that lie beside it.
     const auto workingFolder = platform::CurrentFolder();
-    platform::SetCurrentFolder(folder);
+    std::ignore = platform::SetCurrentFolder(folder);
     platform::Library loaded;
     const bool isLoaded = path && loaded.Open(*path);
     if (isLoaded) {
@@ -19,7 +20,7 @@ std::int32_t CBaseCaller::Load() {
         module = std::move(loaded);
         ReadFolderSuffix();
     }
-    if (workingFolder) platform::SetCurrentFolder(*workingFolder);
+    if (workingFolder) std::ignore = platform::SetCurrentFolder(*workingFolder);
     return isLoaded ? 1 : 0;
 }
 

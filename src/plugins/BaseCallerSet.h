@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "config/RunSettings.h"
 #include "plugins/BaseCaller.h"
 #include "plugins/DyeMatrix.h"
 
@@ -14,28 +15,13 @@ class CPlate;
 class CRunDriver;
 class CSampleFile;
 
-class CBaseCallerSet {
+class CBaseCallerSet : public CRunSettings {
   public:
     CBaseCaller* currentCaller = nullptr;               // one of `callers`, none before the first selection
     std::vector<std::unique_ptr<CBaseCaller>> callers;  // in the order of the settings
     std::vector<std::string> sampleSwitches;            // the operations replayed for every sample, in order
     CRunDriver* driver;                                 // not owned
     std::unique_ptr<CDyeMatrix> dyeMatrix;              // made by the first ReadDyeMatrix
-
-    // Run settings; flags are 0 or 1.
-    std::string baseOrder = "ACTGN0";
-    std::string fastaFile;
-    std::int32_t skipFailedExports = 0;
-    std::int32_t procedureIndex = 5;  // highest procedure number that may run
-    std::int32_t goodRegionOnly = 0;
-    std::int32_t noExtensions = 0;
-    std::int32_t exportToSubfolders = 1;
-    std::int32_t allowUserGoodRegion = 0;
-    std::int32_t userQualityCutoff = 0;     // percent
-    std::int32_t allowedJunkPercent = 100;  // percent
-    std::int32_t qualityWindow = 20;        // bases; below 1 counts as 1
-    std::int32_t annotationOn = 0;
-    std::int32_t baseOrderForced = 0;
 
     // Reads the General settings unless the run is unattended. `driver` outlives the set.
     explicit CBaseCallerSet(CRunDriver* driver);
@@ -49,7 +35,7 @@ class CBaseCallerSet {
 
     // --- config/ ---
 
-    // Takes section "General" of the analysis settings over into the fields above. Always 1; nothing in it is an error.
+    // Takes section "General" of the analysis settings over into the run settings. Always 1; nothing in it is an error.
     std::int32_t ReadGeneralSettings();
 
     // --- plugins/: binding. Non-zero for success; failures have been reported. ---
@@ -82,6 +68,10 @@ class CBaseCallerSet {
     // Replays sampleSwitches for one sample. 1 if no base call failed and the last operation that reports a result
     // succeeded.
     std::int32_t ProcessSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan);
+    // The FASTA file of all samples of a plate, in the folder of their calls. Empty when its subfolder cannot be made.
+    std::string PlateFastaFile(const CPlate& plate) const;
+    // The FASTA file of the whole run.
+    std::string RunFastaFile() const;
     // Calls and stores one sample; the result of the base call.
     std::int32_t BaseCallSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan);
 
@@ -92,7 +82,6 @@ class CBaseCallerSet {
         bool failed = false;
     };
     void StepBaseCall(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan, SampleState& state);
+    // An entry of sampleSwitches that is no operation is warned of, and its result is 0.
     void StepExport(const std::string& step, CSampleFile& sample, SampleState& state);
-    std::string PlateFastaFile(const CPlate& plate) const;
-    std::string RunFastaFile() const;
 };

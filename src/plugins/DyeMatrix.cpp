@@ -101,8 +101,7 @@ float** CDyeMatrix::RowPointers() {
 void CBaseCallerSet::ReadDyeMatrix() {
     if (!dyeMatrix) dyeMatrix = std::make_unique<CDyeMatrix>();
     std::string text;
-    if (platform::ReadFile(installedFile, text) == 0 ||
-        platform::ReadFile(platform::BesideProgram(fileName), text) == 0)
+    if (!platform::ReadFile(installedFile, text) || !platform::ReadFile(platform::BesideProgram(fileName), text))
         dyeMatrix->Parse(text);
     else
         dyeMatrix->SetIdentity();

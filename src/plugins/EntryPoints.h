@@ -14,27 +14,27 @@ struct CEntryPoints {
     // The first entry point that the conversation needs and the library lacks; empty when it has them all.
     const std::string& Missing() const { return missing; }
 
-    decltype(&::GetNumOfProcedures) getNumOfProcedures;
-    decltype(&::SetIfAnnotate) setIfAnnotate;
-    decltype(&::SetNumSamples) setNumSamples;
-    decltype(&::SetRawData) setRawData;
-    decltype(&::GetProgramName) getProgramName;
-    decltype(&::SetSignalRange) setSignalRange;
-    decltype(&::SetApproxiamtePeakWidth) setPeakWidth;
-    decltype(&::SetSpecSepMatrix) setMatrix;
-    decltype(&::ExecuteProcedure) executeProcedure;
-    decltype(&::ReportProblem) reportProblem;
-    decltype(&::PeekProcessedTrace) peekProcessedTrace;
-    decltype(&::ReportSequence) reportSequence;
-    decltype(&::ReportSpecSeparatnMatrixUsed) reportMatrixUsed;
-    decltype(&::ReportSignalRangeForRawData) reportSignalRange;
-    decltype(&::ReportSignalToNoise) reportSignalToNoise;
-    decltype(&::ReportFWHMSpacing) reportSpacing;
-    decltype(&::ReportNumCurrFix) reportCurrentFixes;
-    decltype(&::ReportSpecSepDepth) reportSeparationDepth;
-    decltype(&::ReportSpecSepQual) reportSeparationQuality;
-    decltype(&::ReportTrueStartStopPoints) reportTrueRange;
-    decltype(&::CleanUp) cleanUp;
+    decltype(&::GetNumOfProcedures) getNumOfProcedures = nullptr;
+    decltype(&::SetIfAnnotate) setIfAnnotate = nullptr;
+    decltype(&::SetNumSamples) setNumSamples = nullptr;
+    decltype(&::SetRawData) setRawData = nullptr;
+    decltype(&::GetProgramName) getProgramName = nullptr;
+    decltype(&::SetSignalRange) setSignalRange = nullptr;
+    decltype(&::SetApproxiamtePeakWidth) setPeakWidth = nullptr;
+    decltype(&::SetSpecSepMatrix) setMatrix = nullptr;
+    decltype(&::ExecuteProcedure) executeProcedure = nullptr;
+    decltype(&::ReportProblem) reportProblem = nullptr;
+    decltype(&::PeekProcessedTrace) peekProcessedTrace = nullptr;
+    decltype(&::ReportSequence) reportSequence = nullptr;
+    decltype(&::ReportSpecSeparatnMatrixUsed) reportMatrixUsed = nullptr;
+    decltype(&::ReportSignalRangeForRawData) reportSignalRange = nullptr;
+    decltype(&::ReportSignalToNoise) reportSignalToNoise = nullptr;
+    decltype(&::ReportFWHMSpacing) reportSpacing = nullptr;
+    decltype(&::ReportNumCurrFix) reportCurrentFixes = nullptr;
+    decltype(&::ReportSpecSepDepth) reportSeparationDepth = nullptr;
+    decltype(&::ReportSpecSepQual) reportSeparationQuality = nullptr;
+    decltype(&::ReportTrueStartStopPoints) reportTrueRange = nullptr;
+    decltype(&::CleanUp) cleanUp = nullptr;
 
   private:
     std::string missing;

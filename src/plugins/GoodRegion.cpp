@@ -2,7 +2,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "run/RunSettings.h"
+#include "config/RunSettings.h"
+#include "run/Plate.h"
 
 namespace {
 
@@ -30,7 +31,7 @@ void Prefer(Region& best, const Region& candidate) {
     if (candidate.good > best.good) best = candidate;
 }
 
-Region BestRegion(const CCalledBases& bases, const CBaseCallerSet& settings) {
+Region BestRegion(const CCalledBases& bases, const CRunSettings& settings) {
     const std::int32_t window = std::max(settings.qualityWindow, 1);
     const std::int32_t lastBase = bases.Count() - 1;
     Region best;
@@ -53,9 +54,8 @@ Region BestRegion(const CCalledBases& bases, const CBaseCallerSet& settings) {
 
 void CSampleFile::FindGoodRegion() {
     CProcessedTrace* trace = processedTrace ? processedTrace->Processed() : nullptr;
-    const CBaseCallerSet* settings = RunSettings(*this);
-    if (!trace || !settings) return;
-    const Region best = BestRegion(trace->calledBases, *settings);
+    if (!trace) return;
+    const Region best = BestRegion(trace->calledBases, plate->Settings());
     trace->calledBases.goodStart = best.start;
     trace->calledBases.goodLength = best.end - best.start;
 }

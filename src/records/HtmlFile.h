@@ -6,7 +6,7 @@
 
 #include "records/QXIniFile.h"
 
-// Numbers of the sections that hold entries, an entry being the full path of a file.
+// The sections have an entry, the full path, for each file. Their numbers (SectionOf gives those that hold entries):
 //
 //   0 <log>    1 <files>                      13 </log>   12 </files>
 //   2 <esd>    processed and failed samples    3 </esd>
@@ -14,14 +14,6 @@
 //   6 <scf>    SCF files                       7 </scf>
 //   8 <fasta>  FASTA files                     9 </fasta>
 //  10 <txt>    text dumps                     11 </txt>
-namespace markup {
-constexpr std::int32_t processedSection = 2;
-constexpr std::int32_t abdSection = 4;
-constexpr std::int32_t scfSection = 6;
-constexpr std::int32_t fastaSection = 8;
-constexpr std::int32_t textSection = 10;
-}  // namespace markup
-
 class CHtmlFile : public CQXIniFile {
   public:
     static const CRuntimeClass runtimeClass;

@@ -47,6 +47,8 @@ std::string_view Pattern(MessageId id) {
             return "failed to write file %s \r\n";
         case MessageId::UsingBaseOrder:
             return "Using base order %s. \r\n";
+        case MessageId::ScfExported:
+            return "exported to SCF file format %s\r\n";
     }
     return {};
 }

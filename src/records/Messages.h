@@ -27,6 +27,7 @@ enum class MessageId {
     FastaExported = 22,         //
     WriteFailed = 23,           // path
     UsingBaseOrder = 24,        // four letters
+    ScfExported,                // path; the only text without a number of its own
 };
 
 // The text of a message with each "%s" replaced by the next argument (nothing when they run out). Arguments are taken

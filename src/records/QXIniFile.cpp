@@ -1,6 +1,9 @@
 #include "records/QXIniFile.h"
 
+#include <tuple>
+
 #include "platform/Ascii.h"
+#include "platform/AtomicFile.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
 
@@ -16,22 +19,14 @@ std::string_view TrimField(std::string_view field) {
     return platform::Trim(field, " \t\n\v\f\r");
 }
 
-// Takes the next line off `rest`, which is not empty. A line end at its very start belongs to the line, so an empty
-// line and the one after it are read as one.
-std::string_view TakeLine(std::string_view& rest) {
-    const std::size_t end = rest.find(lineEnd, 1);
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + lineEnd.size());
-    return line;
+// Takes the text up to the next tab off `rest`.
+std::string_view TakeField(std::string_view& rest) {
+    return TrimField(platform::TakeUntil("\t", rest));
 }
 
 void AppendFields(CIniEntry& entry, std::string_view value) {
-    while (!value.empty()) {
-        const std::size_t tab = value.find('\t');
-        const std::string_view field = TrimField(value.substr(0, tab));
-        if (!field.empty()) entry.emplace_back(field);
-        value.remove_prefix(tab == std::string_view::npos ? value.size() : tab + 1);
-    }
+    while (!value.empty())
+        if (const std::string_view field = TakeField(value); !field.empty()) entry.emplace_back(field);
 }
 
 }  // namespace
@@ -44,13 +39,9 @@ const CRuntimeClass& CQXIniFile::GetRuntimeClass() const {
     return runtimeClass;
 }
 
-int CQXIniFile::Open(const std::string& filePath, platform::OpenMode mode) {
+platform::Error CQXIniFile::Open(const std::string& filePath, platform::OpenMode mode) {
     path = filePath;
-    return File::Open(path, mode);
-}
-
-CIniSection CQXIniFile::NewSection(std::string_view tag, std::int32_t ownLine) {
-    return {std::string(tag), std::pmr::vector<CIniEntry>(&arena), ownLine};
+    return file.Open(path, mode);
 }
 
 void CQXIniFile::ReadSections() {
@@ -59,15 +50,15 @@ void CQXIniFile::ReadSections() {
         Parse();
     else
         sections.clear();  // nothing may be written back over what could not be read
-    Close();
+    file.CloseQuietly();
 }
 
 bool CQXIniFile::ReadText() {
     std::int64_t length = 0;
-    if (Length(length) != 0 || length > longestFile) return false;
+    if (file.Length(length) || length > longestFile) return false;
     text.resize(static_cast<std::size_t>(length));
     std::size_t got = 0;
-    if (Read(std::as_writable_bytes(std::span(text)), got) != 0) return false;
+    if (file.Read(std::as_writable_bytes(std::span(text)), got)) return false;
     text.resize(got);
     return true;
 }
@@ -75,11 +66,10 @@ bool CQXIniFile::ReadText() {
 void CQXIniFile::Parse() {
     CIniSection* current = nullptr;
     for (std::string_view rest = text; !rest.empty();) {
-        const std::string_view line = TakeLine(rest);
-        const std::size_t tab = line.find('\t');
-        const std::string_view key = TrimField(line.substr(0, tab));
-        const std::string_view value =
-            tab == std::string_view::npos ? std::string_view() : TrimField(line.substr(tab + 1));
+        // A line end at the very start belongs to the line, so an empty line and the one after it are read as one.
+        std::string_view value = platform::TakeUntil(lineEnd, rest, 1);
+        const std::string_view key = TakeField(value);
+        value = TrimField(value);
         if (CIniSection* named = FindSection(key)) {
             current = named;
             if (!value.empty()) AppendFields(current->entries.emplace_back(), value);
@@ -102,7 +92,7 @@ void CQXIniFile::BuildText() {
     for (const CIniSection& section : sections) {
         text.append(section.tag).append(section.ownLine ? lineEnd : fieldEnd);
         for (const CIniEntry& entry : section.entries) {
-            for (const std::pmr::string& field : entry)
+            for (const std::string& field : entry)
                 text.append(field).append(fieldEnd);
             text.append(lineEnd);
         }
@@ -113,7 +103,7 @@ void CQXIniFile::BuildText() {
 bool CQXIniFile::OpenForWriting() {
     for (int i = 0; i < tries; ++i) {
         if (i > 0) platform::Sleep(pauseBetweenTries);
-        if (Open(path, platform::OpenMode::CreateOrKeep) == 0) return true;
+        if (!Open(path, platform::OpenMode::CreateOrKeep)) return true;
     }
     return false;
 }
@@ -122,22 +112,30 @@ bool CQXIniFile::OpenForWriting() {
 // see an empty log, and the host need not put the file on the disk at once, which takes longer than all the rest.
 bool CQXIniFile::WriteText() {
     std::int64_t former = 0;
-    if (Length(former) != 0 || Write(text) != 0) return false;
+    if (file.Length(former) || file.Write(text)) return false;
     const auto length = static_cast<std::int64_t>(text.size());
-    return former <= length || Truncate(length) == 0;
+    return former <= length || !file.Truncate(length);
+}
+
+// A new file takes the name, so there is a whole log at every moment.
+platform::Error CQXIniFile::Replace(const std::string& former) {
+    platform::AtomicFile next;
+    if (const platform::Error error = next.Open(path)) return error;
+    next.Write(text);
+    return next.CommitKeeping(former);
 }
 
 void CQXIniFile::WriteSections() {
     const std::string former = path + ".temp";
-    if (platform::CopyFile(path, former) != 0) {
+    BuildText();
+    if (!Replace(former)) return;
+    if (platform::CopyFile(path, former)) {
         platform::ShowBox("Cannot create a backup copy");
         return;
     }
-    // Built before the file is opened, which keeps the time short in which it is not complete.
-    BuildText();
     if (!OpenForWriting()) return;
     const bool written = WriteText();
-    if (Close() == 0 && written) return;
+    if (!file.Close() && written) return;
     // A full disk costs this entry and not the former ones, for which there was room.
-    platform::CopyFile(former, path);
+    std::ignore = platform::CopyFile(former, path);
 }

@@ -12,7 +12,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,53 +20,43 @@
 #include "samplestore/RuntimeClass.h"
 
 // The fields of one line.
-using CIniEntry = std::pmr::vector<std::pmr::string>;
+using CIniEntry = std::vector<std::string>;
 
 struct CIniSection {
     std::string tag;
-    std::pmr::vector<CIniEntry> entries;
+    std::vector<CIniEntry> entries;
     std::int32_t ownLine;  // 1 when the tag stands alone on its line
 };
 
-class CQXIniFile : public CObject, public platform::File {
+class CQXIniFile : public CObject {
   public:
     static const CRuntimeClass runtimeClass;
 
-  private:
-    // A log of a long run has many thousands of entries, and each of them is read again for every entry that follows,
-    // so their memory comes in few large pieces and goes at once. Outlives `sections`.
-    std::pmr::monotonic_buffer_resource arena;
-
-  public:
     std::string path;
     std::string text;                   // the whole file, as read or as built for writing
     std::vector<CIniSection> sections;  // in the order of the file
 
-    CQXIniFile() = default;
-    CQXIniFile(const CQXIniFile&) = delete;
-    CQXIniFile& operator=(const CQXIniFile&) = delete;
-
     const CRuntimeClass& GetRuntimeClass() const override;
-    // Opens `filePath` and keeps it as `path`. 0 or an errno value.
-    int Open(const std::string& filePath, platform::OpenMode mode);
+    // Opens `filePath` and keeps it as `path`.
+    platform::Error Open(const std::string& filePath, platform::OpenMode mode);
     // Parses the open file into `sections` and closes it. A file that cannot be read leaves no sections at all.
     virtual void ReadSections();
     // Sets up empty sections.
     virtual void DefineSections() {}
-    // Rewrites the file from `sections`; a copy with ".temp" behind its name keeps the former state. Without the copy
-    // the file stays as it is, after a box; while the file cannot be opened it is tried again for 5 s, then the writing
-    // is given up silently.
+    // Replaces the file by a new one made from `sections`; the former one gets the name with ".temp" at its end. Where
+    // that is not possible (a link, a folder that cannot be written to) a copy becomes the ".temp" and the file is
+    // rewritten in place. Without the copy the file stays as it is, after a box; while the file cannot be opened it is
+    // tried again for 5 s, then the writing is given up silently.
     void WriteSections();
-
-  protected:
-    // An empty section for `sections`.
-    CIniSection NewSection(std::string_view tag, std::int32_t ownLine);
 
   private:
     bool ReadText();
     void Parse();
     CIniSection* FindSection(std::string_view tag);
     void BuildText();
+    platform::Error Replace(const std::string& former);
     bool OpenForWriting();
     bool WriteText();
+
+    platform::File file;
 };

@@ -1,20 +1,19 @@
 // The text dump of a sample, for people and spreadsheets. Every line is told in docs/text-dump.md.
-#include <algorithm>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "export/ExportBases.h"
+#include "export/Formats.h"
 #include "platform/Clock.h"
-#include "records/HtmlFile.h"
 #include "records/TextFile.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
+#include "samplestore/Truncate.h"
 
 namespace {
 
-constexpr std::size_t lettersPerLine = 50;
 constexpr double processedFactor = 100.0;  // processed values are fractions
-constexpr double largestWhole = 9.2e18;    // below the limit of 64 bits
 
 // Texts from a file may hold a NUL, which ends them.
 std::string_view UpToNul(std::string_view text) {
@@ -93,19 +92,7 @@ void DumpAnalysis(CLines lines, const CAnalysisInfo& analysis) {
 }
 
 void DumpSequence(CTextFile& out, const CSampleFile& sample, const CProcessedTrace& trace) {
-    out << "\nSequence :\n";
-    std::size_t letters = 0;
-    for (const std::int32_t index : ExportBases(trace, false)) {
-        out << sample.ExportLetter(trace, index);
-        if (++letters % lettersPerLine == 0) out << '\n';
-    }
-    out << "\n\n";
-}
-
-// `value` without its fraction; 0 for NaN. Raw values beyond 31 bits stay what they are.
-std::int64_t Whole(double value) {
-    if (value != value) return 0;
-    return static_cast<std::int64_t>(std::clamp(value, -largestWhole, largestWhole));
+    out << "\nSequence :\n" << SequenceLines(sample, trace, ExportBases(trace, false), "\n") << '\n';
 }
 
 double ValueOr0(const std::vector<double>& curve, std::size_t scan) {
@@ -124,8 +111,8 @@ void DumpTable(CTextFile& out, const CCapTrace& trace, double factor) {
     for (std::uint32_t row = 0; row < trace.scanCount; ++row) {
         out << std::int64_t{row} << "\t\t";
         for (const auto& curve : trace.channels)
-            out << Whole(ValueOr0(curve, row) * factor) << "\t\t";
-        out << Whole(ValueOr0(trace.current, row)) << '\n';
+            out << TruncateTo64(ValueOr0(curve, row) * factor) << "\t\t";
+        out << TruncateTo64(ValueOr0(trace.current, row)) << '\n';
     }
 }
 
@@ -142,7 +129,7 @@ std::int32_t CSampleFile::ExportText(CTraceFile& holder) {
         DumpSequence(out, *this, *processed);
     }
     DumpTable(out, *holder.trace, processed ? processedFactor : 1.0);
-    out.Close();
-    plate->AddToMarkupLog(path, markup::textSection);
+    std::ignore = out.Commit();  // a dump that cannot be made counts as done
+    Exported(*this, Format::Text, path);
     return 1;
 }

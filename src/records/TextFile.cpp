@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -13,7 +14,7 @@ constexpr int significantDigits = 6;
 }  // namespace
 
 CTextFile::CTextFile(const std::string& path) : buffer(bufferSize, '\0') {
-    file.Open(path, platform::OpenMode::CreateOrEmpty);
+    std::ignore = file.Open(path);  // an error comes out of Commit
 }
 
 char* CTextFile::Room(std::size_t count) {
@@ -59,7 +60,7 @@ void CTextFile::Flush() {
     used = 0;
 }
 
-void CTextFile::Close() {
+platform::Error CTextFile::Commit() {
     Flush();
-    file.Close();
+    return file.Commit();
 }

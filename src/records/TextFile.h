@@ -5,15 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Files.h"
+#include "platform/AtomicFile.h"
 
 class CTextFile {
   public:
-    // Creates the file or empties it. When that fails, all that is put into it goes nowhere.
+    // Begins a file that is going to be `path`. When that fails, all that is put into it goes nowhere.
     explicit CTextFile(const std::string& path);
     CTextFile(const CTextFile&) = delete;
     CTextFile& operator=(const CTextFile&) = delete;
-    ~CTextFile() { Close(); }
 
     // Texts go out byte for byte, but a line feed becomes CR LF wherever it stands.
     CTextFile& operator<<(std::string_view text);
@@ -23,8 +22,9 @@ class CTextFile {
     // Six significant digits at most, as "%g" has them.
     CTextFile& operator<<(float number);
 
-    // Writes what is still in memory and closes the file; what a full disk does not take is lost.
-    void Close();
+    // Writes what is still in memory and gives the file its name; without it there is no file. After an error, the
+    // first of all, what stands under that name is as it was.
+    platform::Error Commit();
 
   private:
     // Makes room for `count` more bytes, which is far less than the buffer holds, and gives the place.
@@ -32,7 +32,7 @@ class CTextFile {
     void Append(std::string_view bytes);
     void Flush();
 
-    platform::File file;
+    platform::AtomicFile file;
     std::string buffer;
     std::size_t used = 0;
 };

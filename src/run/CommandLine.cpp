@@ -3,15 +3,16 @@
 #include <algorithm>
 
 #include "platform/Ascii.h"
+#include "run/Switches.h"
 
 CCommandLine::CCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames,
-                           const std::vector<std::string>& patterns)
+                           const std::vector<CFileTypeFilter>& patterns)
     : CCommandLine(argc, argv, switchNames) {
     ExpandInputs(patterns);
 }
 
 CCommandLine::CCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames)
-    : knownNames{"-ID", "-IP", "-IF"} {
+    : knownNames(InputSwitchNames()) {
     knownNames.insert(knownNames.end(), switchNames.begin(), switchNames.end());
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i];

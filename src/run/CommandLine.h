@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "discovery/FileTypeFilter.h"
+
 struct CParsedSwitch {
     std::string name;                     // in upper case
     std::vector<std::string> parameters;  // as typed; words that are no switch
@@ -17,10 +19,10 @@ class CCommandLine {
     std::vector<std::string> knownNames;  // the three input switches, then the others
 
     // Groups argv[1] and what follows, and expands the input switches. `switchNames` are the other switches in upper
-    // case; `patterns` are the wildcard patterns of the sample file types. Nothing here is an error: a word that is no
+    // case; `patterns` are the types of the sample files. Nothing here is an error: a word that is no
     // switch is a parameter of the switch before it, and is dropped where there is none.
     CCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames,
-                 const std::vector<std::string>& patterns);
+                 const std::vector<CFileTypeFilter>& patterns);
     virtual ~CCommandLine() = default;
 
   protected:
@@ -30,7 +32,7 @@ class CCommandLine {
 
     // Fills `plates` and `files` from the input switches and hands every other switch to OnOtherSwitch, all in the
     // order of the command line.
-    void ExpandInputs(const std::vector<std::string>& patterns);
+    void ExpandInputs(const std::vector<CFileTypeFilter>& patterns);
 
     virtual void OnOtherSwitch(const CParsedSwitch&) {}
 };

@@ -8,6 +8,10 @@ CPlate::CPlate(const std::string& folder, const std::vector<CFileTypeFilter>& fi
 
 CPlate::~CPlate() = default;
 
+const CRunSettings& CPlate::Settings() const {
+    return *driver->baseCallers;
+}
+
 std::int32_t CPlate::LoadSample(const std::string& path) {
     return driver->OpenSample(path, currentSample, *this);
 }

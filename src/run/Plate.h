@@ -11,13 +11,14 @@
 #include "samplestore/SampleFile.h"
 
 class CRunDriver;
+struct CRunSettings;
 
 class CPlate {
   public:
     CFolderScan scan;                            // the input folder and the sample files found there
     std::unique_ptr<CSampleFile> currentSample;  // in plate mode; none until the first load
     std::string outputFolder;                    // where this plate's output goes with the current base caller
-    CRunDriver* driver;                          // not owned; may be null, then no run settings apply
+    CRunDriver* driver;                          // not owned; may be null for a plate that is only written records of
     std::string name;                            // last component of the input folder's path
     platform::File logFile;                      // open only inside Log
 
@@ -27,6 +28,8 @@ class CPlate {
     CPlate(const CPlate&) = delete;
     CPlate& operator=(const CPlate&) = delete;
 
+    // The settings of the run; needs a driver with its base caller set.
+    const CRunSettings& Settings() const;
     // Replaces currentSample by the sample at `path`. 0 if that did not load.
     std::int32_t LoadSample(const std::string& path);
 

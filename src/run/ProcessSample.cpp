@@ -1,29 +1,25 @@
 // CBaseCallerSet: what is done with the samples of a plate, and with each of them.
-#include <algorithm>
-
 #include "config/FileExists.h"
 #include "discovery/SplitPath.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
+#include "run/Switches.h"
 
 namespace {
 
-constexpr std::size_t extensionLength = 4;  // with its dot
-
 // Where the sample's calls are stored: both forms of raw file lead to one name.
 std::string ProcessedPath(const CSampleFile& sample) {
-    const std::string& name = sample.fileName;
-    const std::size_t stem = name.size() - std::min(name.size(), extensionLength);
-    return sample.plate->outputFolder + '/' + name.substr(0, stem) + ".esd";
+    return sample.plate->outputFolder + '/' + WithoutExtension(sample.fileName) + ".esd";
 }
 
 // Removes what a failed storing left, but never the raw file itself, whatever name leads to it.
 void DeleteTarget(const CSampleFile& sample) {
     const std::string& path = sample.processedTrace->path;
     if (sample.rawTrace && platform::IsSameFile(sample.rawTrace->path, path)) return;
-    platform::DeleteFile(path);
+    platform::DeleteIfThere(path);
 }
 
 }  // namespace
@@ -56,7 +52,7 @@ std::int32_t CBaseCallerSet::ProcessSample(CSampleFile& sample, std::int32_t fir
     sample.CreateProcessedTrace(ProcessedPath(sample), 1, currentCaller);
     SampleState state;
     for (const std::string& step : sampleSwitches) {
-        if (step == "-BC")
+        if (IsSwitch(step, Switch::BaseCall))
             StepBaseCall(sample, firstScan, lastScan, state);
         else
             StepExport(step, sample, state);
@@ -77,23 +73,14 @@ void CBaseCallerSet::StepBaseCall(CSampleFile& sample, std::int32_t firstScan, s
 }
 
 void CBaseCallerSet::StepExport(const std::string& step, CSampleFile& sample, SampleState& state) {
-    CTraceFile* const called = state.failed ? nullptr : sample.processedTrace;
-    if (step == "-ABD") {
-        state.result = called ? sample.ExportAbd(*called, goodRegionOnly) : sample.ExportFailedAbd(skipFailedExports);
-    } else if (step == "-SCF") {
-        state.result = called ? sample.ExportScf(*called) : sample.ExportFailedScf();
-    } else if (step == "-FA" || step == "-FA_") {
-        if (called || skipFailedExports == 0) sample.ExportFasta(called, fastaFile, goodRegionOnly);
-    } else if (step == "-RAW_TXT") {
-        state.result = sample.ExportText(*sample.rawTrace);
-    } else if (step == "-PROC_TXT") {
-        state.result = called ? sample.ExportText(*called) : 0;
-    } else if (step == "-FAP") {
-        const std::string file = PlateFastaFile(*sample.plate);
-        if (!file.empty()) state.result = sample.ExportFasta(called, file, goodRegionOnly);
-    } else if (step == "-FAG") {
-        state.result = sample.ExportFasta(called, RunFastaFile(), goodRegionOnly);
+    const CSwitch* const row = FindSwitch(step);
+    if (!row || !row->step) {
+        platform::Warn("there is no operation " + step);
+        state.result = 0;
+        return;
     }
+    const auto result = row->step({*this, sample, state.failed ? nullptr : sample.processedTrace});
+    state.result = result.value_or(state.result);
 }
 
 std::int32_t CBaseCallerSet::BaseCallSample(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan) {
@@ -115,7 +102,6 @@ std::int32_t CBaseCallerSet::BaseCallSample(CSampleFile& sample, std::int32_t fi
     return called;
 }
 
-// One FASTA file for the samples of a plate, in the folder of their calls. Empty when its subfolder cannot be made.
 std::string CBaseCallerSet::PlateFastaFile(const CPlate& plate) const {
     const std::string& folder = plate.outputFolder;
     std::string fastaFolder = folder + '/';
@@ -126,7 +112,6 @@ std::string CBaseCallerSet::PlateFastaFile(const CPlate& plate) const {
     return fastaFolder + LastComponent(folder) + ".seq";
 }
 
-// One FASTA file for the whole run.
 std::string CBaseCallerSet::RunFastaFile() const {
     return driver->outputFolder + '/' + LastComponent(driver->outputFolder) + ".seq";
 }

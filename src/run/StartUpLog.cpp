@@ -1,5 +1,7 @@
 #include "run/StartUpLog.h"
 
+#include <tuple>
+
 #include "platform/Files.h"
 
 namespace startuplog {
@@ -8,8 +10,8 @@ namespace {
 
 void Write(platform::OpenMode mode, std::string_view text) {
     platform::File log;
-    if (log.Open(platform::BesideProgram("BaseCallStartUp.log"), mode) != 0) return;
-    if (log.SeekFromEnd(0) == 0) log.Write(text);
+    if (log.Open(platform::BesideProgram("BaseCallStartUp.log"), mode) || log.SeekFromEnd(0)) return;
+    std::ignore = log.Write(text);
 }
 
 }  // namespace

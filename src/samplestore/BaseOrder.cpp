@@ -1,9 +1,11 @@
 // CSampleFile: which channel shows which base.
 #include <algorithm>
 
+#include "config/RunSettings.h"
+#include "discovery/SplitPath.h"
 #include "platform/Ascii.h"
 #include "records/Messages.h"
-#include "run/RunSettings.h"
+#include "run/Plate.h"
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
 
@@ -41,8 +43,7 @@ void CSampleFile::OrderFromFallback(const std::string& fallbackOrder) {
 }
 
 void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
-    const CBaseCallerSet* settings = RunSettings(*this);
-    const bool forced = settings && settings->baseOrderForced != 0;
+    const bool forced = plate->Settings().baseOrderForced != 0;
     const bool hasNames = info.version >= versionWithNames;
     if (hasNames && forced) {
         OrderFromFallback(fallbackOrder);
@@ -55,12 +56,12 @@ void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
     if (hasNames) return;
 
     // An old file says nothing of plate, well and sample, but its name does: "xyzA01.rsd".
-    constexpr std::size_t extensionLength = 4, wellLength = 3;
-    const std::size_t stem = fileName.size() - std::min(fileName.size(), extensionLength);
-    const std::size_t well = stem - std::min(stem, wellLength);
+    constexpr std::size_t wellLength = 3;
+    const std::string stem = WithoutExtension(fileName);
+    const std::size_t well = stem.size() - std::min(stem.size(), wellLength);
     info.plateId = plate->name;
-    info.wellId = fileName.substr(well, stem - well);
-    if (info.sampleName.empty()) info.sampleName = fileName.substr(0, well);
+    info.wellId = stem.substr(well);
+    if (info.sampleName.empty()) info.sampleName = stem.substr(0, well);
 }
 
 void CSampleFile::FillChannelOrders() const {

@@ -33,7 +33,3 @@ inline void StoreU32(std::uint8_t* to, std::uint32_t value) {
 inline void StoreI32(std::uint8_t* to, std::int32_t value) {
     StoreU32(to, static_cast<std::uint32_t>(value));
 }
-
-inline void StoreFloat(std::uint8_t* to, float value) {
-    StoreU32(to, std::bit_cast<std::uint32_t>(value));
-}

@@ -5,14 +5,15 @@
 #include <span>
 #include <string>
 
+#include "platform/Error.h"
 #include "samplestore/SampleInfo.h"
 #include "samplestore/ScanRecord.h"
 
 // Both write a sample file at `path`, replacing what is there, with a good checksum. info.scanCount and info.version go
 // in as they are: a file that is to be read again needs scans.size() and 1.1 or more. plateColumns and plateRows go in
-// too. 0 or a result as those of CRsdFile.
+// too. Errors are those of CRsdFile.
 
 // Without a property tree: only what the trailer holds can be read back.
-std::int32_t WriteBareSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans);
+platform::Error WriteBareSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans);
 // With a property tree of all keys that the program stores for `info`.
-std::int32_t WriteSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans);
+platform::Error WriteSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans);

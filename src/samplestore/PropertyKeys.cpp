@@ -20,51 +20,51 @@
 
 namespace {
 
+template <class Field>
+consteval property::Type TypeOf() {
+    if (std::is_same_v<Field, std::uint8_t>) return property::Bytes;
+    if (std::is_same_v<Field, std::int16_t>) return property::Shorts;
+    if (std::is_same_v<Field, std::int32_t>) return property::Ints;
+    if (std::is_same_v<Field, float> || std::is_same_v<Field, BaseStrengths>) return property::Floats;
+    throw "no type of the keys";  // does not compile
+}
+
 class KeyReader {
   public:
     explicit KeyReader(std::span<const std::uint8_t> bytes) : tree(bytes) {}
 
     void operator()(std::string_view key, std::string& text) const {
         text.clear();
-        if (const CPropertyItem* found = Find(key, property::Text)) text = reinterpret_cast<const char*>(found->data);
+        CPropertyItem item;
+        if (Find(key, property::Text, item)) text = reinterpret_cast<const char*>(item.data);
     }
-    void operator()(std::string_view key, std::uint8_t& value) const { Number(key, property::Bytes, value); }
-    void operator()(std::string_view key, std::int16_t& value) const { Number(key, property::Shorts, value); }
-    void operator()(std::string_view key, std::int32_t& value) const { Number(key, property::Ints, value); }
-    void operator()(std::string_view key, float& value) const { Number(key, property::Floats, value); }
-    void operator()(std::string_view key, std::vector<std::int32_t>& values) const {
-        Array(key, property::Ints, values);
+    template <class Number>
+    void operator()(std::string_view key, Number& value) const {
+        CPropertyItem item;
+        if (Find(key, TypeOf<Number>(), item) && item.count > 0) std::memcpy(&value, item.data, sizeof value);
     }
-    void operator()(std::string_view key, std::vector<float>& values) const { Array(key, property::Floats, values); }
-    void operator()(std::string_view key, std::vector<BaseStrengths>& values) const {
-        Array(key, property::Floats, values);
+    template <class Element>
+    void operator()(std::string_view key, std::vector<Element>& values) const {
+        Array(key, TypeOf<Element>(), values);
     }
     void Halves(std::string_view key, std::vector<std::int32_t>& values) const { Array(key, property::Shorts, values); }
 
   private:
-    const CPropertyItem* Find(std::string_view key, property::Type type) const {
-        const bool found = CPropertyTree::Get(key, tree.data(), item, tree.data() + tree.size()) > 0;
-        return found && item.type == type ? &item : nullptr;
-    }
-
-    template <class T>
-    void Number(std::string_view key, property::Type type, T& value) const {
-        const CPropertyItem* found = Find(key, type);
-        if (found && found->count > 0) std::memcpy(&value, found->data, sizeof(T));
+    bool Find(std::string_view key, property::Type type, CPropertyItem& item) const {
+        return CPropertyTree::Get(key, tree.data(), item, tree.data() + tree.size()) > 0 && item.type == type;
     }
 
     // Whole values only; what remains of a damaged array is left out.
-    template <class T>
-    void Array(std::string_view key, property::Type type, std::vector<T>& values) const {
+    template <class Element>
+    void Array(std::string_view key, property::Type type, std::vector<Element>& values) const {
         values.clear();
-        const CPropertyItem* found = Find(key, type);
-        if (!found) return;
-        values.resize(std::size_t{found->count} * CPropertyTree::ElementSize(type) / sizeof(T));
-        if (!values.empty()) std::memcpy(values.data(), found->data, values.size() * sizeof(T));
+        CPropertyItem item;
+        if (!Find(key, type, item)) return;
+        values.resize(std::size_t{item.count} * CPropertyTree::ElementSize(type) / sizeof(Element));
+        if (!values.empty()) std::memcpy(values.data(), item.data, values.size() * sizeof(Element));
     }
 
     std::span<const std::uint8_t> tree;
-    mutable CPropertyItem item;
 };
 
 // Remembers the first failure and stores nothing after it.
@@ -72,46 +72,42 @@ class KeyWriter {
   public:
     KeyWriter(std::vector<std::uint8_t>& bytes, std::size_t& endMarker) : tree(bytes), tail(endMarker) {}
 
-    bool ok = true;
+    bool IsGood() const { return isGood; }
 
     void operator()(std::string_view key, const std::string& text) {
         Put(key, property::Text, 0, text.c_str(), text.size() + 1);
     }
-    void operator()(std::string_view key, const std::uint8_t& value) { Values(key, property::Bytes, &value, 1); }
-    void operator()(std::string_view key, const std::int16_t& value) { Values(key, property::Shorts, &value, 1); }
-    void operator()(std::string_view key, const std::int32_t& value) { Values(key, property::Ints, &value, 1); }
-    void operator()(std::string_view key, const float& value) { Values(key, property::Floats, &value, 1); }
-    void operator()(std::string_view key, const std::vector<std::int32_t>& values) {
-        Values(key, property::Ints, values.data(), values.size());
+    template <class Number>
+    void operator()(std::string_view key, const Number& value) {
+        Values(key, TypeOf<Number>(), &value, 1);
     }
-    void operator()(std::string_view key, const std::vector<float>& values) {
-        Values(key, property::Floats, values.data(), values.size());
-    }
-    void operator()(std::string_view key, const std::vector<BaseStrengths>& values) {
-        Values(key, property::Floats, values.data(), values.size());
+    template <class Element>
+    void operator()(std::string_view key, const std::vector<Element>& values) {
+        Values(key, TypeOf<Element>(), values.data(), values.size());
     }
     void Halves(std::string_view key, const std::vector<std::int32_t>& values) {
         Values(key, property::Shorts, values.data(), values.size());
     }
 
   private:
-    template <class T>
-    void Values(std::string_view key, property::Type type, const T* values, std::size_t count) {
-        const std::size_t size = count * sizeof(T);
+    template <class Element>
+    void Values(std::string_view key, property::Type type, const Element* values, std::size_t count) {
+        const std::size_t size = count * sizeof(Element);
         Put(key, type, static_cast<std::uint32_t>(size / CPropertyTree::ElementSize(type)), values, size);
     }
 
     void Put(std::string_view key, property::Type type, std::uint32_t count, const void* data, std::size_t size) {
-        ok = ok && size <= property::largestLength;
-        if (!ok) return;
+        isGood = isGood && size <= property::largestLength;
+        if (!isGood) return;
         EnsureRoom(tree, key, tail, std::max<std::size_t>(size, 1));
         CPropertyTree::Position end = tree.data() + tail;
-        ok = CPropertyTree::Put(key, tree.data(), tree.data() + tree.size(), type, count, data, end) >= 0;
+        isGood = CPropertyTree::Put(key, tree.data(), tree.data() + tree.size(), type, count, data, end) >= 0;
         tail = static_cast<std::size_t>(end - tree.data());
     }
 
     std::vector<std::uint8_t>& tree;
     std::size_t& tail;
+    bool isGood = true;
 };
 
 // --- The keys. Info is CSampleInfo or const CSampleInfo, Analysis likewise.
@@ -234,17 +230,18 @@ bool StoreKeys(std::vector<std::uint8_t>& tree, std::size_t& tail, const CSample
         WalkChannel(writer, i + 1, base, channel.dye, channel.filter);
     }
     WalkPlace(writer, info);
-    if (!writer.ok) return false;
+    if (!writer.IsGood()) return false;
     writer("BASE CALLER", analysis.baseCaller);
     if (!analysis.basecallError.empty()) {
-        writer.ok = true;  // a failed sample needs its reason more than the name
-        writer("BASECALL ERROR", analysis.basecallError);
-        return writer.ok;
+        // Also when the name could not be stored: a failed sample needs its reason more.
+        KeyWriter reason(tree, tail);
+        reason("BASECALL ERROR", analysis.basecallError);
+        return reason.IsGood();
     }
     WalkBases(writer, analysis);
     WalkStarts(writer, analysis);
     WalkMeasurements(writer, analysis);
-    return writer.ok;
+    return writer.IsGood();
 }
 
 void EnsureRoom(std::vector<std::uint8_t>& tree, std::string_view key, std::size_t tail, std::size_t dataSize) {

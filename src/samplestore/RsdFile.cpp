@@ -4,14 +4,17 @@
 #include <cerrno>
 #include <cstring>
 #include <limits>
+#include <tuple>
 
 #include "samplestore/PropertyKeys.h"
 #include "samplestore/PropertyTree.h"
 #include "samplestore/XorWords.h"
 
+using platform::Error;
+using platform::success;
+
 namespace {
 
-constexpr std::int32_t success = 0;
 constexpr std::uint32_t largestTree = 1000000;
 constexpr std::size_t newTreeSize = 2048;
 
@@ -21,18 +24,13 @@ std::uint32_t RoundUp4(std::uint32_t size) {
 }
 
 // Fills `out` from the present position; a file that ends before is malformed.
-std::int32_t ReadAll(platform::File& file, std::span<std::byte> out) {
+Error ReadAll(platform::File& file, std::span<std::byte> out) {
     std::size_t got = 0;
-    const std::int32_t error = file.Read(out, got);
-    if (error != success) return error;
+    if (const Error error = file.Read(out, got)) return error;
     return got == out.size() ? success : CRsdFile::malformed;
 }
 
 }  // namespace
-
-CRsdFile::~CRsdFile() {
-    Close();
-}
 
 void CRsdFile::Reset() {
     readOnly = infoDirty = scansDirty = false;
@@ -42,47 +40,48 @@ void CRsdFile::Reset() {
     scans.clear();
 }
 
-std::int32_t CRsdFile::Open(const std::string& path, bool forReading) {
+Error CRsdFile::Open(const std::string& path, bool forReading) {
     if (file.IsOpen()) return notStored;
-    const std::int32_t error = file.Open(path, forReading ? platform::OpenMode::Read : platform::OpenMode::Update);
-    if (error != success) return error;
+    const auto mode = forReading ? platform::OpenMode::Read : platform::OpenMode::Update;
+    if (const Error error = file.Open(path, mode)) return error;
     Reset();
     readOnly = forReading;
     return success;
 }
 
-std::int32_t CRsdFile::ReadTrailer() {
+Error CRsdFile::ReadTrailer() {
     if (trailer) return success;
-    std::int32_t error = file.SeekFromEnd(-static_cast<std::int64_t>(CRsdTrailer::size));
-    if (error != success) return error;
+    if (const Error error = file.SeekFromEnd(-static_cast<std::int64_t>(CRsdTrailer::size))) return error;
     auto image = std::make_unique<CRsdTrailer>();
-    error = ReadAll(file, std::as_writable_bytes(std::span(image->bytes)));
-    if (error != success) return error;
+    if (const Error error = ReadAll(file, std::as_writable_bytes(std::span(image->bytes)))) return error;
     if (!image->IsVersionValid()) return malformed;
     image->SetSizes(image->TotalSize(), RoundUp4(image->TreeSize()));
     trailer = std::move(image);
     return success;
 }
 
+// Moves to `size` bytes before the end; a file that does not have so many is malformed.
+Error CRsdFile::SeekFromEnd(std::int64_t size) {
+    const Error error = file.SeekFromEnd(-size);
+    return error == EINVAL ? malformed : error;
+}
+
 // Reads the tree block that the trailer tells of. A block that does not lie inside the file is malformed, and is found
 // so before there is any room made for it.
-std::int32_t CRsdFile::ReadTree() {
+Error CRsdFile::ReadTree() {
     if (trailer->TreeSize() > trailer->TotalSize()) return malformed;
-    const std::int32_t error = file.SeekFromEnd(-static_cast<std::int64_t>(trailer->TotalSize()));
-    if (error != success) return error == EINVAL ? malformed : error;
+    if (const Error error = SeekFromEnd(trailer->TotalSize())) return error;
     tree.resize(trailer->TreeSize());
     return ReadAll(file, std::as_writable_bytes(std::span(tree)));
 }
 
-std::int32_t CRsdFile::ReadInfo(CSampleInfo& out) {
+Error CRsdFile::ReadInfo(CSampleInfo& out) {
     if (!infoDirty) {
-        std::int32_t error = ReadTrailer();
-        if (error != success) return error;
+        if (const Error error = ReadTrailer()) return error;
         trailer->Decode(info);
         if (trailer->TreeSize() > largestTree) return treeTooLarge;
         if (trailer->TreeSize() != 0) {
-            error = ReadTree();
-            if (error != success) return error;
+            if (const Error error = ReadTree()) return error;
             ReadKeys(tree, info);
         }
     }
@@ -90,21 +89,19 @@ std::int32_t CRsdFile::ReadInfo(CSampleInfo& out) {
     return success;
 }
 
-std::int32_t CRsdFile::WriteInfo(const CSampleInfo& newInfo) {
+Error CRsdFile::WriteInfo(const CSampleInfo& newInfo) {
     if (readOnly) return isReadOnly;
     info = newInfo;
     infoDirty = true;
     return success;
 }
 
-std::int32_t CRsdFile::GetScanCount(std::uint32_t& count) {
+Error CRsdFile::GetScanCount(std::uint32_t& count) {
     std::uint64_t records = scans.size();
     if (!scansDirty) {
-        std::int32_t error = ReadTrailer();
-        if (error != success) return error;
+        if (const Error error = ReadTrailer()) return error;
         std::int64_t length = 0;
-        error = file.Length(length);
-        if (error != success) return error;
+        if (const Error error = file.Length(length)) return error;
         length -= trailer->TotalSize() != 0 ? trailer->TotalSize() : CRsdTrailer::size;
         if (length < 0) return malformed;
         records = static_cast<std::uint64_t>(length) / scanRecordSize;
@@ -114,23 +111,21 @@ std::int32_t CRsdFile::GetScanCount(std::uint32_t& count) {
     return success;
 }
 
-std::int32_t CRsdFile::ReadScans(std::span<ScanRecord> destination) {
+Error CRsdFile::ReadScans(std::span<ScanRecord> destination) {
     if (scansDirty) {
         if (destination.size() > scans.size()) return malformed;
         std::copy_n(scans.begin(), destination.size(), destination.begin());
         return success;
     }
     std::uint32_t count = 0;
-    std::int32_t error = GetScanCount(count);
-    if (error != success) return error;
+    if (const Error error = GetScanCount(count)) return error;
     if (destination.size() > count) return malformed;
     if (destination.empty()) return success;
-    error = file.SeekSet(0);
-    if (error != success) return error;
+    if (const Error error = file.SeekSet(0)) return error;
     return ReadAll(file, std::as_writable_bytes(destination));
 }
 
-std::int32_t CRsdFile::WriteScans(std::vector<ScanRecord> records) {
+Error CRsdFile::WriteScans(std::vector<ScanRecord> records) {
     if (readOnly) return isReadOnly;
     scans = std::move(records);
     scansDirty = true;
@@ -139,43 +134,38 @@ std::int32_t CRsdFile::WriteScans(std::vector<ScanRecord> records) {
 
 // Gives the checksum's share of tree and trailer as the file has them, and the tree in memory. Without a tree block the
 // share is 0 and `tree` stays as it is.
-std::int32_t CRsdFile::LoadTree(std::uint32_t& share) {
+Error CRsdFile::LoadTree(std::uint32_t& share) {
     share = 0;
-    std::int32_t error = ReadTrailer();
-    if (error != success || trailer->TotalSize() == 0 || trailer->TreeSize() == 0) return error;
-    error = ReadTree();
-    if (error != success) return error;
+    if (const Error error = ReadTrailer()) return error;
+    if (trailer->TotalSize() == 0 || trailer->TreeSize() == 0) return success;
+    if (const Error error = ReadTree()) return error;
     share = XorWords(std::as_bytes(std::span(tree))) ^ trailer->Share();
     return success;
 }
 
 // Takes the scan block's share of the checksum from the stored one, so the scans need not be read, and goes to where
 // the next write replaces tree and trailer.
-std::int32_t CRsdFile::SeekToTree(std::uint32_t& scansXor) {
+Error CRsdFile::SeekToTree(std::uint32_t& scansXor) {
     std::uint32_t share = 0;
-    std::int32_t error = LoadTree(share);
-    if (error != success) return error;
+    if (const Error error = LoadTree(share)) return error;
     scansXor = trailer->Checksum() ^ share;
-    const std::int64_t tailSize = trailer->TotalSize() != 0 ? trailer->TotalSize() : CRsdTrailer::size;
-    error = file.SeekFromEnd(-tailSize);
-    return error == EINVAL ? malformed : error;
+    return SeekFromEnd(trailer->TotalSize() != 0 ? trailer->TotalSize() : CRsdTrailer::size);
 }
 
 // Writes the new scan block; behind it the tree and trailer that are there, unless StoreInfo is to write new ones.
-std::int32_t CRsdFile::StoreScans(std::uint32_t& scansXor) {
+Error CRsdFile::StoreScans(std::uint32_t& scansXor) {
     std::uint32_t share = 0;
-    std::int32_t error = LoadTree(share);
-    if (error != success) return error;
+    if (const Error error = LoadTree(share)) return error;
     const auto block = std::as_bytes(std::span(scans));
     scansXor = XorWords(block);
-    error = file.SeekSet(0);
-    if (error == success) error = file.Write(block);
-    if (error != success || infoDirty) return error;
+    if (const Error error = file.SeekSet(0)) return error;
+    if (const Error error = file.Write(block)) return error;
+    if (infoDirty) return success;
     trailer->SetChecksum(scansXor ^ share);
     return WriteTail(tree.size());
 }
 
-std::int32_t CRsdFile::StoreInfo(std::uint32_t scansXor) {
+Error CRsdFile::StoreInfo(std::uint32_t scansXor) {
     trailer->Encode(info);
     const std::uint8_t* end = CPropertyTree::FindEnd(tree.data(), tree.data() + tree.size());
     if (!end) {
@@ -199,28 +189,33 @@ std::int32_t CRsdFile::StoreInfo(std::uint32_t scansXor) {
 }
 
 // Writes `treeSize` bytes of the tree and the trailer in one go, and ends the file there.
-std::int32_t CRsdFile::WriteTail(std::size_t treeSize) {
+Error CRsdFile::WriteTail(std::size_t treeSize) {
     std::vector<std::uint8_t> block;
     block.reserve(treeSize + CRsdTrailer::size);
     block.insert(block.end(), tree.begin(), tree.begin() + static_cast<std::ptrdiff_t>(treeSize));
     block.insert(block.end(), trailer->bytes.begin(), trailer->bytes.end());
-    std::int32_t error = file.Write(std::as_bytes(std::span(block)));
+    if (const Error error = file.Write(std::as_bytes(std::span(block)))) return error;
     std::int64_t position = 0;
-    if (error == success) error = file.Tell(position);
-    return error == success ? file.Truncate(position) : error;
+    if (const Error error = file.Tell(position)) return error;
+    return file.Truncate(position);
 }
 
-std::int32_t CRsdFile::Commit() {
-    if (readOnly) return isReadOnly;
+Error CRsdFile::Store() {
     std::uint32_t scansXor = 0;
-    std::int32_t error = success;
-    if (scansDirty)
-        error = StoreScans(scansXor);
-    else if (infoDirty)
-        error = SeekToTree(scansXor);
-    if (error == success && infoDirty) error = StoreInfo(scansXor);
-    if (error == success) error = file.Flush();
-    if (error != success) {
+    if (scansDirty) {
+        if (const Error error = StoreScans(scansXor)) return error;
+    } else if (infoDirty) {
+        if (const Error error = SeekToTree(scansXor)) return error;
+    }
+    if (infoDirty) {
+        if (const Error error = StoreInfo(scansXor)) return error;
+    }
+    return file.Flush();
+}
+
+Error CRsdFile::Commit() {
+    if (readOnly) return isReadOnly;
+    if (const Error error = Store()) {
         // The image may be ahead of the file by now; another try goes by what the file says.
         trailer.reset();
         return error;
@@ -229,14 +224,18 @@ std::int32_t CRsdFile::Commit() {
     return success;
 }
 
-std::int32_t CRsdFile::Close() {
+Error CRsdFile::Close() {
     if (!file.IsOpen()) return success;
-    const std::int32_t committed = readOnly ? success : Commit();
-    const std::int32_t closed = file.Close();
-    if (committed != success) return committed;
-    if (closed != success) return closed;
+    const Error committed = readOnly ? success : Commit();
+    const Error closed = file.Close();
+    if (committed) return committed;
+    if (closed) return closed;
     readOnly = false;
     tree.clear();
     trailer.reset();
     return success;
+}
+
+void CRsdFile::CloseQuietly() {
+    std::ignore = Close();
 }

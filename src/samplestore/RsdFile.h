@@ -16,49 +16,54 @@
 // One sample file at a time. Changes live in memory until Commit, which rewrites the file in place; a write that fails
 // part way leaves it damaged, so work on a copy.
 //
-// Results: 0, or the system's errno value, or one of these.
+// Errors: those of the host, or one of these.
 class CRsdFile {
   public:
-    static constexpr std::int32_t notStored = -1;    // Open on an open object; a key that the tree does not take
-    static constexpr std::int32_t treeTooLarge = 1;  // a tree block above 1,000,000 bytes
-    static constexpr std::int32_t isReadOnly = 13;   // EACCES: a write on a file opened for reading
-    static constexpr std::int32_t malformed = 34;    // ERANGE: short read, bad version, sizes beyond the file
+    using Error = platform::Error;
+    static constexpr Error notStored{-1};    // Open on an open object; a key that the tree does not take
+    static constexpr Error treeTooLarge{1};  // a tree block above 1,000,000 bytes
+    static constexpr Error isReadOnly{13};   // EACCES: a write on a file opened for reading
+    static constexpr Error malformed{34};    // ERANGE: short read, bad version, sizes beyond the file
 
     CRsdFile() = default;
     // Closes, and so commits; whoever needs the result calls Close.
-    ~CRsdFile();
+    ~CRsdFile() { CloseQuietly(); }
     CRsdFile(const CRsdFile&) = delete;
     CRsdFile& operator=(const CRsdFile&) = delete;
 
     // Opens an existing file, for reading only or for update.
-    std::int32_t Open(const std::string& path, bool readOnly);
+    Error Open(const std::string& path, bool readOnly);
     bool IsOpen() const { return file.IsOpen(); }
 
     // The description: as the file has it or, after WriteInfo, as it was given.
-    std::int32_t ReadInfo(CSampleInfo& out);
-    std::int32_t WriteInfo(const CSampleInfo& newInfo);
+    Error ReadInfo(CSampleInfo& out);
+    Error WriteInfo(const CSampleInfo& newInfo);
 
     // Number of whole records in the scan block.
-    std::int32_t GetScanCount(std::uint32_t& count);
+    Error GetScanCount(std::uint32_t& count);
     // The first destination.size() records; malformed if the block has fewer.
-    std::int32_t ReadScans(std::span<ScanRecord> destination);
+    Error ReadScans(std::span<ScanRecord> destination);
     // Replaces the scan block.
-    std::int32_t WriteScans(std::vector<ScanRecord> records);
+    Error WriteScans(std::vector<ScanRecord> records);
 
     // Brings the file up to date and has the system put it on the disk. What failed to be stored stays pending.
-    std::int32_t Commit();
-    // Commits unless read-only, and closes the file whatever the result. 0 when nothing is open.
-    std::int32_t Close();
+    Error Commit();
+    // Commits unless read-only, and closes the file whatever the result. No error when nothing is open.
+    Error Close();
+    // The same when nothing depends on the result, as after reading.
+    void CloseQuietly();
 
   private:
     void Reset();
-    std::int32_t ReadTrailer();
-    std::int32_t ReadTree();
-    std::int32_t LoadTree(std::uint32_t& share);
-    std::int32_t SeekToTree(std::uint32_t& scansXor);
-    std::int32_t StoreScans(std::uint32_t& scansXor);
-    std::int32_t StoreInfo(std::uint32_t scansXor);
-    std::int32_t WriteTail(std::size_t treeSize);
+    Error ReadTrailer();
+    Error SeekFromEnd(std::int64_t size);
+    Error ReadTree();
+    Error LoadTree(std::uint32_t& share);
+    Error Store();
+    Error SeekToTree(std::uint32_t& scansXor);
+    Error StoreScans(std::uint32_t& scansXor);
+    Error StoreInfo(std::uint32_t scansXor);
+    Error WriteTail(std::size_t treeSize);
 
     platform::File file;
     bool readOnly = false;

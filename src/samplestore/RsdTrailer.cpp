@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t plateColumnsAt = 496, plateRowsAt = 500;
 constexpr std::size_t totalSizeAt = 454, treeSizeAt = 458;
+constexpr std::size_t rawFlagAt = 596, saturatedFlagAt = 600;
 constexpr std::size_t versionAt = 604, checksumAt = 628;
 constexpr std::int32_t defaultColumns = 12, defaultRows = 8;
 
@@ -22,14 +23,31 @@ void StoreText(std::uint8_t* field, std::size_t size, const std::string& text) {
     std::fill(field + length, field + size, std::uint8_t{0});
 }
 
-template <std::size_t N>
-void LoadBytes(const std::uint8_t* field, std::array<char, N>& out) {
-    std::memcpy(out.data(), field, N);
-}
-
-template <std::size_t N>
-void StoreBytes(std::uint8_t* field, const std::array<char, N>& from) {
-    std::memcpy(field, from.data(), N);
+// The fields that are both read and written. Info is CSampleInfo or const CSampleInfo.
+template <class Access, class Info>
+void WalkFields(Access access, Info& info) {
+    access(24, info.operatorName);
+    access(54, info.runVoltage);
+    access(58, info.runTime);
+    access(62, info.injectionTime);
+    access(66, info.injectionVoltage);
+    access(70, info.temperature);
+    access(74, info.laserIndex);
+    access(78, info.pmtVoltage1);
+    access(82, info.pmtVoltage2);
+    access(266, info.runParameters);
+    access(294, info.separationMatrix);
+    access(358, info.channelBase);
+    access(398, info.instrumentId);
+    access(420, info.reservedText);
+    access(568, info.runId);
+    access(versionAt, info.version);
+    access(608, info.runStart);
+    access(612, info.runStop);
+    access(616, info.scanCount);
+    access(620, info.scanRate);
+    access(625, info.capillaries);
+    access(626, info.trailerByte626);
 }
 
 }  // namespace
@@ -40,77 +58,29 @@ bool CRsdTrailer::IsVersionValid() const {
     return version >= 1.1 && version <= 1000.0;
 }
 
+// Fields are moved as they lie in memory, whose numbers are little-endian too (LittleEndian.h).
+
 void CRsdTrailer::Decode(CSampleInfo& info) const {
-    const std::uint8_t* b = bytes.data();
-    LoadBytes(b + 24, info.operatorName);
-    info.runVoltage = LoadFloat(b + 54);
-    info.runTime = LoadFloat(b + 58);
-    info.injectionTime = LoadFloat(b + 62);
-    info.injectionVoltage = LoadFloat(b + 66);
-    info.temperature = LoadFloat(b + 70);
-    info.laserIndex = LoadI32(b + 74);
-    info.pmtVoltage1 = LoadFloat(b + 78);
-    info.pmtVoltage2 = LoadFloat(b + 82);
-    for (std::size_t i = 0; i < info.runParameters.size(); ++i)
-        info.runParameters[i] = LoadI32(b + 266 + 4 * i);
-    for (std::size_t i = 0; i < 16; ++i)
-        info.separationMatrix[i / 4][i % 4] = LoadFloat(b + 294 + 4 * i);
-    for (std::size_t i = 0; i < channelCount; ++i)
-        LoadBytes(b + 358 + 10 * i, info.channelBase[i]);
-    LoadBytes(b + 398, info.instrumentId);
-    LoadBytes(b + 420, info.reservedText);
-    info.plateColumns = LoadI32(b + plateColumnsAt);
+    WalkFields([&](std::size_t at, auto& field) { std::memcpy(&field, &bytes[at], sizeof field); }, info);
+    info.plateColumns = LoadI32(&bytes[plateColumnsAt]);
     if (info.plateColumns < 1) info.plateColumns = defaultColumns;
-    info.plateRows = LoadI32(b + plateRowsAt);
+    info.plateRows = LoadI32(&bytes[plateRowsAt]);
     if (info.plateRows < 1) info.plateRows = defaultRows;
-    LoadBytes(b + 568, info.runId);
-    info.processed = LoadI32(b + 596) != 1;
-    info.saturated = LoadI32(b + 600) != 0;
-    info.version = LoadFloat(b + versionAt);
-    info.runStart = LoadI32(b + 608);
-    info.runStop = LoadI32(b + 612);
-    info.scanCount = LoadU32(b + 616);
-    info.scanRate = LoadI32(b + 620);
-    info.capillaries = b[625];
-    info.trailerByte626 = b[626];
+    info.processed = LoadI32(&bytes[rawFlagAt]) != 1;
+    info.saturated = LoadI32(&bytes[saturatedFlagAt]) != 0;
 }
 
 void CRsdTrailer::Encode(const CSampleInfo& info) {
-    std::uint8_t* b = bytes.data();
-    StoreText(b, 24, info.sampleName);
-    StoreBytes(b + 24, info.operatorName);
-    StoreFloat(b + 54, info.runVoltage);
-    StoreFloat(b + 58, info.runTime);
-    StoreFloat(b + 62, info.injectionTime);
-    StoreFloat(b + 66, info.injectionVoltage);
-    StoreFloat(b + 70, info.temperature);
-    StoreI32(b + 74, info.laserIndex);
-    StoreFloat(b + 78, info.pmtVoltage1);
-    StoreFloat(b + 82, info.pmtVoltage2);
-    StoreText(b + 86, 30, info.beamSplitterA);
-    StoreText(b + 116, 30, info.beamSplitterB);
+    WalkFields([&](std::size_t at, const auto& field) { std::memcpy(&bytes[at], &field, sizeof field); }, info);
+    StoreI32(&bytes[rawFlagAt], info.processed ? 0 : 1);
+    StoreI32(&bytes[saturatedFlagAt], info.saturated ? 1 : 0);
+    StoreText(&bytes[0], 24, info.sampleName);
+    StoreText(&bytes[86], 30, info.beamSplitterA);
+    StoreText(&bytes[116], 30, info.beamSplitterB);
     for (std::size_t i = 0; i < channelCount; ++i)
-        StoreText(b + 146 + 30 * i, 30, info.channel[i].filter);
-    for (std::size_t i = 0; i < info.runParameters.size(); ++i)
-        StoreI32(b + 266 + 4 * i, info.runParameters[i]);
-    for (std::size_t i = 0; i < 16; ++i)
-        StoreFloat(b + 294 + 4 * i, info.separationMatrix[i / 4][i % 4]);
-    for (std::size_t i = 0; i < channelCount; ++i)
-        StoreBytes(b + 358 + 10 * i, info.channelBase[i]);
-    StoreBytes(b + 398, info.instrumentId);
-    StoreBytes(b + 420, info.reservedText);
-    std::memcpy(b + 450, "ESD1", 4);
-    StoreBytes(b + 568, info.runId);
-    StoreText(b + 574, 18, info.plateId);
-    StoreI32(b + 596, info.processed ? 0 : 1);
-    StoreI32(b + 600, info.saturated ? 1 : 0);
-    StoreFloat(b + versionAt, info.version);
-    StoreI32(b + 608, info.runStart);
-    StoreI32(b + 612, info.runStop);
-    StoreU32(b + 616, info.scanCount);
-    StoreI32(b + 620, info.scanRate);
-    b[625] = info.capillaries;
-    b[626] = info.trailerByte626;
+        StoreText(&bytes[146 + 30 * i], 30, info.channel[i].filter);
+    StoreText(&bytes[574], 18, info.plateId);
+    std::memcpy(&bytes[450], "ESD1", 4);
 }
 
 void CRsdTrailer::SetPlateSize(std::int32_t columns, std::int32_t rows) {

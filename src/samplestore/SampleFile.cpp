@@ -5,14 +5,17 @@
 #include <cstring>
 #include <new>
 
+#include "config/RunSettings.h"
 #include "discovery/SplitPath.h"
 #include "platform/Ascii.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
-#include "run/RunSettings.h"
+#include "run/Plate.h"
 #include "samplestore/RsdFile.h"
+
+using platform::Error;
 
 namespace {
 
@@ -28,8 +31,8 @@ SampleKind KindFromSignature(const std::string& path) {
     std::array<char, needed> head{};
     std::size_t got = 0;
     platform::File file;
-    if (file.Open(path, platform::OpenMode::Read) != 0 ||
-        file.Read(std::as_writable_bytes(std::span(head)), got) != 0 || got < needed)
+    if (file.Open(path, platform::OpenMode::Read) || file.Read(std::as_writable_bytes(std::span(head)), got) ||
+        got < needed)
         return SampleKind::Processed;
     if (std::memcmp(head.data(), "ABIF\0etdir", 10) == 0) return SampleKind::Abif;
     if (std::memcmp(head.data(), ".scf", 4) == 0) return SampleKind::Scf;
@@ -40,34 +43,33 @@ SampleKind KindFromSignature(const std::string& path) {
 // that a load need not read them again.
 SampleKind Examine(const std::string& path, CRsdFile& file, CSampleInfo& description) {
     if (!HasSampleExtension(path)) return KindFromSignature(path);
-    if (file.Open(path, true) != 0) {
+    if (file.Open(path, true)) {
         platform::ShowBox("cannot read the file");
         return SampleKind::Unreadable;
     }
-    if (file.ReadInfo(description) != 0) {
-        file.Close();
+    if (file.ReadInfo(description)) {
+        file.CloseQuietly();
         return SampleKind::Unreadable;
     }
     return description.processed ? SampleKind::Processed : SampleKind::Raw;
 }
 
-void LogFailure(CPlate& plate, const std::string& message, std::int32_t error) {
+void LogFailure(CPlate& plate, const std::string& message, Error error) {
     plate.Log(message);
-    plate.Log(platform::ErrorText(error));
+    plate.Log(error.Text());
     plate.Log("\r\n");
 }
 
 // Scan count and scans of an open file into the trace. A count that is not the one of the description gives
-// `mismatch` and the code 0.
-std::int32_t ReadTrace(CRsdFile& file, CCapTrace& trace, const CSampleInfo& info, bool& mismatch) {
+// `mismatch` and no error.
+Error ReadTrace(CRsdFile& file, CCapTrace& trace, const CSampleInfo& info, bool& mismatch) {
     std::uint32_t count = 0;
-    std::int32_t error = file.GetScanCount(count);
-    mismatch = error == 0 && count != info.scanCount;
-    if (error != 0 || mismatch) return error;
+    if (const Error error = file.GetScanCount(count)) return error;
+    mismatch = count != info.scanCount;
+    if (mismatch) return platform::success;
     try {
         std::vector<ScanRecord> scans(count);
-        error = file.ReadScans(scans);
-        if (error != 0) return error;
+        if (const Error error = file.ReadScans(scans)) return error;
         trace.scanCount = count;
         trace.BuildFromScans(std::move(scans), info.analysis);
     } catch (const std::bad_alloc&) {
@@ -75,7 +77,7 @@ std::int32_t ReadTrace(CRsdFile& file, CCapTrace& trace, const CSampleInfo& info
         trace.FreeArrays();
         return ENOMEM;
     }
-    return 0;
+    return platform::success;
 }
 
 }  // namespace
@@ -111,13 +113,11 @@ std::int32_t CSampleFile::LoadProcessed(CTraceFile& holder, std::int32_t readInf
     if (file.IsOpen()) {
         if (readInfo) info = std::move(description);
     } else {
-        std::int32_t error = file.Open(holder.path, true);
-        if (error != 0) {
+        if (const Error error = file.Open(holder.path, true)) {
             LogFailure(*plate, FormatMessage(MessageId::CannotOpenInput, {holder.path}), error);
             return 0;
         }
-        error = readInfo ? file.ReadInfo(info) : 0;
-        if (error != 0) {
+        if (const Error error = readInfo ? file.ReadInfo(info) : platform::success) {
             constexpr std::string_view reason = ". Wrong file format.The file may contain analyzed data";
             LogFailure(*plate, FormatMessage(MessageId::Skipped, {reason}), error);
             return 0;
@@ -125,27 +125,23 @@ std::int32_t CSampleFile::LoadProcessed(CTraceFile& holder, std::int32_t readInf
     }
 
     bool mismatch = false;
-    const std::int32_t error = ReadTrace(file, *holder.trace, info, mismatch);
-    if (error != 0 || mismatch) {
+    const Error error = ReadTrace(file, *holder.trace, info, mismatch);
+    if (error || mismatch) {
         constexpr std::string_view reason = ". Wrong file format.The file may be corrupted";
         LogFailure(*plate, FormatMessage(MessageId::Skipped, {reason}), error);
         return 0;
     }
     if (CProcessedTrace* processed = holder.Processed()) processed->separationMatrix = info.separationMatrix;
-    file.Close();
     return 1;
 }
 
 std::int32_t CSampleFile::Load(const std::string& path, std::int32_t processed) {
     plate->Log(FormatMessage(MessageId::Loading, {fileName, plate->name, platform::LocalTimeText()}));
-    std::string fallbackOrder;
-    if (const CBaseCallerSet* settings = RunSettings(*this)) fallbackOrder = settings->baseOrder;
-
     CTraceFile* holder = CreateProcessedTrace(path, processed, nullptr);
     if (!LoadProcessed(*holder, 1)) return 0;
     if (info.processed != (processed != 0)) return 0;
 
-    ResolveBaseOrder(fallbackOrder);
+    ResolveBaseOrder(plate->Settings().baseOrder);
     FillChannelOrders();
     baseOrder[4] = 'N';
     baseOrder[5] = '\0';

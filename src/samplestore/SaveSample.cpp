@@ -1,11 +1,12 @@
 // CSampleFile: storing a base call as a new file, an updated copy of the raw one.
 #include <cerrno>
 
+#include "export/Formats.h"
+#include "platform/AtomicFile.h"
 #include "platform/Files.h"
-#include "platform/PassingFile.h"
-#include "records/HtmlFile.h"
 #include "records/Messages.h"
-#include "run/RunSettings.h"
+#include "run/Plate.h"
+#include "run/RunDriver.h"
 #include "samplestore/RsdFile.h"
 #include "samplestore/SampleFile.h"
 
@@ -14,12 +15,12 @@ namespace {
 constexpr std::int32_t highestProcedure = 5;
 
 // A folder in the place of the file counts too: the right to replace it by a file is never given.
-bool IsAccessDenied(std::int32_t error) {
+bool IsAccessDenied(platform::Error error) {
     return error == EACCES || error == EPERM || error == EROFS || error == EISDIR;
 }
 
-// The target of a storing: made under a passing name, so that nothing half-made is ever taken for stored calls, be the
-// program ended when it may. What must be told of a failure is told here.
+// The stored file: a copy of the raw one that is changed under a temporary name, so a crash never leaves a partial file
+// that a later run would take for stored calls. Reports and logs its failures.
 class CSampleCopy {
   public:
     CSampleCopy(const CSampleFile& owner, const std::string& path) : sample(owner), target(path) {}
@@ -28,32 +29,36 @@ class CSampleCopy {
     // target itself.
     bool Open() {
         if (!sample.rawTrace || platform::IsSameFile(sample.rawTrace->path, target)) return false;
-        std::int32_t error = passing.Begin(target);
-        if (error == 0) error = platform::CopyFile(sample.rawTrace->path, passing.Name());
-        if (error != 0) {
-            CRunDriver* driver = sample.plate->driver;
-            if (IsAccessDenied(error) && driver) driver->Report("Access is denied");
+        if (const platform::Error error = Copy()) {
+            if (IsAccessDenied(error)) sample.plate->driver->Report("Access is denied");
             return false;
         }
-        if (platform::SetNormalAttributes(passing.Name()) != 0) return false;
-        if (file.Open(passing.Name(), false) == 0) return true;
+        if (platform::SetNormalAttributes(copy.TemporaryName())) return false;
+        if (!file.Open(copy.TemporaryName(), false)) return true;
         sample.plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {target}));
         return false;
     }
-    // Stores what is pending and gives the file its name.
+    // Stores the description and the scans.
+    bool Store(const CSampleInfo& info, std::vector<ScanRecord> scans) {
+        return !file.WriteInfo(info) && !file.WriteScans(std::move(scans));
+    }
+    // Puts what was stored on the disk and gives the file its name.
     bool Close() {
-        if (file.Close() == 0 && passing.Finish() == 0) return true;
+        if (!file.Close() && !copy.Commit()) return true;
         sample.plate->Log(FormatMessage(MessageId::WriteFailed, {target}));
         return false;
     }
 
   private:
+    platform::Error Copy() {
+        if (const platform::Error error = copy.Open(target)) return error;
+        return platform::CopyFile(sample.rawTrace->path, copy.TemporaryName());
+    }
+
     const CSampleFile& sample;
     const std::string target;
-    platform::PassingFile passing;
-
-  public:
-    CRsdFile file;  // closed ahead of `passing`, which removes what was not finished
+    platform::AtomicFile copy;
+    CRsdFile file;  // the copy, while it is changed
 };
 
 }  // namespace
@@ -67,16 +72,15 @@ std::int32_t CSampleFile::SaveProcessedSample(CTraceFile& holder, std::int32_t p
         CAnalysisInfo analysis = info.analysis;
         std::vector<ScanRecord> scans;
         trace->ToScans(scans, analysis);
-        copy.file.WriteScans(std::move(scans));
         info.scanCount = trace->scanCount;
         info.analysis = std::move(analysis);
         info.processed = true;
         if (procedureIndex == highestProcedure && trace->separationMatrix)
             info.separationMatrix = *trace->separationMatrix;
-        copy.file.WriteInfo(info);
+        if (!copy.Store(info, std::move(scans))) return 0;
     }
     if (!copy.Close()) return 0;
-    if (trace) plate->AddToMarkupLog(holder.path, markup::processedSection);
+    if (trace) Exported(*this, Format::Sample, holder.path);
     return 1;
 }
 
@@ -86,17 +90,14 @@ std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
     CSampleCopy copy(*this, holder.path);
     if (!copy.Open()) return 0;
 
-    const CBaseCallerSet* settings = RunSettings(*this);
-    if (settings && settings->currentCaller) info.analysis.baseCaller = settings->currentCaller->name;
+    info.analysis.baseCaller = plate->driver->baseCallers->currentCaller->name;
     info.scanCount = 1;
     info.processed = true;
-    copy.file.WriteInfo(info);
     ScanRecord placeholder;
     placeholder.words[0] = 1;
     for (int channel = 1; channel <= channelCount; ++channel)
         placeholder.SetFloat(channel, 1.0f);
-    copy.file.WriteScans({placeholder});
-    if (!copy.Close()) return 0;
-    plate->AddToMarkupLog(holder.path, markup::processedSection);
+    if (!copy.Store(info, {placeholder}) || !copy.Close()) return 0;
+    Exported(*this, Format::Sample, holder.path);
     return 1;
 }

@@ -5,7 +5,9 @@
 CTraceFile::CTraceFile(std::string filePath, CSampleFile* owner, bool processed, CBaseCaller* caller)
     : path(std::move(filePath)), sample(owner) {
     const CRuntimeClass& kind = processed ? CProcessedTrace::runtimeClass : CRawTrace::runtimeClass;
-    trace.reset(static_cast<CCapTrace*>(kind.create().release()));
+    std::unique_ptr<CObject> object = kind.create();
+    trace.reset(KindCast<CCapTrace>(object.get()));
+    if (trace) static_cast<void>(object.release());
     if (CProcessedTrace* made = Processed()) made->SetCallerInfo(caller);
 }
 

@@ -45,7 +45,7 @@ HRESULT CAbifFile::QueryInterface(const Guid& id, void*& interface) {
 HRESULT CAbifFile::OpenFile(const std::string& path, std::int32_t, std::int32_t& opened) {
     opened = 0;
     if (file.IsOpen()) return E_UNEXPECTED;
-    if (const int error = file.Open(path); error != 0) return HresultFromErrno(error);
+    if (const platform::Error error = file.Open(path)) return HresultFromErrno(error);
     tags.clear();
     qualities.reset();
     opened = 1;
@@ -66,8 +66,9 @@ HRESULT CAbifFile::CloseFile(std::int32_t& status) try {
     status = 0;
     if (!file.IsOpen()) return E_UNEXPECTED;
     AddDerivedTags();
-    const int error = file.Commit(Encode());
-    status = error == 0 ? 1 : 0;
+    file.Write(Encode());
+    const platform::Error error = file.Commit();
+    status = error ? 0 : 1;
     return HresultFromErrno(error);
 } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;

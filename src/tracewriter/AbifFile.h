@@ -31,11 +31,11 @@
 #include <utility>
 #include <vector>
 
+#include "platform/AtomicFile.h"
 #include "tracewriter/AbifElement.h"
 #include "tracewriter/IAbdQualities.h"
 #include "tracewriter/IAbdWriter.h"
 #include "tracewriter/IUnknown.h"
-#include "tracewriter/WholeFile.h"
 
 class CAbifFile final : public IUnknown, public IAbdWriter, public IAbdQualities {
   public:
@@ -54,7 +54,7 @@ class CAbifFile final : public IUnknown, public IAbdWriter, public IAbdQualities
   private:
     using TagKey = std::pair<std::string, std::int32_t>;  // name and number
 
-    CWholeFile file;
+    platform::AtomicFile file;
     std::map<TagKey, AbifElement> tags;
     std::optional<std::vector<float>> qualities;  // percent, a base each, when they were handed over
 

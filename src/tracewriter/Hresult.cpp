@@ -4,8 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "platform/Files.h"
-
 namespace {
 
 // Upper half of the codes that carry an errno value in their lower half.
@@ -25,10 +23,10 @@ constexpr std::array<std::pair<HRESULT, const char*>, 9> systemTexts{{
 
 }  // namespace
 
-HRESULT HresultFromErrno(int error) {
-    if (error == 0) return S_OK;
-    if (error < 0 || error > 0xFFFF) return E_FAIL;
-    return MakeHresult(hostFacility | static_cast<std::uint32_t>(error));
+HRESULT HresultFromErrno(platform::Error error) {
+    if (!error) return S_OK;
+    if (error.Code() < 0 || error.Code() > 0xFFFF) return E_FAIL;
+    return MakeHresult(hostFacility | static_cast<std::uint32_t>(error.Code()));
 }
 
 std::optional<std::string> SystemMessage(HRESULT code) {
@@ -36,6 +34,6 @@ std::optional<std::string> SystemMessage(HRESULT code) {
         std::find_if(systemTexts.begin(), systemTexts.end(), [code](const auto& entry) { return entry.first == code; });
     if (known != systemTexts.end()) return known->second;
     const std::uint32_t bits = static_cast<std::uint32_t>(code);
-    if ((bits & 0xFFFF0000u) == hostFacility) return platform::ErrorText(static_cast<int>(bits & 0xFFFFu));
+    if ((bits & 0xFFFF0000u) == hostFacility) return platform::Error(static_cast<int>(bits & 0xFFFFu)).Text();
     return std::nullopt;
 }

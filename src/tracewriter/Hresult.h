@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/Error.h"
+
 using HRESULT = std::int32_t;
 
 constexpr HRESULT MakeHresult(std::uint32_t bits) {
@@ -25,8 +27,8 @@ constexpr HRESULT DISP_E_BADINDEX = MakeHresult(0x8002000B);
 constexpr HRESULT firstInterfaceCode = MakeHresult(0x80040200);
 constexpr HRESULT lastInterfaceCode = MakeHresult(0x8004FFFF);
 
-// The failure for an errno value of the host system, in a facility of this component's own; S_OK for 0.
-HRESULT HresultFromErrno(int error);
+// The failure for an error of the host system, in a facility of this component's own; S_OK for none.
+HRESULT HresultFromErrno(platform::Error error);
 
 // What the system says about a code, without a line end; nothing when it knows none.
 std::optional<std::string> SystemMessage(HRESULT code);

@@ -5,7 +5,7 @@
 #include <new>
 #include <span>
 
-#include "tracewriter/WholeFile.h"
+#include "platform/AtomicFile.h"
 
 namespace {
 
@@ -94,9 +94,10 @@ HRESULT CScfFile::AddComment(const std::string& comment) try {
 }
 
 HRESULT CScfFile::SaveFile(const std::string& path) try {
-    CWholeFile file;
-    if (const int error = file.Open(path); error != 0) return HresultFromErrno(error);
-    return HresultFromErrno(file.Commit(Encode()));
+    platform::AtomicFile file;
+    if (const platform::Error error = file.Open(path)) return HresultFromErrno(error);
+    file.Write(Encode());
+    return HresultFromErrno(file.Commit());
 } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
 }

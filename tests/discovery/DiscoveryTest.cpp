@@ -19,7 +19,7 @@ CCommandLine Expanded(const Paths& words) {
     std::vector<const char*> argv = {"program"};
     for (const std::string& word : words)
         argv.push_back(word.c_str());
-    return {static_cast<int>(argv.size()), argv.data(), {"-BC"}, {"*.esd", "*.rsd"}};
+    return {static_cast<int>(argv.size()), argv.data(), {"-BC"}, types};
 }
 
 // Two plates, one of them with folders below, and one folder of another name. The working folder is the one above.
@@ -33,7 +33,7 @@ class Discovery : public testing::Test {
         ASSERT_EQ(platform::SetCurrentFolder(folder.Path()), 0);
         here = platform::CurrentFolder().value();
     }
-    void TearDown() override { platform::SetCurrentFolder(before); }
+    void TearDown() override { EXPECT_EQ(platform::SetCurrentFolder(before), 0); }
 
     testsupport::TempFolder folder;
     std::string before, here;
@@ -62,7 +62,8 @@ TEST_F(Discovery, APlainFolderIsOneLevelAndAWildcardATree) {
     EXPECT_EQ(scan.subfolders, (Paths{"P1", "p2", "P1\\dir.esd", "P1\\sub", "P1\\up"}));
     EXPECT_EQ(std::count(scan.files.begin(), scan.files.end(), "P1\\sub\\deep.esd"), 1);
     scan.Scan("none", types, false);
-    EXPECT_TRUE(scan.files.empty() && scan.subfolders.empty());
+    EXPECT_TRUE(scan.files.empty());
+    EXPECT_TRUE(scan.subfolders.empty());
 }
 
 TEST_F(Discovery, FoldersAndPlatesExpandInTheOrderOfTheCommandLine) {

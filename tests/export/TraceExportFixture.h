@@ -83,7 +83,7 @@ class TraceExportTest : public testing::Test {
 
     std::string Log() const {
         std::string text;
-        platform::ReadFile(folder + "/basecall.log", text);
+        static_cast<void>(platform::ReadFile(folder + "/basecall.log", text));
         return text;
     }
     std::string AbdPath() const { return folder + "/s1A01.abd"; }

@@ -17,7 +17,9 @@ namespace {
 
 std::string Names(const std::string& pattern) {
     std::string names;
-    for (const auto& entry : platform::FindFiles(pattern))
+    std::vector<platform::FoundEntry> entries;
+    static_cast<void>(platform::FindFiles(pattern, entries));
+    for (const auto& entry : entries)
         names += (names.empty() ? "" : " ") + entry.name + (entry.isDirectory ? "/" : "");
     return names;
 }

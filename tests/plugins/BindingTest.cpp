@@ -27,7 +27,8 @@ TEST_F(BindingTest, NamesLeadToLibraries) {
     // Of two files that differ in letter case the first is found, and that one is not there.
     EXPECT_EQ(Bound(list + "Three\tThree", "scripted.so", 0),
               "Cannot load Scripted.so \r\nThree\tThree" + unlisted + "Cannot load Scripted.so \r\n");
-    EXPECT_TRUE(set->dyeMatrix && !set->currentCaller);
+    EXPECT_TRUE(set->dyeMatrix);
+    EXPECT_FALSE(set->currentCaller);
 }
 
 TEST_F(BindingTest, ListsThatAreWrong) {
@@ -39,7 +40,8 @@ TEST_F(BindingTest, ListsThatAreWrong) {
     for (char c = 'a'; c < 'u'; ++c)
         many += std::string(1, c) + "\t" + c + "\n";
     Bound(many + "this line is not looked at", "", 0);
-    EXPECT_TRUE(set->callers.size() == 20 && set->callers[19]->id == 22931);
+    ASSERT_EQ(set->callers.size(), 20u);
+    EXPECT_EQ(set->callers[19]->id, 22931);
 }
 
 TEST_F(BindingTest, LibrariesStayLoadedWhileTheyAreCurrent) {
@@ -50,7 +52,8 @@ TEST_F(BindingTest, LibrariesStayLoadedWhileTheyAreCurrent) {
               "GetBaseCallerCod; CleanUp; GetBaseCallerCod; CleanUp; GetBaseCallerCod; GetBaseCallerCod; ");
     script->breaksOff = true;  // which must not end the program
     set.reset();
-    EXPECT_TRUE(Said("GetBaseCallerCod; CleanUp; ") && std::filesystem::current_path() == before);
+    EXPECT_TRUE(Said("GetBaseCallerCod; CleanUp; "));
+    EXPECT_EQ(std::filesystem::current_path(), before);
 }
 
 TEST_F(BindingTest, UnattendedRunsBindOne) {
@@ -60,7 +63,9 @@ TEST_F(BindingTest, UnattendedRunsBindOne) {
                "GATC, old\r\n1e-50 2 3 4\r\n5\t6 7 8 9 10 11 12 +13 14 15 1.6e1 17");
     EXPECT_EQ(one.BindOneCaller("missing"), 0);
     EXPECT_EQ(one.BindOneCaller("scripted.so"), 1);
-    EXPECT_TRUE(one.callers[1]->name == "One" && !one.callers[1]->module.IsOpen() && !one.currentCaller);
+    EXPECT_EQ(one.callers[1]->name, "One");
+    EXPECT_FALSE(one.callers[1]->module.IsOpen());
+    EXPECT_FALSE(one.currentCaller);
     EXPECT_EQ(one.annotationOn, 1);
     const Matrix4 expected = {{{6, 8, 7, 5}, {14, 16, 15, 13}, {10, 12, 11, 9}, {2, 4, 3, 0}}};
     EXPECT_EQ(one.dyeMatrix->Values(), expected);

@@ -21,55 +21,85 @@ TEST_F(PluginTest, OrderArgumentsAndResults) {
               "ExecuteProcedure 0 5 0; PeekProcessedTrace; ReportSequence; ReportSpecSeparatnMatrixUsed; "
               "ReportSignalRangeForRawData; ReportSignalToNoise; ReportFWHMSpacing; ReportNumCurrFix; "
               "ReportSpecSepDepth; ReportSpecSepQual; ReportTrueStartStopPoints; CleanUp; ");
-    EXPECT_TRUE(trace->traceStart == 10 && trace->traceEnd == 60 && trace->scanCount == 50 &&
-                trace->channels[2].back() == 3059 && trace->current.front() == 10);
+    EXPECT_EQ(trace->traceStart, 10);
+    EXPECT_EQ(trace->traceEnd, 60);
+    ASSERT_EQ(trace->scanCount, 50u);
+    EXPECT_EQ(trace->channels[2].back(), 3059);
+    EXPECT_EQ(trace->current.front(), 10);
     const CCalledBases& bases = trace->calledBases;
-    EXPECT_TRUE(bases.Count() == 2 && bases.GetPosition(1) == 60 && bases.GetQuality(1) == 25 &&
-                bases.GetStrengths(1)[3] == 4 && bases.GetDescriptor(1) == 7 && bases.qualityIndex == 87.5f);
-    EXPECT_TRUE(Region() == std::pair(0, 1) && (*trace->separationMatrix)[3][2] == 3);
+    EXPECT_EQ(bases.Count(), 2);
+    EXPECT_EQ(bases.GetPosition(1), 60);
+    EXPECT_EQ(bases.GetQuality(1), 25);
+    EXPECT_EQ(bases.GetStrengths(1)[3], 4);
+    EXPECT_EQ(bases.GetDescriptor(1), 7);
+    EXPECT_EQ(bases.qualityIndex, 87.5f);
+    EXPECT_EQ(Region(), std::pair(0, 1));
+    ASSERT_TRUE(trace->separationMatrix);
+    EXPECT_EQ((*trace->separationMatrix)[3][2], 3);
     EXPECT_EQ((Values{analysis.startSignal, analysis.endSignal, analysis.startRawData, analysis.endRawData,
                       analysis.snZoneCount, analysis.spacingCount, analysis.currentFixAreas, analysis.separationDepth}),
               (Values{11, 12, 13, 14, 2, 2, 5, 6}));
-    EXPECT_TRUE(analysis.snZoneStarts == Values({1, 3}) && analysis.snZoneEnds == Values({2, 4}));
-    EXPECT_TRUE(analysis.snSignal[1] == Values({3, 11}) && analysis.snNoise[3] == Values({8, 16}));
-    EXPECT_TRUE(analysis.spacingGaps == Values({1, 2}) && analysis.spacingFwhm == std::vector({1.5f, 2.5f}));
-    EXPECT_TRUE(analysis.separationQuality == 0.25f && analysis.separationQualities == std::vector(4, 0.25f));
+    EXPECT_EQ(analysis.snZoneStarts, Values({1, 3}));
+    EXPECT_EQ(analysis.snZoneEnds, Values({2, 4}));
+    EXPECT_EQ(analysis.snSignal[1], Values({3, 11}));
+    EXPECT_EQ(analysis.snNoise[3], Values({8, 16}));
+    EXPECT_EQ(analysis.spacingGaps, Values({1, 2}));
+    EXPECT_EQ(analysis.spacingFwhm, std::vector({1.5f, 2.5f}));
+    EXPECT_EQ(analysis.separationQuality, 0.25f);
+    EXPECT_EQ(analysis.separationQualities, std::vector(4, 0.25f));
     *script = Script();  // the same sample again, with less to tell: what is left is of one conversation only
     script->measured = -2;
-    EXPECT_TRUE(Call() == 1 && !trace->separationMatrix && analysis.basecallError.empty());
-    EXPECT_TRUE(analysis.snZoneCount == -2 && analysis.snNoise[0].empty() && analysis.spacingFwhm.empty());
+    EXPECT_EQ(Call(), 1);
+    EXPECT_FALSE(trace->separationMatrix);
+    EXPECT_TRUE(analysis.basecallError.empty());
+    EXPECT_EQ(analysis.snZoneCount, -2);
+    EXPECT_TRUE(analysis.snNoise[0].empty());
+    EXPECT_TRUE(analysis.spacingFwhm.empty());
     driver.baseCallers->annotationOn = 0;
-    EXPECT_TRUE(Call() == 1 && !Said("SetIfAnnotate") && Said("ReportSignalRangeForRawData; CleanUp"));
+    EXPECT_EQ(Call(), 1);
+    EXPECT_FALSE(Said("SetIfAnnotate"));
+    EXPECT_TRUE(Said("ReportSignalRangeForRawData; CleanUp"));
 }
 
 TEST_F(PluginTest, SignalRange) {
     script->program = "qxbasecaller";
     for (const char* start : {"1407", "2312", "1407", "2815", "2304"}) {
-        EXPECT_TRUE(Call() && Said("GetProgramName; SetSignalRange " + std::string(start) + " 99; ")) << script->calls;
+        EXPECT_TRUE(Call());
+        EXPECT_TRUE(Said("GetProgramName; SetSignalRange " + std::string(start) + " 99; "));
         ++sample.info.scanRate;
     }
-    EXPECT_TRUE(Call(0, 500) && Said("SetSignalRange 0 99;"));
+    EXPECT_TRUE(Call(0, 500));
+    EXPECT_TRUE(Said("SetSignalRange 0 99;"));
     script->program = nullptr;
-    EXPECT_TRUE(Call(50, 20) && Said("SetSignalRange 20 20;"));
-    EXPECT_TRUE(Call(0, 5) && !Said("SetSignalRange"));
+    EXPECT_TRUE(Call(50, 20));
+    EXPECT_TRUE(Said("SetSignalRange 20 20;"));
+    EXPECT_TRUE(Call(0, 5));
+    EXPECT_FALSE(Said("SetSignalRange"));
 }
 
 TEST_F(PluginTest, FailuresAndMissingEntryPoints) {
     driver.baseCallers->annotationOn = 1;
     script->failing = 3;
-    EXPECT_TRUE(Call() == 0 && Said("ExecuteProcedure 0 3 0; ReportProblem 0; CleanUp; ")) << script->calls;
+    EXPECT_EQ(Call(), 0);
+    EXPECT_TRUE(Said("ExecuteProcedure 0 3 0; ReportProblem 0; CleanUp; "));
     EXPECT_EQ(analysis.basecallError, "no signal");
     Use("bare");
-    EXPECT_TRUE(Call() && Said(" 0 0 0; PeekProcessedTrace") && Said("MatrixUsed; CleanUp")) << script->calls;
-    EXPECT_TRUE(Call(1) == 0 && script->calls.empty());
+    EXPECT_TRUE(Call());
+    EXPECT_TRUE(Said(" 0 0 0; PeekProcessedTrace"));
+    EXPECT_TRUE(Said("MatrixUsed; CleanUp"));
+    EXPECT_EQ(Call(1), 0);
+    EXPECT_TRUE(script->calls.empty());
     script->program = "QXBaseCaller";
-    EXPECT_TRUE(Call() == 0 && Said("GetProgramName; CleanUp"));
+    EXPECT_EQ(Call(), 0);
+    EXPECT_TRUE(Said("GetProgramName; CleanUp"));
     EXPECT_EQ(analysis.basecallError, "The library lacks the entry point SetSignalRange");
     script->program = nullptr;
     script->failing = 0;
-    EXPECT_TRUE(Call() == 0 && analysis.basecallError == "Not available");
+    EXPECT_EQ(Call(), 0);
+    EXPECT_EQ(analysis.basecallError, "Not available");
     Use("lacking");
-    EXPECT_TRUE(Call() == 0 && script->calls.empty());
+    EXPECT_EQ(Call(), 0);
+    EXPECT_TRUE(script->calls.empty());
     EXPECT_EQ(analysis.basecallError, "The library lacks the entry point ReportSequence");
 }
 
@@ -80,11 +110,16 @@ TEST_F(PluginTest, NothingCanBeKept) {
         script->curves = fault == 0 ? noCurves : nullptr;
         script->end = fault == 1 ? huge : 60;
         script->count = fault == 2 ? 3 : fault == 3 ? huge : 0;
-        EXPECT_TRUE(Call() == 0 && Said(" CleanUp; ") && trace->scanCount == 0 && !trace->HasChannels());
+        EXPECT_EQ(Call(), 0);
+        EXPECT_TRUE(Said(" CleanUp; "));
+        EXPECT_EQ(trace->scanCount, 0u);
+        EXPECT_FALSE(trace->HasChannels());
         EXPECT_NE(std::exchange(analysis.basecallError, "as it was"), "") << fault;
     }
     script->end = script->start - 1;
-    EXPECT_TRUE(Call() == 0 && Said("PeekProcessedTrace; CleanUp; ") && analysis.basecallError == "as it was");
+    EXPECT_EQ(Call(), 0);
+    EXPECT_TRUE(Said("PeekProcessedTrace; CleanUp; "));
+    EXPECT_EQ(analysis.basecallError, "as it was");
 }
 
 TEST_F(PluginTest, WhatCanBeKept) {
@@ -107,16 +142,26 @@ TEST_F(PluginTest, WhatCanBeKept) {
         script->lastGood = lastGood;
         ASSERT_EQ(Call(), 1);
         const CCalledBases& bases = trace->calledBases;
-        EXPECT_TRUE(bases.GetPeaks(2).empty() && bases.GetPeaks(3).empty() && bases.GetPeaks(4).size() == 1);
+        EXPECT_TRUE(bases.GetPeaks(2).empty());
+        EXPECT_TRUE(bases.GetPeaks(3).empty());
+        EXPECT_EQ(bases.GetPeaks(4).size(), 1u);
         EXPECT_EQ(Region(), std::pair(3, length));
     }
-    EXPECT_TRUE(trace->traceStart == 0 && trace->channels[1][119] == 0 && trace->channels[0][118] == 0);
-    EXPECT_TRUE(trace->channels[3][119] == 3 && trace->current[119] == 99 && !trace->separationMatrix);
-    EXPECT_TRUE(analysis.snZoneCount == 0 && analysis.spacingCount == 0);
+    EXPECT_EQ(trace->traceStart, 0);
+    ASSERT_EQ(trace->scanCount, 120u);
+    EXPECT_EQ(trace->channels[1][119], 0);
+    EXPECT_EQ(trace->channels[0][118], 0);
+    EXPECT_EQ(trace->channels[3][119], 3);
+    EXPECT_EQ(trace->current[119], 99);
+    EXPECT_FALSE(trace->separationMatrix);
+    EXPECT_EQ(analysis.snZoneCount, 0);
+    EXPECT_EQ(analysis.spacingCount, 0);
     Report({INFINITY, 8});
     script->firstGood = 0;
     script->lastGood = 1;
-    EXPECT_TRUE(Call() == 1 && trace->calledBases.Count() == 0 && Region() == std::pair(0, -1));
+    EXPECT_EQ(Call(), 1);
+    EXPECT_EQ(trace->calledBases.Count(), 0);
+    EXPECT_EQ(Region(), std::pair(0, -1));
 }
 
 TEST_F(PluginTest, GoodRegionOfTheUser) {
@@ -144,5 +189,7 @@ TEST_F(PluginTest, TheExampleOfTheDocumentsCalls) {
     std::vector<ScanRecord> stored;
     trace->ToScans(stored, analysis);
     EXPECT_EQ(analysis.sequence, "ACTGACTGAC");
-    EXPECT_TRUE(analysis.peakPositions[3] == 35 && analysis.qualityScores[3] > 95);
+    ASSERT_GT(analysis.peakPositions.size(), 3u);
+    EXPECT_EQ(analysis.peakPositions[3], 35);
+    EXPECT_GT(analysis.qualityScores[3], 95);
 }

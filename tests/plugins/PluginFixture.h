@@ -39,7 +39,11 @@ class PluginTest : public sampletest::SampleTest {
         for (std::size_t i = 0; i < positions.size(); ++i)
             (script->bases[i].peaks = &peaks[i])->position = positions[i];
     }
-    bool Said(const std::string& text) const { return script->calls.find(text) != std::string::npos; }
+    // Whether the library was called like that; the calls are shown when the test expected it otherwise.
+    testing::AssertionResult Said(const std::string& text) const {
+        const bool found = script->calls.find(text) != std::string::npos;
+        return (found ? testing::AssertionSuccess() : testing::AssertionFailure()) << "the calls: " << script->calls;
+    }
     std::pair<int, int> Region() const { return {trace->calledBases.goodStart, trace->calledBases.goodLength}; }
 
     testsupport::Environment store{"QUILLION_REGISTRY", temp.Write("r.ini", "[Drives]\nC = ./c\n")};

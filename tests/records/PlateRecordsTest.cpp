@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "export/Formats.h"
 #include "records/HtmlFile.h"
 #include "run/Plate.h"
 #include "support/TempFolder.h"
@@ -29,21 +30,32 @@ TEST_F(PlateRecords, ThePlainLogGrowsByTheBytesThatAreShown) {
 
 TEST_F(PlateRecords, EachEntryAddsALineAndLeavesTheFormerStateBehind) {
     const std::string path = "z:/out/a 1.abd", line = path + "\t\t\r\n";
-    plate.AddToMarkupLog(path, markup::abdSection);
+    plate.AddToMarkupLog(path, SectionOf(Format::Abd));
     EXPECT_EQ(temp.Read("log.xml"), Layout("\r\n", line));
     EXPECT_EQ(temp.Read("log.xml.temp"), "");
-    plate.AddToMarkupLog("t", markup::textSection);
-    plate.AddToMarkupLog(path, markup::abdSection);
+    plate.AddToMarkupLog("t", SectionOf(Format::Text));
+    plate.AddToMarkupLog(path, SectionOf(Format::Abd));
     EXPECT_EQ(temp.Read("log.xml"), Layout("\r\n", line + line, "t\t\t\r\n"));
     EXPECT_EQ(temp.Read("log.xml.temp"), Layout("\r\n", line, "t\t\t\r\n"));
 
     std::filesystem::remove(temp.Path("log.xml.temp"));
     temp.MakeFolder("log.xml.temp");
     testing::internal::CaptureStderr();
-    gone.AddToMarkupLog("p", markup::abdSection);
-    plate.AddToMarkupLog("p", markup::abdSection);
+    gone.AddToMarkupLog("p", SectionOf(Format::Abd));
+    plate.AddToMarkupLog("p", SectionOf(Format::Abd));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot create a backup copy\n");
     EXPECT_EQ(temp.Read("log.xml"), Layout("\r\n", line + line, "t\t\t\r\n"));
+}
+
+// As long as the link is there, the log is the file that it leads to, and the former state lies beside the link.
+TEST_F(PlateRecords, ALogThatIsALinkIsWrittenWhereItLeads) {
+    temp.Write("elsewhere/log.xml", "");
+    std::filesystem::create_symlink("elsewhere/log.xml", temp.Path("log.xml"));
+    plate.AddToMarkupLog("a", SectionOf(Format::Abd));
+    plate.AddToMarkupLog("b", SectionOf(Format::Abd));
+    EXPECT_TRUE(std::filesystem::is_symlink(temp.Path("log.xml")));
+    EXPECT_EQ(temp.Read("elsewhere/log.xml"), Layout("\r\n", "a\t\t\r\nb\t\t\r\n"));
+    EXPECT_EQ(temp.Read("log.xml.temp"), Layout("\r\n", "a\t\t\r\n"));
 }
 
 TEST_F(PlateRecords, WhatOthersWroteInTheLogIsReadLineByLine) {

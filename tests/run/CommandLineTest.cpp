@@ -11,7 +11,7 @@ class CNotingLine : public CCommandLine {
 
     explicit CNotingLine(const std::vector<const char*>& words)
         : CCommandLine(static_cast<int>(words.size()), words.data(), {"-BC", "-FA", "-FA_"}) {
-        ExpandInputs({"*.esd"});
+        ExpandInputs({{"*.esd"}});
     }
 
   protected:

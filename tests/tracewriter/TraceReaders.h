@@ -15,7 +15,7 @@
 class CBigEndianReader {
   public:
     explicit CBigEndianReader(const std::string& path) {
-        if (platform::ReadFile(path, text) != 0) throw std::runtime_error("cannot read " + path);
+        if (platform::ReadFile(path, text)) throw std::runtime_error("cannot read " + path);
     }
     std::uint32_t Number(std::size_t offset, int bytes) const {
         std::uint32_t value = 0;

@@ -17,8 +17,8 @@ namespace samplegen {
 
 namespace {
 
-void Require(int error, const std::string& path) {
-    if (error != 0) throw std::runtime_error("cannot write " + path + ": " + platform::ErrorText(error));
+void Require(platform::Error error, const std::string& path) {
+    if (error) throw std::runtime_error("cannot write " + path + ": " + error.Text());
 }
 
 void WriteText(const std::string& path, const std::string& text) {
@@ -89,7 +89,7 @@ std::string WriteWell(const Options& options, const Troubles& troubles, int well
 }  // namespace
 
 PlateReport WritePlate(const Options& options) {
-    const int made = platform::MakeDirectory(options.folder);
+    const platform::Error made = platform::MakeDirectory(options.folder);
     if (made != EEXIST) Require(made, options.folder);
     const std::vector<WellKind> kinds = DrawKinds(options);
     PlateReport report;

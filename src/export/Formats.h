@@ -1,0 +1,41 @@
+// The formats of the files of a sample: all that the program knows of one stands in its row of this table.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "records/Messages.h"
+
+class CSampleFile;
+
+enum class Format { Sample, Abd, Scf, Fasta, Text };
+
+struct CFormat {
+    std::string_view extension;     // without its dot
+    std::string_view subfolder;     // below the folder of the processed samples; none for what always lies in it
+    bool mayGoWithout;              // the extension is left out when the user wants none
+    std::string_view tag;           // of its section of log.xml
+    std::optional<MessageId> done;  // what the plate's log says of a file that was written, with its path as argument
+};
+
+// In the order of `Format`. Processed samples have a name of their own, so the extension of theirs is that of the
+// placeholders for failed ones.
+inline constexpr std::array formats = {
+    CFormat{"fsd", "", false, "esd", std::nullopt},
+    CFormat{"abd", "ABD", true, "abd", MessageId::AbdExported},
+    CFormat{"scf", "SCF", true, "scf", MessageId::ScfExported},
+    CFormat{"seq", "FASTA", false, "fasta", MessageId::FastaExported},
+    CFormat{"txt", "Text", false, "txt", std::nullopt},
+};
+
+// Number of the format's section of log.xml (see HtmlFile.h).
+constexpr std::int32_t SectionOf(Format format) {
+    constexpr std::int32_t firstSection = 2, sectionsEach = 2;
+    return firstSection + sectionsEach * static_cast<std::int32_t>(format);
+}
+
+// Records that a file of the sample was written: in the plate's log and in its log.xml.
+void Exported(const CSampleFile& sample, Format format, const std::string& path);
