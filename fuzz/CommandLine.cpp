@@ -6,7 +6,7 @@
 #include "Fuzz.h"
 #include "discovery/SplitPath.h"
 #include "run/CommandLine.h"
-#include "run/SwitchTable.h"
+#include "run/Switches.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const bool isPrepared = [] {

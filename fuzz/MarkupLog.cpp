@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "Fuzz.h"
+#include "export/Formats.h"
 #include "records/HtmlFile.h"
 #include "run/Plate.h"
 
@@ -29,9 +30,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     folder.Write("log.xml", fuzz::Text(data, size));
     const std::string added = "out/x.abd\t\t\r\n";
     CPlate plate(folder.Path(), {}, nullptr);
-    plate.AddToMarkupLog("out/x.abd", markup::abdSection);
+    plate.AddToMarkupLog("out/x.abd", SectionOf(Format::Abd));
     const std::string once = folder.Read("log.xml");
-    plate.AddToMarkupLog("out/x.abd", markup::abdSection);
+    plate.AddToMarkupLog("out/x.abd", SectionOf(Format::Abd));
     const std::string twice = folder.Read("log.xml");
     fuzz::Demand(CountOf(added, once) >= 1 && CountOf(added, twice) == CountOf(added, once) + 1);
 
