@@ -35,6 +35,8 @@ int RunProgram(int argc, const char* const* argv) {
 }  // namespace
 
 int main(int argc, char** argv) try { return RunProgram(argc, argv); } catch (const std::exception& error) {
-    platform::PrintError(std::string("Fatal Error: ") + error.what() + "\n");
+    // Without memory, which may be what is missing.
+    for (const char* text : {"Fatal Error: ", error.what(), "\n"})
+        platform::PrintError(text);
     return exitFailed;
 }

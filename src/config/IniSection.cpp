@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <limits>
-#include <tuple>
 
 #include "platform/Ascii.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
 
 namespace {
@@ -52,7 +53,8 @@ std::uint32_t GetPrivateProfileSectionA(std::string_view section, char* buffer, 
         return 0;
     }
     std::string text;  // stays empty when there is no such file
-    std::ignore = platform::ReadFile(file, text);
+    if (const platform::Error error = platform::ReadFile(file, text); error && !(error == ENOENT))
+        platform::Warn(file + " cannot be read: " + error.Text());
     const std::string lines = SectionText(text, section);
     const std::size_t length = std::min<std::size_t>(lines.size(), size - 2);
     std::fill_n(std::copy_n(lines.begin(), length, buffer), 2, '\0');

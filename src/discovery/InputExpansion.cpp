@@ -3,32 +3,55 @@
 #include "discovery/FolderScan.h"
 #include "discovery/ListFolder.h"
 #include "discovery/SplitPath.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
 #include "run/CommandLine.h"
 #include "run/Switches.h"
 
 namespace {
 
-// True for a parameter with a "*" to search for. One without is taken as typed, and one that begins with it is dropped.
-bool NeedsSearch(const std::string& parameter, std::vector<std::string>& out) {
+// Adds what `search` finds for a parameter with a "*", and warns when that is nothing. One without is taken as typed,
+// and one that begins with it is dropped.
+template <class Search>
+void Expand(const std::string& parameter, std::vector<std::string>& out, Search search) {
     const std::size_t star = parameter.find('*');
-    if (star == std::string::npos) out.push_back(parameter);
-    return star != std::string::npos && star != 0;
+    if (star == std::string::npos) {
+        out.push_back(parameter);
+        return;
+    }
+    const std::size_t before = out.size();
+    if (star == 0)
+        platform::Warn({parameter, " begins with a wildcard and is left out"});
+    else if (search(); out.size() == before)
+        platform::Warn({parameter, " matches nothing"});
 }
 
 void Append(const std::vector<std::string>& from, std::vector<std::string>& to) {
     to.insert(to.end(), from.begin(), from.end());
 }
 
-void ExpandPlateFolder(const std::string& parameter, std::vector<std::string>& plates) {
-    if (!NeedsSearch(parameter, plates)) return;
+void WarnOfUnlisted(const std::string& folder, platform::Error error) {
+    platform::Warn({folder, " cannot be listed: ", error.Text()});
+}
+
+void ExpandPlates(const std::string& parameter, const std::vector<CFileTypeFilter>& patterns,
+                  std::vector<std::string>& plates) {
+    const CFolderScan scan(parameter, patterns, true);
+    for (const auto& [folder, error] : scan.unlisted)
+        WarnOfUnlisted(folder, error);
+    if (scan.subfolders.empty() && scan.unlisted.empty()) platform::Warn({parameter, " holds no folders"});
+    Append(scan.subfolders, plates);
+}
+
+void SearchPlates(const std::string& parameter, std::vector<std::string>& plates) {
     std::vector<std::string> found;
-    ListFolder(parameter, found, true);
+    platform::Error error;
+    ListFolder(parameter, found, true, &error);
+    if (error) WarnOfUnlisted(parameter, error);
     Append(found, plates);
 }
 
-void ExpandFiles(const std::string& parameter, std::vector<std::string>& files) {
-    if (!NeedsSearch(parameter, files)) return;
+void SearchFiles(const std::string& parameter, std::vector<std::string>& files) {
     std::string folder = parameter;
     const std::string pattern = SplitPath(folder);
     // Only a drive makes a folder absolute; a separator at its head does not.
@@ -37,7 +60,10 @@ void ExpandFiles(const std::string& parameter, std::vector<std::string>& files) 
         if (!working) return;
         folder = *working + '\\' + folder;
     }
-    Append(CFolderScan(folder, {{pattern}}, false).files, files);
+    const CFolderScan scan(folder, {{pattern}}, false);
+    for (const auto& [path, error] : scan.unlisted)
+        WarnOfUnlisted(path, error);
+    Append(scan.files, files);
 }
 
 }  // namespace
@@ -46,13 +72,13 @@ void CCommandLine::ExpandInputs(const std::vector<CFileTypeFilter>& patterns) {
     for (const CParsedSwitch& given : switches) {
         if (IsSwitch(given.name, Switch::InputFolders)) {
             for (const std::string& parameter : given.parameters)
-                Append(CFolderScan(parameter, patterns, true).subfolders, plates);
+                ExpandPlates(parameter, patterns, plates);
         } else if (IsSwitch(given.name, Switch::InputPlates)) {
             for (const std::string& parameter : given.parameters)
-                ExpandPlateFolder(parameter, plates);
+                Expand(parameter, plates, [&] { SearchPlates(parameter, plates); });
         } else if (IsSwitch(given.name, Switch::InputFiles)) {
             for (const std::string& parameter : given.parameters)
-                ExpandFiles(parameter, files);
+                Expand(parameter, files, [&] { SearchFiles(parameter, files); });
         } else {
             OnOtherSwitch(given);
         }

@@ -1,14 +1,14 @@
 #include "discovery/ListFolder.h"
 
 #include <algorithm>
-#include <tuple>
 
 #include "discovery/SplitPath.h"
 #include "platform/Files.h"
 
-bool ListFolder(const std::string& pattern, std::vector<std::string>& out, bool foldersOnly) {
+bool ListFolder(const std::string& pattern, std::vector<std::string>& out, bool foldersOnly, platform::Error* error) {
     std::vector<platform::FoundEntry> found;
-    std::ignore = platform::FindFiles(pattern, found);  // a folder that cannot be listed counts as an empty one
+    const platform::Error listed = platform::FindFiles(pattern, found);
+    if (error) *error = listed;
     std::string base = pattern;
     SplitPath(base);
     if (!base.empty()) base += '\\';

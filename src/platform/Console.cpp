@@ -1,9 +1,11 @@
 #include "platform/Console.h"
 
 #include <poll.h>
+#include <signal.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -14,6 +16,9 @@
 namespace platform {
 
 namespace {
+
+constexpr std::size_t longestWarning = 8192;
+constexpr std::array endingSignals = {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP};  // also those that stop
 
 void WriteText(int fd, std::string_view text) {
     while (!text.empty()) {
@@ -47,6 +52,51 @@ bool HasUser() {
     return ::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1;
 }
 
+// Keeps signals that end or stop the process waiting, so that the terminal can be put in order ahead of them.
+class HeldSignals {
+  public:
+    HeldSignals() {
+        ::sigemptyset(&held);
+        for (const int number : endingSignals)
+            ::sigaddset(&held, number);
+        ::sigprocmask(SIG_BLOCK, &held, &before);
+    }
+    ~HeldSignals() { ::sigprocmask(SIG_SETMASK, &before, nullptr); }
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+
+    bool IsWaiting() const {
+        sigset_t waiting;
+        if (::sigpending(&waiting) != 0) return false;
+        for (const int number : endingSignals)
+            if (::sigismember(&waiting, number) == 1 && ::sigismember(&before, number) == 0) return true;
+        return false;
+    }
+    // Those that wait take effect now.
+    void LetThrough() const {
+        ::sigprocmask(SIG_SETMASK, &before, nullptr);
+        ::sigprocmask(SIG_BLOCK, &held, nullptr);
+    }
+
+  private:
+    sigset_t held, before;
+};
+
+// Has the terminal give each key at once and show none.
+void SetOneKeyMode(termios mode) {
+    mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+    mode.c_cc[VMIN] = 1;
+    mode.c_cc[VTIME] = 0;
+    ::tcsetattr(STDIN_FILENO, TCSANOW, &mode);
+}
+
+// Waits a little for a key; true also when none will ever come.
+bool IsKeyThere() {
+    constexpr int patience = 50;  // ms
+    pollfd ready{STDIN_FILENO, POLLIN, 0};
+    return ::poll(&ready, 1, patience) > 0;
+}
+
 }  // namespace
 
 void Print(std::string_view text) {
@@ -57,8 +107,19 @@ void PrintError(std::string_view text) {
     WriteText(STDERR_FILENO, text);
 }
 
-void Warn(std::string_view text) {
-    PrintError("lanewright: warning: " + std::string(text) + '\n');
+void Warn(std::initializer_list<std::string_view> parts) {
+    // In one piece, so that the lines of several processes do not mix, and without memory that may not be there.
+    std::array<char, longestWarning> line;
+    std::size_t used = 0;
+    const auto add = [&](std::string_view part) {
+        for (const char c : part.substr(0, line.size() - 1 - used))
+            line[used++] = c == '\n' || c == '\r' ? ' ' : c;
+    };
+    add("lanewright: warning: ");
+    for (const std::string_view part : parts)
+        add(part);
+    line[used++] = '\n';
+    PrintError({line.data(), used});
 }
 
 void ShowBox(std::string_view text) {
@@ -80,17 +141,21 @@ bool AskYesNo(std::string_view text) {
 
 void WaitForKey() {
     termios before{};
-    const bool onTerminal = ::tcgetattr(STDIN_FILENO, &before) == 0;
-    if (onTerminal) {
-        termios oneKey = before;
-        oneKey.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
-        oneKey.c_cc[VMIN] = 1;
-        oneKey.c_cc[VTIME] = 0;
-        ::tcsetattr(STDIN_FILENO, TCSANOW, &oneKey);
+    if (::tcgetattr(STDIN_FILENO, &before) != 0) {
+        ReadKey();
+        return;
     }
-    ReadKey();
-    // Some keys send several bytes; the rest goes with the first.
-    if (onTerminal) ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before);
+    HeldSignals signals;
+    bool isThere = false;
+    while (!isThere) {
+        SetOneKeyMode(before);
+        while (!isThere && !signals.IsWaiting())
+            isThere = IsKeyThere();
+        if (isThere) ReadKey();
+        // Some keys send several bytes; the rest goes with the first.
+        ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before);
+        signals.LetThrough();
+    }
 }
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 // The user at the console: standard output, boxes, questions and keys.
 #pragma once
 
+#include <initializer_list>
 #include <string_view>
 
 namespace platform {
@@ -9,8 +10,12 @@ namespace platform {
 void Print(std::string_view text);
 // Writes `text` on standard error byte for byte (no line end is added).
 void PrintError(std::string_view text);
-// Something odd that no other message tells: "lanewright: warning: ", `text` and a line feed on standard error.
-void Warn(std::string_view text);
+// Something odd that no other message tells: a line "lanewright: warning: " and the parts on standard error. Line ends
+// in the parts become blanks. Takes no memory, so it can tell of a lack of it.
+void Warn(std::initializer_list<std::string_view> parts);
+inline void Warn(std::string_view text) {
+    Warn({text});
+}
 
 // A modal box with an OK button: `text` on standard error, with a line feed if it has none at its end. Waits for Enter
 // when standard input and standard error are both a terminal; else it counts as dismissed at once.
@@ -20,7 +25,8 @@ void ShowBox(std::string_view text);
 // it is No, unless the environment variable LANEWRIGHT_ANSWER is "yes".
 bool AskYesNo(std::string_view text);
 
-// One key without echo on a terminal; otherwise one byte of standard input, or nothing at its end.
+// One key without echo on a terminal; otherwise one byte of standard input, or nothing at its end. A signal that ends
+// or stops the process meanwhile finds the terminal as it was.
 void WaitForKey();
 
 }  // namespace platform

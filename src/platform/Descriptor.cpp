@@ -27,6 +27,7 @@ Error Descriptor::Open(const std::string& hostPath, int flags, unsigned permissi
     if (!opened.IsOpen()) return errno;
     struct stat status {};
     if (::fstat(opened.fd, &status) != 0) return errno;
+    if ((flags & O_ACCMODE) == O_RDONLY && !S_ISREG(status.st_mode)) return ENXIO;
     if (S_ISDIR(status.st_mode)) return EISDIR;
     if (!S_ISREG(status.st_mode)) {
         // Only the opening must not block.
@@ -45,28 +46,6 @@ Error Descriptor::Read(std::span<std::byte> out, std::size_t& got) {
         if (count == 0) break;
         got += static_cast<std::size_t>(count);
     }
-    return success;
-}
-
-Error Descriptor::ReadToEnd(std::string& text, std::size_t limit) {
-    struct stat status {};
-    if (::fstat(fd, &status) != 0) return errno;
-    const std::size_t expected = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
-    if (S_ISREG(status.st_mode) && expected > limit) return EFBIG;
-
-    // The length is only a hint: the file may grow meanwhile, and some files do not report theirs.
-    std::string bytes(std::max<std::size_t>(expected, 4096), '\0');
-    std::size_t used = 0;
-    while (true) {
-        std::size_t got = 0;
-        if (const Error error = Read(std::as_writable_bytes(std::span(bytes).subspan(used)), got)) return error;
-        used += got;
-        if (used > limit) return EFBIG;
-        if (used < bytes.size()) break;
-        bytes.resize(bytes.size() * 2);
-    }
-    bytes.resize(used);
-    text = std::move(bytes);
     return success;
 }
 
@@ -93,7 +72,23 @@ void Descriptor::CloseQuietly() noexcept {
 Error ReadFile(const std::string& hostPath, std::string& text, std::size_t limit) {
     Descriptor file;
     if (const Error error = file.Open(hostPath, O_RDONLY)) return error;
-    return file.ReadToEnd(text, limit);
+    struct stat status {};
+    if (::fstat(file.Number(), &status) != 0) return errno;
+    // The length is only a hint: the file may grow meanwhile, and some files do not report theirs.
+    constexpr std::size_t smallestBlock = 4096;
+    const std::size_t expected = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+    std::string bytes(std::min(std::max(expected, smallestBlock), limit), '\0');
+    std::size_t used = 0;
+    while (true) {
+        std::size_t got = 0;
+        if (const Error error = file.Read(std::as_writable_bytes(std::span(bytes).subspan(used)), got)) return error;
+        used += got;
+        if (used < bytes.size() || used == limit) break;
+        bytes.resize(std::min(bytes.size() * 2, limit));
+    }
+    bytes.resize(used);
+    text = std::move(bytes);
+    return success;
 }
 
 }  // namespace platform::host

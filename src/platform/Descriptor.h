@@ -17,8 +17,9 @@ class Descriptor {
     Descriptor& operator=(Descriptor&& other) noexcept;
     ~Descriptor() { CloseQuietly(); }
 
-    // Opens a host path with open's flags; needs a closed descriptor. A folder gives EISDIR. A pipe without a partner
-    // does not block.
+    // Opens a host path with open's flags; needs a closed descriptor. For reading only, whatever is no regular file, a
+    // folder too, gives ENXIO: it may have no end, or nobody who ever writes into it. Otherwise a folder gives EISDIR.
+    // A pipe without a partner does not block.
     Error Open(const std::string& hostPath, int flags, unsigned permissions = 0);
     bool IsOpen() const { return fd >= 0; }
     // For calls of the host; -1 when it is closed.
@@ -26,8 +27,6 @@ class Descriptor {
 
     // Reads up to out.size() bytes; `got` is what came before the end of the file.
     Error Read(std::span<std::byte> out, std::size_t& got);
-    // All bytes from the current position on; EFBIG beyond `limit`. `text` changes only when it succeeds.
-    Error ReadToEnd(std::string& text, std::size_t limit);
     // Writes all of `data`.
     Error Write(std::span<const std::byte> data);
     // It counts as closed afterwards, whatever the result. Success also when it was not open.
@@ -39,7 +38,8 @@ class Descriptor {
     int fd = -1;
 };
 
-// All bytes of the file at a host path; EFBIG beyond `limit`. `text` changes only when it succeeds.
+// The bytes of the file at a host path, the first `limit` of them when it has more. `text` changes only when it
+// succeeds.
 Error ReadFile(const std::string& hostPath, std::string& text, std::size_t limit);
 
 }  // namespace platform::host

@@ -4,6 +4,7 @@
 // head names a drive (Drives.h). A path on a drive that is not mapped gives ENOENT from every operation.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -27,7 +28,8 @@ enum class OpenMode {
 // An open file. Movable, closes itself on destruction. Reads and writes are unbuffered.
 class File {
   public:
-    // Opens `path`; the file must not be open already (EBUSY). A folder gives EISDIR in every mode.
+    // Opens `path`; the file must not be open already (EBUSY). A folder gives EISDIR; for reading only, whatever is no
+    // regular file gives ENXIO.
     Error Open(const std::string& path, OpenMode mode);
     bool IsOpen() const { return descriptor.IsOpen(); }
 
@@ -55,13 +57,16 @@ class File {
     host::Descriptor descriptor;
 };
 
-// Whole files. ReadFile fails with EFBIG beyond `limit` bytes.
-Error ReadFile(const std::string& path, std::string& text, std::size_t limit = std::size_t{1} << 30);
+// The most that is read of a file of settings.
+inline constexpr std::size_t longestSettings = std::size_t{1} << 20;
+// Gives the bytes of a file, the first `limit` of them when it has more. `text` changes only when it succeeds.
+Error ReadFile(const std::string& path, std::string& text, std::size_t limit = longestSettings);
 
 // Makes one folder level. EEXIST when there is something of that name.
 Error MakeDirectory(const std::string& path);
-// Copies a file byte for byte, replacing `to`. EEXIST when both are the same file (device and inode): nothing is
-// changed then. `to` gets the permission bits of `from`. What was written is removed when the copy fails half-way.
+// Copies a regular file (ENXIO) byte for byte, replacing `to`. EEXIST when both are the same file (device and inode):
+// nothing is changed then. `to` gets the permission bits of `from`. What was written is removed when the copy fails
+// half-way.
 Error CopyFile(const std::string& from, const std::string& to);
 Error DeleteFile(const std::string& path);
 // The same when nothing depends on whether there was such a file.
@@ -70,7 +75,14 @@ void DeleteIfThere(const std::string& path);
 Error RenameFile(const std::string& from, const std::string& to);
 // Gives the owner the rights to read and write (a file's "normal" attributes).
 Error SetNormalAttributes(const std::string& path);
-// True when both paths name one existing file (device and inode, whatever the spelling).
+// What tells a file or folder from all others, whatever name or link leads to it.
+struct FileIdentity {
+    std::uint64_t device, inode;
+    auto operator<=>(const FileIdentity&) const = default;
+};
+// Nothing for a path that leads to nothing, or that cannot be looked at.
+std::optional<FileIdentity> IdentityOf(const std::string& path);
+// True when both paths name one existing file.
 bool IsSameFile(const std::string& a, const std::string& b);
 // Bytes that this user may still write on the volume of `path` (of the current folder when empty).
 std::optional<std::uint64_t> FreeBytes(const std::string& path);
@@ -92,7 +104,7 @@ Error SetCurrentFolder(const std::string& path);
 
 // Full path of the running program; nothing when it cannot be told.
 std::optional<std::string> ProgramPath();
-// `name` in the folder of the running program; plain `name` when that folder cannot be told.
+// `name` in the folder of the running program; plain `name`, with a warning, when that folder cannot be told.
 std::string BesideProgram(const std::string& name);
 
 }  // namespace platform

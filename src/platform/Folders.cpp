@@ -9,6 +9,7 @@
 #include <limits>
 #include <tuple>
 
+#include "platform/Console.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
@@ -56,10 +57,15 @@ Error SetNormalAttributes(const std::string& path) {
     return OnNativePath(path, [&](const char* name) { return ::chmod(name, (status.st_mode & 07777) | normal); });
 }
 
+std::optional<FileIdentity> IdentityOf(const std::string& path) {
+    struct stat status {};
+    if (Status(path, status)) return std::nullopt;
+    return FileIdentity{status.st_dev, status.st_ino};
+}
+
 bool IsSameFile(const std::string& a, const std::string& b) {
-    struct stat first {
-    }, second{};
-    return !Status(a, first) && !Status(b, second) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+    const auto first = IdentityOf(a);
+    return first && first == IdentityOf(b);
 }
 
 std::optional<std::uint64_t> FreeBytes(const std::string& path) {
@@ -90,7 +96,7 @@ Error SetCurrentFolder(const std::string& path) {
 std::optional<std::string> ProgramPath() {
     std::string path(1024, '\0');
     while (true) {
-        const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+        const ssize_t length = host::Retry([&] { return ::readlink("/proc/self/exe", path.data(), path.size()); });
         if (length <= 0) return std::nullopt;
         if (static_cast<std::size_t>(length) < path.size()) {
             path.resize(static_cast<std::size_t>(length));
@@ -102,7 +108,10 @@ std::optional<std::string> ProgramPath() {
 
 std::string BesideProgram(const std::string& name) {
     const auto program = ProgramPath();
-    if (!program) return name;
+    if (!program) {
+        Warn("the folder of the program cannot be told: " + name + " is looked for in the working folder");
+        return name;
+    }
     const std::size_t separator = program->rfind('/');
     return separator == std::string::npos ? name : program->substr(0, separator + 1) + name;
 }

@@ -7,18 +7,18 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <vector>
 
 #include "platform/Ascii.h"
+#include "platform/Console.h"
 #include "platform/Descriptor.h"
 #include "platform/Files.h"
 
 namespace platform {
 
 namespace {
-
-constexpr std::size_t longestStore = std::size_t{16} << 20;
 
 bool IsFile(const std::string& hostPath) {
     struct stat status {};
@@ -87,9 +87,13 @@ std::optional<std::string> RegistryStorePath() {
 
 std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string_view name) {
     const auto path = RegistryStorePath();
+    if (!path) return std::nullopt;
     std::string store;
     // Drives are looked up here, so the store itself is read by its host path.
-    if (!path || host::ReadFile(*path, store, longestStore)) return std::nullopt;
+    if (const Error error = host::ReadFile(*path, store, longestSettings)) {
+        if (!(error == ENOENT)) Warn(*path + " cannot be read: " + error.Text());
+        return std::nullopt;
+    }
     const auto text = FindText(store, subKey, name);
     return text ? Absolute(*text, *path) : std::nullopt;
 }

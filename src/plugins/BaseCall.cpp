@@ -43,7 +43,8 @@ std::int32_t CSampleFile::BaseCall(const platform::Library& module, CDyeMatrix& 
     try {
         isCalled = Talk(conversation, *this, *trace, matrix, first, last, procedureIndex);
     } catch (const std::bad_alloc&) {
-        conversation.Fail("There is not enough memory for the base call");
+        conversation.End();
+        throw;  // costs the sample
     } catch (...) {
         conversation.Fail("The library broke the base call off with an exception");
     }

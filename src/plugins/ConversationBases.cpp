@@ -35,9 +35,6 @@ bool CConversation::TakeBases(CCalledBases& bases) {
     std::int32_t count = 0, firstGood = 0, lastGood = 0;
     float overall = 0;
     const BaseRecord* records = library.reportSequence(0, &count, &firstGood, &lastGood, &overall);
-    if (count > mostBases)
-        return Fail("The library reports " + std::to_string(count) + " bases; a sample has " +
-                    std::to_string(mostBases) + " at the most");
     if (count > 0 && !records) return Fail("The library reports " + std::to_string(count) + " bases and shows none");
     count = std::max(count, 0);
     if (firstGood < 0) {
@@ -53,6 +50,9 @@ bool CConversation::TakeBases(CCalledBases& bases) {
             lastGood = std::min(lastGood, i - 1);
             break;
         }
+        if (i == mostBases)
+            return Fail("The library reports " + std::to_string(count) + " bases; a sample has " +
+                        std::to_string(mostBases) + " at the most");
         record.quality = static_cast<float>(record.quality * percent);
         bases.Append(CCalledBase(record, peaks));
     }

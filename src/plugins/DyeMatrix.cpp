@@ -9,6 +9,7 @@
 // that are missing or too large for a 32-bit float, makes the file a damaged one.
 #include "plugins/DyeMatrix.h"
 
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -16,6 +17,7 @@
 #include <string_view>
 
 #include "platform/Ascii.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
 #include "plugins/BaseCallerSet.h"
 
@@ -86,9 +88,11 @@ void CDyeMatrix::SetIdentity() {
         values[i][i] = 1.0f;
 }
 
-void CDyeMatrix::Parse(const std::string& text) {
+bool CDyeMatrix::Parse(const std::string& text) {
     SetIdentity();
-    if (const auto matrix = ParseMatrix(text)) values = *matrix;
+    const auto matrix = ParseMatrix(text);
+    if (matrix) values = *matrix;
+    return matrix.has_value();
 }
 
 float** CDyeMatrix::RowPointers() {
@@ -100,9 +104,16 @@ float** CDyeMatrix::RowPointers() {
 
 void CBaseCallerSet::ReadDyeMatrix() {
     if (!dyeMatrix) dyeMatrix = std::make_unique<CDyeMatrix>();
-    std::string text;
-    if (!platform::ReadFile(installedFile, text) || !platform::ReadFile(platform::BesideProgram(fileName), text))
-        dyeMatrix->Parse(text);
-    else
-        dyeMatrix->SetIdentity();
+    dyeMatrix->SetIdentity();
+    for (const std::string& path : {std::string(installedFile), platform::BesideProgram(fileName)}) {
+        std::string text;
+        const platform::Error error = platform::ReadFile(path, text);
+        if (error == ENOENT) continue;
+        if (error) {
+            platform::Warn({path, " cannot be read: ", error.Text()});
+            continue;
+        }
+        if (!dyeMatrix->Parse(text)) platform::Warn({path, " is damaged; calls go without a separation matrix"});
+        return;
+    }
 }

@@ -16,8 +16,9 @@ class CDyeMatrix {
     float** RowPointers();
     const Matrix4& Values() const { return values; }
     void SetIdentity();
-    // Reads the text of a dye matrix file; the identity when it is damaged (see DyeMatrix.cpp for the format).
-    void Parse(const std::string& text);
+    // Reads the text of a dye matrix file (see DyeMatrix.cpp for the format); the identity, and false, when it is
+    // damaged.
+    bool Parse(const std::string& text);
 
   private:
     Matrix4 values{};

@@ -1,11 +1,11 @@
 // The text dump of a sample, for people and spreadsheets. Every line is told in docs/text-dump.md.
 #include <string>
 #include <string_view>
-#include <tuple>
 
 #include "export/ExportBases.h"
 #include "export/Formats.h"
 #include "platform/Clock.h"
+#include "platform/Console.h"
 #include "records/TextFile.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
@@ -129,7 +129,8 @@ std::int32_t CSampleFile::ExportText(CTraceFile& holder) {
         DumpSequence(out, *this, *processed);
     }
     DumpTable(out, *holder.trace, processed ? processedFactor : 1.0);
-    std::ignore = out.Commit();  // a dump that cannot be made counts as done
+    // A dump that cannot be made counts as done.
+    if (const platform::Error error = out.Commit()) platform::Warn({path, " cannot be written: ", error.Text()});
     Exported(*this, Format::Text, path);
     return 1;
 }

@@ -19,7 +19,7 @@ CCommandLine::CCommandLine(int argc, const char* const* argv, const std::vector<
         std::string name = platform::UpperAscii(word);
         if (std::find(knownNames.begin(), knownNames.end(), name) != knownNames.end())
             switches.push_back({std::move(name), {}});
-        else if (!switches.empty())
-            switches.back().parameters.push_back(word);
+        else
+            (switches.empty() ? dropped : switches.back().parameters).push_back(word);
     }
 }

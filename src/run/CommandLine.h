@@ -17,6 +17,7 @@ class CCommandLine {
     std::vector<std::string> plates;      // plate folders
     std::vector<std::string> files;       // sample files
     std::vector<std::string> knownNames;  // the three input switches, then the others
+    std::vector<std::string> dropped;     // words ahead of the first switch
 
     // Groups argv[1] and what follows, and expands the input switches. `switchNames` are the other switches in upper
     // case; `patterns` are the types of the sample files. Nothing here is an error: a word that is no

@@ -6,6 +6,9 @@
 CPlate::CPlate(const std::string& folder, const std::vector<CFileTypeFilter>& fileTypes, CRunDriver* owner)
     : scan(folder, fileTypes, false), driver(owner), name(LastComponent(folder)) {}
 
+CPlate::CPlate(const std::string& folder, CRunDriver* owner)
+    : scan(folder), driver(owner), name(LastComponent(folder)) {}
+
 CPlate::~CPlate() = default;
 
 const CRunSettings& CPlate::Settings() const {

@@ -22,6 +22,8 @@ class CPlate {
     std::string name;                            // last component of the input folder's path
     platform::File logFile;                      // open only inside Log
 
+    // The plate of a single file: its folder is not scanned.
+    CPlate(const std::string& folder, CRunDriver* driver);
     // Scans `folder`.
     CPlate(const std::string& folder, const std::vector<CFileTypeFilter>& fileTypes, CRunDriver* driver);
     virtual ~CPlate();

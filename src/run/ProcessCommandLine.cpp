@@ -1,13 +1,29 @@
 // CRunDriver: from the words of the command line to the settings and the operations of the run.
+#include "platform/Console.h"
 #include "records/Messages.h"
 #include "run/CommandLine.h"
 #include "run/RunDriver.h"
 #include "run/Switches.h"
 
+namespace {
+
+// A word that is no switch is no error, but it may be meant as one.
+void WarnOfWords(const CCommandLine& line) {
+    for (const std::string& word : line.dropped)
+        platform::Warn({word, " stands ahead of the first switch and is left out"});
+    for (const CParsedSwitch& given : line.switches)
+        for (const std::string& word : given.parameters)
+            if (word.starts_with('-'))
+                platform::Warn({word, " is no switch and counts as a parameter of ", given.name});
+}
+
+}  // namespace
+
 std::int32_t CRunDriver::ProcessCommandLine(int argc, const char* const* argv,
                                             const std::vector<std::string>& switchNames,
                                             const std::vector<CFileTypeFilter>& types) {
     const CCommandLine line(argc, argv, switchNames, types);
+    WarnOfWords(line);
     inputPlates = line.plates;
     inputFiles = line.files;
     fileTypes = types;

@@ -4,6 +4,7 @@
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
+#include "run/Memory.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
 #include "run/Switches.h"
@@ -36,13 +37,16 @@ std::int32_t CBaseCallerSet::PreparePlate(CPlate& plate) {
 std::int32_t CBaseCallerSet::ProcessPlate(CPlate& plate) {
     if (PreparePlate(plate) == 0) return 0;
     for (const std::string& path : plate.scan.files) {
-        if (plate.LoadSample(path) != 0) {
-            ProcessSample(*plate.currentSample, -1, -1);
-            continue;
-        }
-        const std::string text = FormatMessage(MessageId::Skipped, {path});
-        plate.Log(text);
-        driver->Report(text);
+        std::int32_t isLoaded = 0;
+        const bool hadMemory = WithinMemory([&] {
+            isLoaded = plate.LoadSample(path);
+            if (isLoaded != 0) ProcessSample(*plate.currentSample, -1, -1);
+        });
+        if (isLoaded != 0 && hadMemory) continue;
+        // What the sample holds may be what is missing for the text.
+        if (!hadMemory) plate.currentSample.reset();
+        if (!WithinMemory([&] { driver->Skip(plate, path, true); }))
+            platform::Warn({"there is not enough memory for ", path});
     }
     return 1;
 }
@@ -63,10 +67,13 @@ std::int32_t CBaseCallerSet::ProcessSample(CSampleFile& sample, std::int32_t fir
 void CBaseCallerSet::StepBaseCall(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan,
                                   SampleState& state) {
     const std::string path = sample.processedTrace->path;
-    if (FileExists(path) != 0 && sample.LoadProcessed(*sample.processedTrace, 1) != 0) {
-        sample.plate->Log(FormatMessage(MessageId::AlreadyExists, {path}));
-        sample.plate->Log(FormatMessage(MessageId::Skipped, {path}));
-        return;
+    if (FileExists(path) != 0) {
+        if (sample.LoadStored()) {
+            sample.plate->Log(FormatMessage(MessageId::AlreadyExists, {path}));
+            sample.plate->Log(FormatMessage(MessageId::Skipped, {path}));
+            return;
+        }
+        platform::Warn({"the stored sample ", path, " cannot be read and is called again"});
     }
     state.result = BaseCallSample(sample, firstScan, lastScan);
     if (state.result == 0) state.failed = true;

@@ -2,8 +2,9 @@
 #include <algorithm>
 
 #include "discovery/SplitPath.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
-#include "records/Messages.h"
+#include "run/Memory.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
 
@@ -43,12 +44,21 @@ std::int32_t CRunDriver::Run(const std::vector<std::string>& callerNames) {
 }
 
 std::int32_t CRunDriver::RunPlates(const std::vector<std::string>& callerNames) {
-    std::unique_ptr<CPlate> plate;
     for (const std::string& folder : inputPlates) {
-        OpenPlate(folder, plate);
-        if (CheckDiskSpace(UnitsFor(plate->scan.files.size(), *baseCallers, callerNames)) == 0) return 0;
-        ForEachCaller(*baseCallers, callerNames, [&] { baseCallers->ProcessPlate(*plate); });
+        std::int32_t result = 1;
+        if (!WithinMemory([&] { result = RunPlate(folder, callerNames); }))
+            platform::Warn({"there is not enough memory for the plate ", folder});
+        if (result == 0) return 0;
     }
+    return 1;
+}
+
+std::int32_t CRunDriver::RunPlate(const std::string& folder, const std::vector<std::string>& callerNames) {
+    std::unique_ptr<CPlate> plate;
+    OpenPlate(folder, plate);
+    inputNames.AddPlate(*plate);
+    if (CheckDiskSpace(UnitsFor(plate->scan.files.size(), *baseCallers, callerNames)) == 0) return 0;
+    ForEachCaller(*baseCallers, callerNames, [&] { baseCallers->ProcessPlate(*plate); });
     return 1;
 }
 
@@ -56,24 +66,29 @@ std::int32_t CRunDriver::RunFiles(const std::vector<std::string>& callerNames) {
     if (inputFiles.empty()) return 1;
     if (CheckDiskSpace(UnitsFor(inputFiles.size(), *baseCallers, callerNames)) == 0) return 0;
     std::int32_t result = 1;
-    std::unique_ptr<CPlate> plate;
-    for (const std::string& path : inputFiles) {
-        OpenPlate(FolderOf(path), plate);
-        result = RunFile(path, *plate, callerNames, result);
-    }
+    for (const std::string& path : inputFiles)
+        if (!WithinMemory([&] { result = RunFile(path, callerNames, result); })) {
+            platform::Warn({"there is not enough memory for the file ", path});
+            result = 0;
+        }
     return result;
 }
 
-std::int32_t CRunDriver::RunFile(const std::string& path, CPlate& plate, const std::vector<std::string>& callerNames,
+std::int32_t CRunDriver::RunFile(const std::string& path, const std::vector<std::string>& callerNames,
                                  std::int32_t before) {
+    CPlate plate(FolderOf(path), this);
+    inputNames.AddFile(path, plate);
     std::unique_ptr<CSampleFile> sample;
-    if (OpenSample(path, sample, plate) == 0) {
-        plate.Log(FormatMessage(MessageId::Skipped, {path}));
-        return 0;
-    }
-    std::int32_t result = before;
-    ForEachCaller(*baseCallers, callerNames, [&] {
-        if (baseCallers->PreparePlate(plate) != 0) result = baseCallers->ProcessSample(*sample, -1, -1);
+    std::int32_t isLoaded = 0, result = before;
+    const bool hadMemory = WithinMemory([&] {
+        isLoaded = OpenSample(path, sample, plate);
+        if (isLoaded == 0) return;
+        ForEachCaller(*baseCallers, callerNames, [&] {
+            if (baseCallers->PreparePlate(plate) != 0) result = baseCallers->ProcessSample(*sample, -1, -1);
+        });
     });
-    return result;
+    if (isLoaded != 0 && hadMemory) return result;
+    if (!hadMemory) sample.reset();
+    Skip(plate, path, false);
+    return 0;
 }

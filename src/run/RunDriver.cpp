@@ -28,6 +28,12 @@ void CRunDriver::OpenPlate(const std::string& folder, std::unique_ptr<CPlate>& p
     plate = std::make_unique<CPlate>(folder, fileTypes, this);
 }
 
+void CRunDriver::Skip(CPlate& plate, const std::string& path, bool isReported) {
+    const std::string text = FormatMessage(MessageId::Skipped, {path});
+    plate.Log(text);
+    if (isReported) Report(text);
+}
+
 std::int32_t CRunDriver::OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate) {
     // The old sample goes first, so that memory never holds two.
     sample.reset();

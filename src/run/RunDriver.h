@@ -8,6 +8,7 @@
 
 #include "discovery/FileTypeFilter.h"
 #include "plugins/BaseCallerSet.h"
+#include "run/InputNames.h"
 #include "samplestore/SampleFile.h"
 
 class CPlate;
@@ -44,6 +45,8 @@ class CRunDriver {
     std::int32_t Run(const std::vector<std::string>& callerNames);
     // Replaces `plate` by the plate of `folder`, whose samples are listed now.
     void OpenPlate(const std::string& folder, std::unique_ptr<CPlate>& plate);
+    // Tells that a sample is left out, in the plate's log and, when it is one of a plate, to Report.
+    void Skip(CPlate& plate, const std::string& path, bool isReported);
     // Replaces `sample` by the one at `path`. 0 if it did not load.
     std::int32_t OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate);
     // 1 if there is room for `units` results on the output volume or the user goes on all the same.
@@ -65,7 +68,10 @@ class CRunDriver {
     // run.
     std::int32_t RunPlates(const std::vector<std::string>& callerNames);
     std::int32_t RunFiles(const std::vector<std::string>& callerNames);
+    // One plate through all base callers. 0 as for RunPlates.
+    std::int32_t RunPlate(const std::string& folder, const std::vector<std::string>& callerNames);
     // One single file through all base callers. The result of its last pass; `before` when there was none.
-    std::int32_t RunFile(const std::string& path, CPlate& plate, const std::vector<std::string>& callerNames,
-                         std::int32_t before);
+    std::int32_t RunFile(const std::string& path, const std::vector<std::string>& callerNames, std::int32_t before);
+
+    CInputNames inputNames;
 };

@@ -1,17 +1,31 @@
 #include "run/StartUpLog.h"
 
-#include <tuple>
+#include <cerrno>
 
+#include "platform/Console.h"
 #include "platform/Files.h"
 
 namespace startuplog {
 
 namespace {
 
-void Write(platform::OpenMode mode, std::string_view text) {
+constexpr const char* name = "BaseCallStartUp.log";
+
+platform::Error Add(platform::OpenMode mode, std::string_view text) {
+    // In another folder nobody would look for it.
+    if (!platform::ProgramPath()) return ENOENT;
     platform::File log;
-    if (log.Open(platform::BesideProgram("BaseCallStartUp.log"), mode) || log.SeekFromEnd(0)) return;
-    std::ignore = log.Write(text);
+    if (const platform::Error error = log.Open(platform::BesideProgram(name), mode)) return error;
+    if (const platform::Error error = log.SeekFromEnd(0)) return error;
+    if (const platform::Error error = log.Write(text)) return error;
+    return log.Close();
+}
+
+void Write(platform::OpenMode mode, std::string_view text) {
+    const platform::Error error = Add(mode, text);
+    // An installation that its users may not write to goes without, and that is nothing odd.
+    if (!error || error == EACCES || error == EPERM || error == EROFS) return;
+    platform::Warn({name, " cannot be written: ", error.Text()});
 }
 
 }  // namespace

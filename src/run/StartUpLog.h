@@ -1,5 +1,5 @@
 // The start-up log, BaseCallStartUp.log beside the program: the command line of the last run, and what Report said in
-// an unattended one. It is opened and closed for every entry. A log that cannot be written is done without, silently.
+// an unattended one. It is opened and closed for every entry. A log that cannot be written is done without.
 #pragma once
 
 #include <string_view>

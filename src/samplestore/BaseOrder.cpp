@@ -33,13 +33,26 @@ bool CSampleFile::OrderFromLetters(bool forced) {
     return true;
 }
 
+void CSampleFile::SetLetters(const std::string& order) {
+    for (std::size_t i = 0; i < channelCount; ++i)
+        baseOrder[i] = i < order.size() ? order[i] : '\0';
+}
+
 void CSampleFile::OrderFromFallback(const std::string& fallbackOrder) {
+    SetLetters(fallbackOrder);
     for (std::size_t i = 0; i < channelCount; ++i) {
-        const char c = i < fallbackOrder.size() ? fallbackOrder[i] : '\0';
-        baseOrder[i] = c;
+        const char c = baseOrder[i];
         info.channelBase[i].front() = c;
         info.channel[i].base.assign(c == '\0' ? 0 : 1, c);
     }
+}
+
+// The order by the present description, which stays as it is; nothing is logged.
+void CSampleFile::FollowDescription(const std::string& fallbackOrder) {
+    const bool forced = plate->Settings().baseOrderForced != 0;
+    const bool hasNames = info.version >= versionWithNames;
+    if (forced || (!(hasNames && OrderFromNames()) && !OrderFromLetters(forced))) SetLetters(fallbackOrder);
+    EndBaseOrder();
 }
 
 void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
@@ -47,12 +60,11 @@ void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
     const bool hasNames = info.version >= versionWithNames;
     if (hasNames && forced) {
         OrderFromFallback(fallbackOrder);
-        return;
-    }
-    if (!(hasNames && OrderFromNames()) && !OrderFromLetters(forced)) {
+    } else if (!(hasNames && OrderFromNames()) && !OrderFromLetters(forced)) {
         OrderFromFallback(fallbackOrder);
         plate->Log(FormatMessage(MessageId::NoBaseOrder, {fileName}));
     }
+    EndBaseOrder();
     if (hasNames) return;
 
     // An old file says nothing of plate, well and sample, but its name does: "xyzA01.rsd".
@@ -64,13 +76,16 @@ void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
     if (info.sampleName.empty()) info.sampleName = stem.substr(0, well);
 }
 
-void CSampleFile::FillChannelOrders() const {
+// Fills the tables of channels from the letters, and ends the order with the letter of no base.
+void CSampleFile::EndBaseOrder() {
     constexpr std::string_view acgt = "ACGT", cagt = "CAGT";
     for (std::size_t j = 0; j < channelCount; ++j)
         for (std::size_t i = 0; i < channelCount; ++i) {
             if (baseOrder[j] == acgt[i]) channelOrderAcgt[i] = static_cast<std::int32_t>(j);
             if (baseOrder[j] == cagt[i]) channelOrderCagt[i] = static_cast<std::int32_t>(j);
         }
+    baseOrder[4] = 'N';
+    baseOrder[5] = '\0';
 }
 
 void CSampleFile::NameChemistry() {

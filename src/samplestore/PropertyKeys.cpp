@@ -73,6 +73,11 @@ class KeyWriter {
     KeyWriter(std::vector<std::uint8_t>& bytes, std::size_t& endMarker) : tree(bytes), tail(endMarker) {}
 
     bool IsGood() const { return isGood; }
+    // True when the tree holds a text under the key.
+    bool HasText(std::string_view key) const {
+        CPropertyItem item;
+        return CPropertyTree::Get(key, tree.data(), item, tree.data() + tree.size()) > 0 && item.type == property::Text;
+    }
 
     void operator()(std::string_view key, const std::string& text) {
         Put(key, property::Text, 0, text.c_str(), text.size() + 1);
@@ -238,6 +243,8 @@ bool StoreKeys(std::vector<std::uint8_t>& tree, std::size_t& tail, const CSample
         reason("BASECALL ERROR", analysis.basecallError);
         return reason.IsGood();
     }
+    // The error of an earlier call would make this one look failed.
+    if (writer.HasText("BASECALL ERROR")) writer("BASECALL ERROR", analysis.basecallError);
     WalkBases(writer, analysis);
     WalkStarts(writer, analysis);
     WalkMeasurements(writer, analysis);

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <tuple>
 
 #include "samplestore/PropertyKeys.h"
@@ -38,6 +39,18 @@ void CRsdFile::Reset() {
     trailer.reset();
     tree.clear();
     scans.clear();
+}
+
+std::string CRsdFile::Reason(Error error) {
+    if (error == malformed || error == EINVAL) return "It is no well-formed sample file";
+    if (error == treeTooLarge) return "Its property tree is too large";
+    return error.Text();
+}
+
+Error CRsdFile::CheckTrailer(const std::string& path) {
+    CRsdFile file;
+    if (const Error error = file.Open(path, true)) return error;
+    return file.ReadTrailer();
 }
 
 Error CRsdFile::Open(const std::string& path, bool forReading) {
@@ -179,6 +192,7 @@ Error CRsdFile::StoreInfo(std::uint32_t scansXor) {
 
     const std::size_t used = tail + 1;
     const std::size_t treeSize = (used + 3) / 4 * 4;
+    if (treeSize > largestTree) return notStored;  // no reader would take it
     tree.resize(std::max(tree.size(), treeSize));
     std::fill(tree.begin() + static_cast<std::ptrdiff_t>(used), tree.begin() + static_cast<std::ptrdiff_t>(treeSize),
               std::uint8_t{0});
@@ -236,6 +250,6 @@ Error CRsdFile::Close() {
     return success;
 }
 
-void CRsdFile::CloseQuietly() {
-    std::ignore = Close();
+void CRsdFile::CloseQuietly() noexcept try { std::ignore = Close(); } catch (const std::bad_alloc&) {
+    file.CloseQuietly();
 }

@@ -20,8 +20,8 @@
 class CRsdFile {
   public:
     using Error = platform::Error;
-    static constexpr Error notStored{-1};    // Open on an open object; a key that the tree does not take
-    static constexpr Error treeTooLarge{1};  // a tree block above 1,000,000 bytes
+    static constexpr Error notStored{-1};    // Open on an open object; a key that the tree does not take, or too large
+    static constexpr Error treeTooLarge{1};  // a tree block above 1,000,000 bytes in a file
     static constexpr Error isReadOnly{13};   // EACCES: a write on a file opened for reading
     static constexpr Error malformed{34};    // ERANGE: short read, bad version, sizes beyond the file
 
@@ -30,6 +30,11 @@ class CRsdFile {
     ~CRsdFile() { CloseQuietly(); }
     CRsdFile(const CRsdFile&) = delete;
     CRsdFile& operator=(const CRsdFile&) = delete;
+
+    // What is wrong, in words.
+    static std::string Reason(Error error);
+    // No error for a file that ends in a trailer of a valid version.
+    static Error CheckTrailer(const std::string& path);
 
     // Opens an existing file, for reading only or for update.
     Error Open(const std::string& path, bool readOnly);
@@ -51,7 +56,7 @@ class CRsdFile {
     // Commits unless read-only, and closes the file whatever the result. No error when nothing is open.
     Error Close();
     // The same when nothing depends on the result, as after reading.
-    void CloseQuietly();
+    void CloseQuietly() noexcept;
 
   private:
     void Reset();

@@ -40,14 +40,16 @@ SampleKind KindFromSignature(const std::string& path) {
 }
 
 // The kind of the file. A sample file that reads well stays open in `file`, with its description in `description`, so
-// that a load need not read them again.
-SampleKind Examine(const std::string& path, CRsdFile& file, CSampleInfo& description) {
+// that a load need not read them again. One that does not gives the reason in `error`.
+SampleKind Examine(const std::string& path, CRsdFile& file, CSampleInfo& description, Error& error) {
     if (!HasSampleExtension(path)) return KindFromSignature(path);
-    if (file.Open(path, true)) {
+    error = file.Open(path, true);
+    if (error) {
         platform::ShowBox("cannot read the file");
         return SampleKind::Unreadable;
     }
-    if (file.ReadInfo(description)) {
+    error = file.ReadInfo(description);
+    if (error) {
         file.CloseQuietly();
         return SampleKind::Unreadable;
     }
@@ -100,14 +102,17 @@ CTraceFile* CSampleFile::CreateProcessedTrace(const std::string& path, std::int3
 SampleKind CSampleFile::CheckSampleKind(const std::string& path) const {
     CRsdFile file;
     CSampleInfo description;
-    return Examine(path, file, description);
+    Error error;
+    return Examine(path, file, description, error);
 }
 
 std::int32_t CSampleFile::LoadProcessed(CTraceFile& holder, std::int32_t readInfo) {
     CRsdFile file;
     CSampleInfo description;
-    const SampleKind kind = Examine(holder.path, file, description);
+    Error reason;
+    const SampleKind kind = Examine(holder.path, file, description, reason);
     if (kind == SampleKind::Abif) return 0;
+    if (kind == SampleKind::Unreadable) platform::Warn({holder.path, " cannot be read: ", CRsdFile::Reason(reason)});
     if (kind == SampleKind::Scf || kind == SampleKind::Unreadable) return 1;
 
     if (file.IsOpen()) {
@@ -118,8 +123,8 @@ std::int32_t CSampleFile::LoadProcessed(CTraceFile& holder, std::int32_t readInf
             return 0;
         }
         if (const Error error = readInfo ? file.ReadInfo(info) : platform::success) {
-            constexpr std::string_view reason = ". Wrong file format.The file may contain analyzed data";
-            LogFailure(*plate, FormatMessage(MessageId::Skipped, {reason}), error);
+            constexpr std::string_view text = ". Wrong file format.The file may contain analyzed data";
+            LogFailure(*plate, FormatMessage(MessageId::Skipped, {text}), error);
             return 0;
         }
     }
@@ -127,12 +132,22 @@ std::int32_t CSampleFile::LoadProcessed(CTraceFile& holder, std::int32_t readInf
     bool mismatch = false;
     const Error error = ReadTrace(file, *holder.trace, info, mismatch);
     if (error || mismatch) {
-        constexpr std::string_view reason = ". Wrong file format.The file may be corrupted";
-        LogFailure(*plate, FormatMessage(MessageId::Skipped, {reason}), error);
+        constexpr std::string_view text = ". Wrong file format.The file may be corrupted";
+        LogFailure(*plate, FormatMessage(MessageId::Skipped, {text}), error);
         return 0;
     }
     if (CProcessedTrace* processed = holder.Processed()) processed->separationMatrix = info.separationMatrix;
     return 1;
+}
+
+bool CSampleFile::LoadStored() {
+    const CSampleInfo former = info;
+    if (LoadProcessed(*processedTrace, 1) == 0 || !processedTrace->trace->HasChannels()) {
+        info = former;
+        return false;
+    }
+    if (!rawTrace->trace->HasChannels()) FollowDescription(plate->Settings().baseOrder);
+    return true;
 }
 
 std::int32_t CSampleFile::Load(const std::string& path, std::int32_t processed) {
@@ -142,9 +157,6 @@ std::int32_t CSampleFile::Load(const std::string& path, std::int32_t processed) 
     if (info.processed != (processed != 0)) return 0;
 
     ResolveBaseOrder(plate->Settings().baseOrder);
-    FillChannelOrders();
-    baseOrder[4] = 'N';
-    baseOrder[5] = '\0';
     NameChemistry();
     plate->Log(FormatMessage(MessageId::UsingBaseOrder, {baseOrder.substr(0, 4).c_str()}));
     return 1;

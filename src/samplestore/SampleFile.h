@@ -55,6 +55,10 @@ class CSampleFile {
     // be read as a sample, which leaves the trace empty.
     std::int32_t LoadProcessed(CTraceFile& holder, std::int32_t readInfo);
     SampleKind CheckSampleKind(const std::string& path) const;
+    // Reads what an earlier run has stored under the path of processedTrace, with its description. Where the raw file
+    // could not be read the base order follows from that description. False when there is no trace in it; the sample
+    // is then as it was before.
+    bool LoadStored();
 
     // --- samplestore/: saving; 1 on success, 0 otherwise. The raw file is never changed. ---
 
@@ -101,9 +105,11 @@ class CSampleFile {
 
   private:
     void ResolveBaseOrder(const std::string& fallbackOrder);
+    void FollowDescription(const std::string& fallbackOrder);
     bool OrderFromNames();
     bool OrderFromLetters(bool forced);
     void OrderFromFallback(const std::string& fallbackOrder);
-    void FillChannelOrders() const;
+    void SetLetters(const std::string& order);
+    void EndBaseOrder();
     void NameChemistry();
 };

@@ -3,6 +3,7 @@
 
 #include "export/Formats.h"
 #include "platform/AtomicFile.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
@@ -26,14 +27,20 @@ class CSampleCopy {
     CSampleCopy(const CSampleFile& owner, const std::string& path) : sample(owner), target(path) {}
 
     // Makes a writable copy of the raw file and opens it as `file`. The raw file is never touched, also when it is the
-    // target itself.
+    // target itself. What is no sample file is not copied: nobody could read what would come of it.
     bool Open() {
-        if (!sample.rawTrace || platform::IsSameFile(sample.rawTrace->path, target)) return false;
-        if (const platform::Error error = Copy()) {
-            if (IsAccessDenied(error)) sample.plate->driver->Report("Access is denied");
+        if (!sample.rawTrace) return false;
+        if (IsSampleFile()) {
+            platform::Warn({target, " is a sample file and is not replaced"});
             return false;
         }
-        if (platform::SetNormalAttributes(copy.TemporaryName())) return false;
+        if (const platform::Error error = Copy()) {
+            if (IsAccessDenied(error))
+                sample.plate->driver->Report("Access is denied");
+            else
+                platform::Warn({target, " cannot be stored: ", CRsdFile::Reason(error)});
+            return false;
+        }
         if (!file.Open(copy.TemporaryName(), false)) return true;
         sample.plate->Log(FormatMessage(MessageId::CannotOpenForWriting, {target}));
         return false;
@@ -50,9 +57,14 @@ class CSampleCopy {
     }
 
   private:
+    bool IsSampleFile() const { return platform::IsSameFile(sample.rawTrace->path, target); }
+
     platform::Error Copy() {
+        const std::string& raw = sample.rawTrace->path;
+        if (const platform::Error error = CRsdFile::CheckTrailer(raw)) return error;
         if (const platform::Error error = copy.Open(target)) return error;
-        return platform::CopyFile(sample.rawTrace->path, copy.TemporaryName());
+        if (const platform::Error error = platform::CopyFile(raw, copy.TemporaryName())) return error;
+        return platform::SetNormalAttributes(copy.TemporaryName());
     }
 
     const CSampleFile& sample;
