@@ -28,7 +28,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         if (isStart) words.push_back(&c);
         isStart = c == '\0';
     }
-    const CCommandLine line(static_cast<int>(words.size()), words.data(), SwitchNames(), {"*.esd", "*.rsd"});
+    const CCommandLine line(static_cast<int>(words.size()), words.data(), SwitchNames(), {{"*.esd"}, {"*.rsd"}});
     std::size_t taken = 0;
     for (const CParsedSwitch& given : line.switches)
         taken += 1 + given.parameters.size();

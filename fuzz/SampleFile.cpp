@@ -9,6 +9,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     CRunDriver driver(1);
     driver.unattended = 1;
     driver.baseCallers = std::make_unique<CBaseCallerSet>(&driver);
+    driver.baseCallers->callers.push_back(std::make_unique<CBaseCaller>());
+    driver.baseCallers->currentCaller = driver.baseCallers->callers.back().get();
     CPlate plate(folder.Path(), {}, &driver);
     plate.outputFolder = folder.MakeFolder("out");
 
