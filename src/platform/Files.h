@@ -84,6 +84,11 @@ struct FileIdentity {
 std::optional<FileIdentity> IdentityOf(const std::string& path);
 // True when both paths name one existing file.
 bool IsSameFile(const std::string& a, const std::string& b);
+// The identity of what stands at `path` itself: of a symbolic link, not of what it leads to.
+std::optional<FileIdentity> IdentityOfName(const std::string& path);
+// Where a symbolic link at `path` leads in the end, as the host's full path. Nothing for what is no link, or when it
+// leads to nothing.
+std::optional<std::string> LinkTarget(const std::string& path);
 // Bytes that this user may still write on the volume of `path` (of the current folder when empty).
 std::optional<std::uint64_t> FreeBytes(const std::string& path);
 

@@ -6,7 +6,9 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
+#include <memory>
 #include <tuple>
 
 #include "platform/Console.h"
@@ -27,6 +29,11 @@ Error OnNativePath(const std::string& path, Call call) {
 
 Error Status(const std::string& path, struct stat& status) {
     return OnNativePath(path, [&](const char* name) { return ::stat(name, &status); });
+}
+
+// Of a symbolic link itself.
+Error NameStatus(const std::string& path, struct stat& status) {
+    return OnNativePath(path, [&](const char* name) { return ::lstat(name, &status); });
 }
 
 }  // namespace
@@ -66,6 +73,19 @@ std::optional<FileIdentity> IdentityOf(const std::string& path) {
 bool IsSameFile(const std::string& a, const std::string& b) {
     const auto first = IdentityOf(a);
     return first && first == IdentityOf(b);
+}
+
+std::optional<FileIdentity> IdentityOfName(const std::string& path) {
+    struct stat status {};
+    if (NameStatus(path, status)) return std::nullopt;
+    return FileIdentity{status.st_dev, status.st_ino};
+}
+
+std::optional<std::string> LinkTarget(const std::string& path) {
+    struct stat status {};
+    if (NameStatus(path, status) || !S_ISLNK(status.st_mode)) return std::nullopt;
+    const std::unique_ptr<char, void (*)(void*)> end(::realpath(NativePath(path)->c_str(), nullptr), std::free);
+    return end ? std::optional<std::string>(end.get()) : std::nullopt;
 }
 
 std::optional<std::uint64_t> FreeBytes(const std::string& path) {

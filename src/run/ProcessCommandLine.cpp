@@ -27,6 +27,7 @@ std::int32_t CRunDriver::ProcessCommandLine(int argc, const char* const* argv,
     inputPlates = line.plates;
     inputFiles = line.files;
     fileTypes = types;
+    inputSamples = CInputSamples(inputPlates, inputFiles, fileTypes);
     // Ahead of all else: how anything is reported depends on it.
     for (const CParsedSwitch& given : line.switches)
         if (IsSwitch(given.name, Switch::Unattended)) unattended = 1;

@@ -9,6 +9,7 @@
 #include "discovery/FileTypeFilter.h"
 #include "plugins/BaseCallerSet.h"
 #include "run/InputNames.h"
+#include "run/InputSamples.h"
 #include "samplestore/SampleFile.h"
 
 class CPlate;
@@ -18,6 +19,7 @@ class CRunDriver {
     std::vector<CFileTypeFilter> fileTypes;
     std::vector<std::string> inputFiles;   // single sample files
     std::vector<std::string> inputPlates;  // plate folders
+    CInputSamples inputSamples;            // which files of the input nothing may change
     std::string analysisIniPath;           // stays empty unless LocateSettings looks for it
     std::string settingsIniPath;
     std::string outputFolder;  // root of all output

@@ -40,6 +40,8 @@ class CRsdFile {
     Error Open(const std::string& path, bool readOnly);
     bool IsOpen() const { return file.IsOpen(); }
 
+    // Reads the trailer, if that has not been done yet; malformed for a file without a valid one, which is no sample.
+    Error ReadTrailer();
     // The description: as the file has it or, after WriteInfo, as it was given.
     Error ReadInfo(CSampleInfo& out);
     Error WriteInfo(const CSampleInfo& newInfo);
@@ -60,7 +62,6 @@ class CRsdFile {
 
   private:
     void Reset();
-    Error ReadTrailer();
     Error SeekFromEnd(std::int64_t size);
     Error ReadTree();
     Error LoadTree(std::uint32_t& share);

@@ -17,14 +17,14 @@
 
 using platform::Error;
 
-namespace {
-
 bool HasSampleExtension(const std::string& path) {
     const std::size_t dot = path.rfind('.');
     if (dot == std::string::npos || dot == 0) return false;
-    const std::string extension = platform::UpperAscii(path.substr(dot));
-    return extension == ".RSD" || extension == ".ESD";
+    const std::string_view extension = std::string_view(path).substr(dot);
+    return platform::EqualIgnoringCase(extension, ".rsd") || platform::EqualIgnoringCase(extension, ".esd");
 }
+
+namespace {
 
 SampleKind KindFromSignature(const std::string& path) {
     constexpr std::size_t needed = 11;

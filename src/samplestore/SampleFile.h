@@ -27,6 +27,9 @@ enum class SampleKind : std::int32_t {
     Unreadable = 4,  // a ".rsd" or ".esd" file that cannot be read
 };
 
+// True for a path that ends in ".rsd" or ".esd" (case ignored).
+bool HasSampleExtension(const std::string& path);
+
 class CSampleFile {
   public:
     std::string fileName;   // with extension, no folder

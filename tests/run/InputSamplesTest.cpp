@@ -1,0 +1,49 @@
+#include "run/InputSamples.h"
+
+#include <unistd.h>
+
+#include "samplestore/SampleFixture.h"
+
+using sampletest::SampleTest;
+
+class InputSamples : public SampleTest {};
+
+TEST_F(InputSamples, AreKnownByAnyNameAndOtherSamplesOnlyThroughALink) {
+    const auto sample = [&](const std::string& name) {
+        temp.MakeFolder(name.substr(0, name.rfind("/")));
+        ASSERT_EQ(WriteSample(Path(name), sampletest::RawInfo(3), sampletest::NumberedScans(3)), 0);
+    };
+    const auto link = [&](const std::string& name, const std::string& to) {
+        std::filesystem::create_symlink(Path(to), Path(name));
+    };
+    for (const char* name : {"p/a.rsd", "q/data", "archive/b", "archive/named.ESD"})
+        sample(name);
+    temp.Write("p/torn.esd", "no trailer");
+    temp.Write("q/text", "no sample");
+    link("p/linked.rsd", "archive/b");
+    ASSERT_EQ(::link(Path("p/a.rsd").c_str(), Path("hard").c_str()), 0);
+    link("soft", "p/a.rsd");
+    link("soft.again", "soft");
+    link("to.data", "q/data");
+    link("to.named", "archive/named.ESD");
+    link("to.text", "q/text");
+    link("to.nothing", "none.rsd");
+
+    const std::vector<CFileTypeFilter> types{{"*.esd"}, {"*.rsd"}};
+    const CInputSamples none, plate({Path("p"), Path("missing")}, {}, types),
+        files({}, {Path("q/data"), Path("q/text"), Path("none.rsd")}, types);
+    for (const char* name : {"p/a.rsd", "hard", "p/../p/a.rsd", "p/torn.esd", "archive/b"}) {
+        EXPECT_TRUE(plate.ForbidWriting(Path(name)) && plate.ForbidReplacing(Path(name))) << name;
+        EXPECT_FALSE(none.ForbidWriting(Path(name)) || none.ForbidReplacing(Path(name))) << name;
+    }
+    // Links may give their place to another file, but for those that are the input's own.
+    for (const char* name : {"soft", "soft.again", "to.data", "to.named", "p/linked.rsd"}) {
+        EXPECT_TRUE(plate.ForbidWriting(Path(name))) << name;
+        EXPECT_TRUE(none.ForbidWriting(Path(name))) << name;
+        EXPECT_EQ(plate.ForbidReplacing(Path(name)), std::string(name) == "p/linked.rsd") << name;
+    }
+    for (const char* name : {"q/text", "to.text", "to.nothing", "none.rsd", "missing", "archive/named.ESD"})
+        EXPECT_FALSE(plate.ForbidWriting(Path(name)) || files.ForbidReplacing(Path(name))) << name;
+    EXPECT_TRUE(files.ForbidWriting(Path("q/data")) && files.ForbidReplacing(Path("q/data")));
+    EXPECT_FALSE(files.ForbidWriting(Path("p/a.rsd")));
+}
