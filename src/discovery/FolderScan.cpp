@@ -24,10 +24,12 @@ void CFolderScan::Scan(const std::string& path, const std::vector<CFileTypeFilte
 
     std::string root = path;
     SplitPath(root);
+    const bool isWorkingFolder = root.empty() && path.find_first_of("\\/") == std::string::npos;
     List(root, path, subfolders, true);
     std::set<platform::FileIdentity> entered;
+    if (const auto identity = platform::IdentityOf(isWorkingFolder ? "." : root + '/')) entered.insert(*identity);
     // The list grows while it is walked, and so the tree is taken level by level. A second way to a folder, by a link,
-    // would only lead to the same files once more, and round and round.
+    // would only lead to the same files once more, and one back to the root to what the pattern leaves out.
     for (std::size_t i = 0; i < subfolders.size(); ++i) {
         const std::string next = subfolders[i];
         const auto identity = platform::IdentityOf(next);

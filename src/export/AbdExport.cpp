@@ -161,6 +161,7 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
         }
         const std::string path = sample.ExportPath(sourcePath, "abd");
         if (path.empty()) return 0;
+        if (!IsTargetFree(sample, path)) throw CComError(HresultFromErrno(EEXIST));
         std::int32_t opened = 0;
         Check(writer->OpenFile(path, 0, opened));
         if (opened == 0) {

@@ -1,6 +1,15 @@
 #include "export/Formats.h"
 
+#include "platform/Console.h"
 #include "run/Plate.h"
+#include "run/RunDriver.h"
+
+bool IsTargetFree(const CSampleFile& sample, const std::string& path) {
+    const CRunDriver* driver = sample.plate->driver;
+    if (!driver || !driver->inputSamples.ForbidReplacing(path)) return true;
+    platform::Warn({path, " is a sample file and is not replaced"});
+    return false;
+}
 
 void Exported(const CSampleFile& sample, Format format, const std::string& path) {
     const CFormat& row = formats.at(static_cast<std::size_t>(format));

@@ -37,5 +37,7 @@ constexpr std::int32_t SectionOf(Format format) {
     return firstSection + sectionsEach * static_cast<std::int32_t>(format);
 }
 
+// False, after a warning, when a file at `path` would take the place of a sample of the input.
+bool IsTargetFree(const CSampleFile& sample, const std::string& path);
 // Records that a file of the sample was written: in the plate's log and in its log.xml.
 void Exported(const CSampleFile& sample, Format format, const std::string& path);

@@ -1,6 +1,7 @@
 // SCF files: what goes into them. How they are laid out is told in tracewriter/ScfFile.h.
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <span>
 #include <string>
 #include <vector>
@@ -84,6 +85,7 @@ void SendComments(IScfWriter& writer, const CSampleInfo& info, const CProcessedT
 // Writes the file and logs it. 0 when no path could be made.
 std::int32_t Save(IScfWriter& writer, const CSampleFile& sample, const std::string& path) {
     if (path.empty()) return 0;
+    if (!IsTargetFree(sample, path)) throw CComError(HresultFromErrno(EEXIST));
     Check(writer.SaveFile(path));
     Exported(sample, Format::Scf, path);
     return 1;

@@ -116,21 +116,25 @@ void DumpTable(CTextFile& out, const CCapTrace& trace, double factor) {
     }
 }
 
+// A dump that cannot be made counts as done.
+void WriteDump(const std::string& path, const CSampleFile& sample, const CTraceFile& holder) {
+    CTextFile out(path);
+    DumpDescription(CLines(out), sample.info, holder.path);
+    const CProcessedTrace* processed = holder.Processed();
+    if (processed) {
+        DumpAnalysis(CLines(out), sample.info.analysis);
+        DumpSequence(out, sample, *processed);
+    }
+    DumpTable(out, *holder.trace, processed ? processedFactor : 1.0);
+    if (const platform::Error error = out.Commit()) platform::Warn({path, " cannot be written: ", error.Text()});
+}
+
 }  // namespace
 
 std::int32_t CSampleFile::ExportText(CTraceFile& holder) {
     const std::string path = ExportPath(holder.path, "txt");
     if (path.empty()) return 0;
-    CTextFile out(path);
-    DumpDescription(CLines(out), info, holder.path);
-    const CProcessedTrace* processed = holder.Processed();
-    if (processed) {
-        DumpAnalysis(CLines(out), info.analysis);
-        DumpSequence(out, *this, *processed);
-    }
-    DumpTable(out, *holder.trace, processed ? processedFactor : 1.0);
-    // A dump that cannot be made counts as done.
-    if (const platform::Error error = out.Commit()) platform::Warn({path, " cannot be written: ", error.Text()});
+    if (IsTargetFree(*this, path)) WriteDump(path, *this, holder);
     Exported(*this, Format::Text, path);
     return 1;
 }

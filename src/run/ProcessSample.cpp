@@ -16,11 +16,11 @@ std::string ProcessedPath(const CSampleFile& sample) {
     return sample.plate->outputFolder + '/' + WithoutExtension(sample.fileName) + ".esd";
 }
 
-// Removes what a failed storing left, but never the raw file itself, whatever name leads to it.
-void DeleteTarget(const CSampleFile& sample) {
+// Removes what a failed storing left, but never a raw file, whatever name leads to it.
+void DeleteTarget(const CSampleFile& sample, const CInputSamples& inputs) {
     const std::string& path = sample.processedTrace->path;
     if (sample.rawTrace && platform::IsSameFile(sample.rawTrace->path, path)) return;
-    platform::DeleteIfThere(path);
+    if (!inputs.ForbidReplacing(path)) platform::DeleteIfThere(path);
 }
 
 }  // namespace
@@ -97,11 +97,11 @@ std::int32_t CBaseCallerSet::BaseCallSample(CSampleFile& sample, std::int32_t fi
     const std::int32_t called = sample.BaseCall(currentCaller->module, *dyeMatrix, firstScan, lastScan, procedureIndex);
     if (called == 0) {
         plate.Log(FormatMessage(MessageId::BaseCallFailed, {sample.fileName, library}));
-        if (sample.SaveFailedSample(holder) == 0) DeleteTarget(sample);
+        if (sample.SaveFailedSample(holder) == 0) DeleteTarget(sample, driver->inputSamples);
         return 0;
     }
     if (sample.SaveProcessedSample(holder, procedureIndex) == 0) {
-        DeleteTarget(sample);
+        DeleteTarget(sample, driver->inputSamples);
         return 0;
     }
     const std::string stored = sample.fileName + " (proc. file name: " + holder.path + ")";

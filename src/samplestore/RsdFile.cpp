@@ -47,12 +47,6 @@ std::string CRsdFile::Reason(Error error) {
     return error.Text();
 }
 
-Error CRsdFile::CheckTrailer(const std::string& path) {
-    CRsdFile file;
-    if (const Error error = file.Open(path, true)) return error;
-    return file.ReadTrailer();
-}
-
 Error CRsdFile::Open(const std::string& path, bool forReading) {
     if (file.IsOpen()) return notStored;
     const auto mode = forReading ? platform::OpenMode::Read : platform::OpenMode::Update;

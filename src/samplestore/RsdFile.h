@@ -33,8 +33,6 @@ class CRsdFile {
 
     // What is wrong, in words.
     static std::string Reason(Error error);
-    // No error for a file that ends in a trailer of a valid version.
-    static Error CheckTrailer(const std::string& path);
 
     // Opens an existing file, for reading only or for update.
     Error Open(const std::string& path, bool readOnly);

@@ -20,6 +20,12 @@ bool IsAccessDenied(platform::Error error) {
     return error == EACCES || error == EPERM || error == EROFS || error == EISDIR;
 }
 
+platform::Error CheckTrailer(const std::string& path) {
+    CRsdFile file;
+    if (const platform::Error error = file.Open(path, true)) return error;
+    return file.ReadTrailer();
+}
+
 // The stored file: a copy of the raw one that is changed under a temporary name, so a crash never leaves a partial file
 // that a later run would take for stored calls. Reports and logs its failures.
 class CSampleCopy {
@@ -30,8 +36,10 @@ class CSampleCopy {
     // target itself. What is no sample file is not copied: nobody could read what would come of it.
     bool Open() {
         if (!sample.rawTrace) return false;
-        if (IsSampleFile()) {
-            platform::Warn({target, " is a sample file and is not replaced"});
+        if (!IsTargetFree(sample, target)) return false;
+        // Also through a link.
+        if (platform::IsSameFile(sample.rawTrace->path, target)) {
+            platform::Warn({target, " leads to the sample itself and is not replaced"});
             return false;
         }
         if (const platform::Error error = Copy()) {
@@ -57,11 +65,9 @@ class CSampleCopy {
     }
 
   private:
-    bool IsSampleFile() const { return platform::IsSameFile(sample.rawTrace->path, target); }
-
     platform::Error Copy() {
         const std::string& raw = sample.rawTrace->path;
-        if (const platform::Error error = CRsdFile::CheckTrailer(raw)) return error;
+        if (const platform::Error error = CheckTrailer(raw)) return error;
         if (const platform::Error error = copy.Open(target)) return error;
         if (const platform::Error error = platform::CopyFile(raw, copy.TemporaryName())) return error;
         return platform::SetNormalAttributes(copy.TemporaryName());

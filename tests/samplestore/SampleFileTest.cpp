@@ -252,7 +252,12 @@ TEST_F(SampleSaving, FailedCopies) {
 // A raw file that cannot be updated: the failure is told and nothing half-made is left.
 TEST_F(SampleSaving, DamagedCopy) {
     CTraceFile& holder = Processed(Path("out/a.esd"));
+    // Without a trailer there is no copy, and without the tree that a trailer tells of it cannot be brought up to date.
+    const Bytes raw = sampletest::ReadBytes(Path("a.rsd"));
     WriteBytes(Path("a.rsd"), Bytes(700));
+    EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
+    EXPECT_EQ(Log().find("failed to write"), std::string::npos);
+    WriteBytes(Path("a.rsd"), Bytes(raw.end() - 632, raw.end()));
     EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
     EXPECT_NE(Log().find("failed to write file " + Path("out/a.esd") + " \r\n"), std::string::npos);
     EXPECT_TRUE(std::filesystem::is_empty(Path("out")));
