@@ -16,7 +16,7 @@ fuzz::CTaker* input = nullptr;
 std::array<double, scans + 1000> curve;
 std::array<double*, 4> curves;
 std::array<PeakRecord, 256> peaks;
-std::array<BaseRecord, longest> bases;
+std::array<BaseRecord, longest + 1> bases;  // one more than are kept
 std::array<std::int32_t, std::size_t{8} * longest> numbers;
 std::array<float, longest> values;
 std::array<float*, 4> rows;

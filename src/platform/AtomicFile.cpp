@@ -45,7 +45,11 @@ Error CheckTarget(const std::string& path) {
 
 // Makes the file at `path`, which must not be there yet (EEXIST), and locks it.
 Error CreateLocked(const std::string& path, Descriptor& file) {
-    if (const Error error = file.Open(path, O_RDWR | O_CREAT | O_EXCL, 0666)) return error;
+    if (const Error error = file.Open(path, O_RDWR | O_CREAT | O_EXCL, 0666)) {
+        // It may have been made all the same, and nobody else has a file of this name.
+        if (!(error == EEXIST)) ::unlink(path.c_str());
+        return error;
+    }
     std::ignore = host::Try([&] { return ::flock(file.Number(), LOCK_EX); });  // some volumes know no locks
     struct stat status {};
     if (::fstat(file.Number(), &status) != 0 || status.st_nlink > 0) return success;

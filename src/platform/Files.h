@@ -109,6 +109,8 @@ Error SetCurrentFolder(const std::string& path);
 
 // Full path of the running program; nothing when it cannot be told.
 std::optional<std::string> ProgramPath();
+// Its folder, with the separator at its end.
+std::optional<std::string> ProgramFolder();
 // `name` in the folder of the running program; plain `name`, with a warning, when that folder cannot be told.
 std::string BesideProgram(const std::string& name);
 

@@ -126,14 +126,17 @@ std::optional<std::string> ProgramPath() {
     }
 }
 
-std::string BesideProgram(const std::string& name) {
+std::optional<std::string> ProgramFolder() {
     const auto program = ProgramPath();
-    if (!program) {
-        Warn("the folder of the program cannot be told: " + name + " is looked for in the working folder");
-        return name;
-    }
-    const std::size_t separator = program->rfind('/');
-    return separator == std::string::npos ? name : program->substr(0, separator + 1) + name;
+    if (!program) return std::nullopt;
+    return program->substr(0, program->rfind('/') + 1);
+}
+
+std::string BesideProgram(const std::string& name) {
+    const auto folder = ProgramFolder();
+    if (folder) return *folder + name;
+    Warn({"the folder of the program cannot be told: ", name, " is looked for in the working folder"});
+    return name;
 }
 
 }  // namespace platform

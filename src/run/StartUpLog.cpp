@@ -12,10 +12,10 @@ namespace {
 constexpr const char* name = "BaseCallStartUp.log";
 
 platform::Error Add(platform::OpenMode mode, std::string_view text) {
-    // In another folder nobody would look for it.
-    if (!platform::ProgramPath()) return ENOENT;
+    const auto folder = platform::ProgramFolder();
+    if (!folder) return ENOENT;  // in another folder nobody would look for it
     platform::File log;
-    if (const platform::Error error = log.Open(platform::BesideProgram(name), mode)) return error;
+    if (const platform::Error error = log.Open(*folder + name, mode)) return error;
     if (const platform::Error error = log.SeekFromEnd(0)) return error;
     if (const platform::Error error = log.Write(text)) return error;
     return log.Close();

@@ -193,3 +193,15 @@ TEST_F(PluginTest, TheExampleOfTheDocumentsCalls) {
     EXPECT_EQ(analysis.peakPositions[3], 35);
     EXPECT_GT(analysis.qualityScores[3], 95);
 }
+
+TEST_F(PluginTest, WhatCountsIsHowManyBasesAreKept) {
+    std::vector<float> positions(40000, 60);
+    positions[32767] = 61;
+    Report(positions);
+    ASSERT_EQ(Call(), 1);
+    EXPECT_EQ(trace->calledBases.Count(), 32767);
+    positions[32767] = 60;
+    Report(positions);
+    EXPECT_EQ(Call(), 0);
+    EXPECT_NE(analysis.basecallError, "");
+}

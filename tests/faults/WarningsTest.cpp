@@ -1,0 +1,88 @@
+// What is odd about a run and stands in no log is told in lines of warning, and nothing else changes because of it.
+#include <sys/stat.h>
+
+#include "run/ProgramFixture.h"
+
+using programtest::CountOf;
+using programtest::RunResult;
+
+namespace {
+
+class Warnings : public programtest::ProgramTest {
+  protected:
+    // The warnings of a run, which must be all that stands on standard error.
+    std::string Of(const std::string& words) {
+        const RunResult run = Run(words);
+        EXPECT_EQ(run.exitCode, 0) << words;
+        const std::string head = "lanewright: warning: ";
+        EXPECT_EQ(CountOf(head, run.errors), CountOf("\n", run.errors)) << run.errors;
+        return std::regex_replace(run.errors, std::regex(head), "");
+    }
+};
+
+}  // namespace
+
+TEST_F(Warnings, AreNotGivenForUsualRuns) {
+    MakeSample("plate/a.rsd");
+    MakeSample("plate/bad.rsd", 13);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(Of("-IP plate -OD out -BC -ABD -SCF -FA -FAP -FAG -RAW_TXT -PROC_TXT"), "");
+    EXPECT_EQ(Of("-E -IF 'plate/b*.rsd' plate/a.rsd -OD out -BC tenth.so"), "");
+}
+
+TEST_F(Warnings, TellOfInputThatIsNotThere) {
+    MakeSample("plate/a.rsd");
+    temp.MakeFolder("empty");
+    temp.Write("file", "");
+    const std::string output = " -OD out -BC";
+    EXPECT_EQ(Of("-IP none file empty" + output),
+              "the plate none cannot be listed: No such file or directory\n"
+              "the plate file cannot be listed: Not a directory\n"
+              "the plate empty holds no samples\n");
+    EXPECT_EQ(Of("-IP '*ate' './no*' -ID empty 'no*' missing -IF '*.rsd' 'plate/*.esd'" + output),
+              "*ate begins with a wildcard and is left out\n"
+              "./no* matches nothing\n"
+              "empty holds no folders\n"
+              "no* holds no folders\n"
+              "missing cannot be listed: No such file or directory\n"
+              "*.rsd begins with a wildcard and is left out\n"
+              "plate/*.esd matches nothing\n");
+}
+
+TEST_F(Warnings, TellOfWordsThatMayBeMeantOtherwise) {
+    MakeSample("plate/a.rsd");
+    EXPECT_EQ(Of("plate -e -IP plate -scff -OD out -BC tenth.so"),
+              "plate stands ahead of the first switch and is left out\n"
+              "-scff is no switch and counts as a parameter of -IP\n"
+              "the plate -scff cannot be listed: No such file or directory\n");
+}
+
+TEST_F(Warnings, TellOfPlatesThatGetIntoEachOthersWay) {
+    temp.MakeFolder("other/plate");
+    for (const char* name : {"plate/a.rsd", "other/plate/b.rsd", "other/plate/c.rsd"})
+        MakeSample(name);
+    const std::string output = " -OD out -BC";
+    const std::string shares = " shares its output folder with another one of the name plate\n";
+    EXPECT_EQ(Of("-IP plate other/plate ./plate" + output),
+              "the plate other/plate" + shares + "the plate ./plate is given twice\n");
+    // Files of one folder are one input.
+    EXPECT_EQ(Of("-IP plate -IF plate/a.rsd other/plate/b.rsd other/plate/c.rsd" + output),
+              "the plate other/plate" + shares);
+    EXPECT_EQ(Of("-IP plate/" + output),
+              "the plate plate/ has no name: a separator at the end of a path leaves none\n");
+}
+
+TEST_F(Warnings, TellOfWhatCannotBeStored) {
+    MakeSample("plate/a.rsd");
+    std::filesystem::create_directories(Path("out/plate_T10_QX1/Text/a.txt"));
+    // The matrix is there and is none.
+    temp.Write("bin/dyeMethod1.ini", "ACGT\n1 2 3\n");
+    const std::string text = Of("-IP plate -OD out -BC -PROC_TXT");
+    EXPECT_EQ(CountOf("dyeMethod1.ini is damaged", text), 1u) << text;
+    EXPECT_EQ(CountOf("out/plate_T10_QX1/Text/a.txt cannot be written: Is a directory\n", text), 1u) << text;
+    // A file that is not there has no copy either.
+    const RunResult run = Run("-IF none.rsd -OD out -BC");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(CountOf("the file none.rsd does not exist\n", run.errors), 1u) << run.errors;
+    EXPECT_EQ(CountOf("none.fsd cannot be stored: No such file or directory\n", run.errors), 1u) << run.errors;
+}
