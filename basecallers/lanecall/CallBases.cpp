@@ -96,16 +96,24 @@ class CRowSearch {
         }
     }
 
+    double Score() {
+        Search();
+        return static_cast<double>(lastScore);
+    }
     std::vector<Call> Run() {
+        Search();
+        return Trace();
+    }
+
+  private:
+    void Search() {
         const int count = range.Length();
         scores.resize(static_cast<std::size_t>(count));
         changes.resize(scores.size());
         for (int i = 0; i < count; ++i)
             Advance(i);
-        return Trace();
     }
 
-  private:
     struct Gaps {
         int shortest, longest;  // in scans; none when the longest is the smaller one
     };
@@ -213,7 +221,11 @@ std::vector<Call> CallBases(const Curves& sharp, ScanRange range, const CTrack& 
     return CRowSearch(sharp, range, spacing).Run();
 }
 
-void CentreCalls(std::vector<Call>& calls, const Curves& sharp) {
+double RowScore(const Curves& sharp, ScanRange range, const CTrack& spacing) {
+    return CRowSearch(sharp, range, spacing).Score();
+}
+
+void CentreCalls(std::vector<Call>& calls, const Curves& sharp, ScanRange range) {
     constexpr double share = 0.3;  // of the gaps to the neighbours
     std::vector<double> centres;
     for (std::size_t i = 0; i < calls.size(); ++i) {
@@ -229,7 +241,8 @@ void CentreCalls(std::vector<Call>& calls, const Curves& sharp) {
             const double bend = y[-1] - 2 * y[0] + y[1];
             if (y[0] >= y[-1] && y[0] >= y[1] && bend < 0) centre = scan + 0.5 * (y[-1] - y[1]) / bend;
         }
-        centres.push_back(std::clamp(centre, calls[i].scan - share * before, calls[i].scan + share * after));
+        centre = std::clamp(centre, calls[i].scan - share * before, calls[i].scan + share * after);
+        centres.push_back(std::clamp(centre, static_cast<double>(range.first), range.end - 1.0));
     }
     for (std::size_t i = 0; i < calls.size(); ++i)
         calls[i].scan = centres[i];

@@ -16,7 +16,11 @@ struct Call {
 // slowly and lies near the given one. `sharp` are sharpened curves in which a usual peak is about 1.
 std::vector<Call> CallBases(const Curves& sharp, ScanRange range, const CTrack& spacing);
 
-// Moves each call to the top of its peak, between scans, where one is near; the order of the calls stays.
-void CentreCalls(std::vector<Call>& calls, const Curves& sharp);
+// The score of that row: the higher, the better bases stand on an even row. Rows over the same range compare.
+double RowScore(const Curves& sharp, ScanRange range, const CTrack& spacing);
+
+// Moves each call to the top of its peak, between scans, where one is near; the order of the calls stays, and
+// none leaves the range.
+void CentreCalls(std::vector<Call>& calls, const Curves& sharp, ScanRange range);
 
 }  // namespace lanecall

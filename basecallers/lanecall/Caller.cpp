@@ -1,28 +1,14 @@
 #include "lanecall/Caller.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
-#include "lanecall/Baseline.h"
-#include "lanecall/Levels.h"
-#include "lanecall/PeakWidth.h"
 #include "lanecall/RawTrace.h"
 #include "lanecall/Separation.h"
-#include "lanecall/SeparationEstimate.h"
-#include "lanecall/Sharpen.h"
-#include "lanecall/SignalRange.h"
+#include "lanecall/Unreadable.h"
 
 namespace lanecall {
-
-namespace {
-
-constexpr int fewestScans = 200;
-constexpr std::size_t fewestBases = 10;
-constexpr int baselineWindow = 300;
-constexpr double bendSmoothing = 1.5;
-constexpr double shortestShare = 0.5, longestShare = 1.8;  // of a first estimate of the spacing
-
-}  // namespace
 
 void CCaller::TakeTrace(const double* const* arrays, int channels, int scans, const char* baseOrder) {
     for (std::size_t c = 0; c < channelCount && baseOrder && baseOrder[c] != '\0'; ++c)
@@ -30,11 +16,12 @@ void CCaller::TakeTrace(const double* const* arrays, int channels, int scans, co
     if (!arrays || channels < channelCount || scans <= 0) return;
     for (int c = 0; c < channelCount; ++c)
         if (!arrays[c]) return;
-    curves = TakeCurves(arrays, scans);
+    if (auto* recorded = std::get_if<Recorded>(&read)) recorded->curves = TakeCurves(arrays, scans);
 }
 
 void CCaller::TakeRange(int first, int last) {
-    wanted = ScanRange{first, last == INT32_MAX ? last : last + 1};
+    if (auto* recorded = std::get_if<Recorded>(&read))
+        recorded->wanted = ScanRange{first, last == INT32_MAX ? last : last + 1};
 }
 
 void CCaller::TakeMatrix(const float* const* rows) {
@@ -49,141 +36,84 @@ void CCaller::TakeMatrix(const float* const* rows) {
     }
 }
 
-bool CCaller::Fail(std::string text) {
-    problem = std::move(text);
+bool CCaller::Run(int procedure) {
+    if (procedure != done)
+        problem = "Procedure " + std::to_string(procedure) + " was asked for when " + std::to_string(done) + " was due";
+    else if (procedure >= procedureCount)
+        problem = "There is no procedure " + std::to_string(procedure);
+    else
+        return Advance();
     return false;
 }
 
-bool CCaller::Run(int procedure) {
-    if (procedure != done)
-        return Fail("Procedure " + std::to_string(procedure) + " was asked for when " + std::to_string(done) +
-                    " was due");
-    using Step = bool (CCaller::*)();
-    static constexpr std::array<Step, procedureCount> steps = {&CCaller::Prepare, &CCaller::SeparateDyes,
-                                                               &CCaller::Measure, &CCaller::SharpenPeaks,
-                                                               &CCaller::Align,   &CCaller::CallRead};
-    if (procedure >= procedureCount) return Fail("There is no procedure " + std::to_string(procedure));
-    const Step step = steps[static_cast<std::size_t>(procedure)];
-    const bool ok = (this->*step)();
-    if (ok) ++done;
-    return ok;
-}
-
-bool CCaller::Prepare() {
-    constexpr double mostSaturated = 0.25;
-    const int scans = ScanCount(curves);
-    if (scans < fewestScans)
-        return Fail("The trace is too short: " + std::to_string(scans) + " scans, " + std::to_string(fewestScans) +
-                    " are needed");
-    const Curves raw = curves;
-    for (Curve& curve : curves)
-        RemoveBaseline(curve, baselineWindow);
-    range = FindSignal(curves);
-    if (wanted) {
-        const ScanRange cut{std::max(range.first, wanted->first), std::min(range.end, wanted->end)};
-        if (cut.Length() >= fewestScans) range = cut;
+bool CCaller::Advance() {
+    try {
+        read = After(done);
+        ++done;
+        return true;
+    } catch (const CUnreadable& failure) {
+        problem = failure.what();
+    } catch (...) {
+        read = Recorded{};
+        throw;
     }
-    if (range.Length() == 0) return Fail("No signal: no peaks stand out from the noise in any channel");
-    if (range.Length() < fewestScans)
-        return Fail("The signal is too short: " + std::to_string(range.Length()) + " scans");
-    const double saturated = SaturatedShare(raw, range);
-    if (saturated > mostSaturated)
-        return Fail("The detector is saturated in " + std::to_string(static_cast<int>(100 * saturated)) +
-                    " percent of the signal");
-    return true;
+    read = Recorded{};  // a stage takes the former one's curves with it
+    return false;
 }
 
-std::optional<std::array<std::size_t, channelCount>> CCaller::BaseIndices() const {
-    const std::string order = "ACTG";
-    std::array<std::size_t, channelCount> indices{};
-    std::array<bool, channelCount> seen{};
-    for (std::size_t c = 0; c < channelCount; ++c) {
-        const std::size_t index = order.find(letters[c]);
-        if (index == std::string::npos || seen[index]) return std::nullopt;
-        seen[index] = true;
-        indices[c] = index;
+CCaller::Read CCaller::After(int procedure) {
+    constexpr int measureStep = 200;  // scans
+    switch (procedure) {
+        case 0:
+            return Prepare(std::get<Recorded>(read));
+        case 1: {
+            Separated separated = SeparateDyes(std::move(std::get<Prepared>(read)), letters, given);
+            NoteSeparation(separated);
+            return separated;
+        }
+        case 2:
+            return Measure(std::move(std::get<Separated>(read)));
+        case 3:
+            return SharpenPeaks(std::move(std::get<Measured>(read)));
+        case 4:
+            return Align(std::move(std::get<Sharpened>(read)), letters);
+        default: {
+            CalledRead called = ReadBases(std::move(std::get<Aligned>(read)));
+            MeasureSpacing(notes, called.range, called.widths, called.spacing, measureStep);
+            MeasureSeparation(notes, called.calls, called.curves);
+            return called;
+        }
     }
-    return indices;
 }
 
-bool CCaller::SeparateDyes() {
-    const auto indices = BaseIndices();
-    Curves bends = Bend(curves, range, bendSmoothing);
-    impulses = FindImpulses(bends, range);
-    Matrix matrix = Identity();
-    if (indices && !IsIdentity(given)) {
-        for (std::size_t r = 0; r < channelCount; ++r)
-            for (std::size_t c = 0; c < channelCount; ++c)
-                matrix[r][c] = given[(*indices)[r]][(*indices)[c]];
-    } else {
-        matrix = EstimateSeparation(bends, impulses);
-    }
-    const auto inverse = Invert(matrix);
-    if (!inverse) return Fail("The spectral separation matrix cannot be inverted");
-    Separate(curves, *inverse);
-    Separate(bends, *inverse);
-    impulses = FindImpulses(bends, range);
-    if (indices) {
-        matrixUsed = Identity();
-        for (std::size_t r = 0; r < channelCount; ++r)
-            for (std::size_t c = 0; c < channelCount; ++c)
-                (*matrixUsed)[(*indices)[r]][(*indices)[c]] = matrix[r][c];
-    }
-    for (std::size_t c = 0; c < channelCount; ++c)
-        rawNoise[c] = NoiseOf(curves[c], range);
-    MeasureZones(notes, curves, range, 10);
-    return true;
+void CCaller::NoteSeparation(const Separated& separated) {
+    constexpr int zones = 10;
+    MeasureZones(notes, separated.curves, separated.range, zones);
+    const auto indices = BaseIndices(letters);
+    if (!indices) return;
+    matrixUsed = Identity();
+    for (std::size_t r = 0; r < channelCount; ++r)
+        for (std::size_t c = 0; c < channelCount; ++c)
+            (*matrixUsed)[(*indices)[r]][(*indices)[c]] = separated.matrix[r][c];
 }
 
-bool CCaller::Measure() {
-    constexpr double smoothingShare = 0.2;  // of the spacing: less leaves noise, more joins neighbours
-    const Spacing rough = EstimateSpacing(impulses, range);
-    if (!rough.found) return Fail("No bases: the signal shows too few peaks to find their spacing");
-    const double usual = rough.scans.At(0.5 * (range.first + range.end));
-    impulses = FindImpulses(Bend(curves, range, std::max(bendSmoothing, smoothingShare * usual)), range);
-    spacing = EstimateSpacing(impulses, range, shortestShare * usual, longestShare * usual);
-    if (!spacing.found) spacing = rough;
-    const LevelTracks levels = EstimateLevels(curves, impulses, range);
-    for (std::size_t c = 0; c < channelCount; ++c) {
-        noise[c] = levels[c];
-        for (std::size_t k = 0; k < noise[c].Size(); ++k)
-            noise[c][k] = rawNoise[c] / levels[c][k];
-    }
-    DivideByLevels(curves, levels);
-    widths = EstimateWidth(curves, impulses, spacing);
-    return true;
+ScanRange CCaller::Range() const {
+    return std::visit(
+        [](const auto& stage) -> ScanRange {
+            if constexpr (requires { stage.range; }) return stage.range;
+            return {};
+        },
+        read);
 }
 
-bool CCaller::SharpenPeaks() {
-    for (std::size_t c = 0; c < channelCount; ++c)
-        sharp[c] = Sharpen(curves[c], range, widths, spacing.scans, noise[c]);
-    return true;
+Curves& CCaller::Processed() {
+    return std::visit([](auto& stage) -> Curves& { return stage.curves; }, read);
 }
 
-bool CCaller::Align() {
-    impulses = FindImpulses(sharp, range);
-    const double usual = spacing.scans.At(0.5 * (range.first + range.end));
-    const Spacing fine = EstimateSpacing(impulses, range, shortestShare * usual, longestShare * usual);
-    if (fine.found) spacing = fine;
-    const ShiftTracks shifts = EstimateMobility(impulses, spacing);
-    ShiftCurves(curves, range, shifts);
-    ShiftCurves(sharp, range, shifts);
-    return true;
-}
-
-bool CCaller::CallRead() {
-    constexpr int measureStep = 200;
-    calls = CallBases(sharp, range, spacing.scans);
-    if (calls.size() < fewestBases) return Fail("The read is too short: " + std::to_string(calls.size()) + " bases");
-    CentreCalls(calls, sharp);
-    qualities = JudgeCalls(calls, sharp);
-    good = FindGoodRegion(qualities);
-    if (good.last - good.first + 1 < static_cast<int>(fewestBases))
-        return Fail("No readable sequence: nowhere do " + std::to_string(fewestBases) +
-                    " bases in a row stand out clearly and evenly");
-    MeasureSpacing(notes, range, widths, spacing.scans, measureStep);
-    MeasureSeparation(notes, calls, curves);
-    return true;
+const CalledRead& CCaller::Result() const {
+    static const CalledRead none{};
+    const auto* called = std::get_if<CalledRead>(&read);
+    return called ? *called : none;
 }
 
 }  // namespace lanecall

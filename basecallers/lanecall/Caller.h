@@ -3,15 +3,15 @@
 
 #include <optional>
 #include <string>
+#include <variant>
 
 #include "lanecall/Annotation.h"
-#include "lanecall/CallBases.h"
-#include "lanecall/Mobility.h"
-#include "lanecall/Quality.h"
+#include "lanecall/ReadBases.h"
 
 namespace lanecall {
 
 constexpr int procedureCount = 6;
+static_assert(procedureCount <= 6, "the program runs no more than six procedures");
 
 class CCaller {
   public:
@@ -23,51 +23,37 @@ class CCaller {
     // Rows and columns in the order A, C, T, G.
     void TakeMatrix(const float* const* rows);
 
-    // Runs one procedure, in the order of their numbers; false when it failed, and Problem tells why.
+    // Runs one procedure, in the order of their numbers; false when it failed, and Problem says why.
     bool Run(int procedure);
     const std::string& Problem() const { return problem; }
 
     // --- what came of it; empty until the procedure that makes it has run ---
-    ScanRange Range() const { return range; }
-    Curves& Processed() { return curves; }
-    const std::vector<Call>& Calls() const { return calls; }
+    ScanRange Range() const;
+    Curves& Processed();
+    const std::vector<Call>& Calls() const { return Result().calls; }
     char LetterOf(int channel) const { return letters[static_cast<std::size_t>(channel)]; }
-    const std::vector<double>& Qualities() const { return qualities; }
-    GoodRegion Good() const { return good; }
-    double Overall() const { return OverallQuality(qualities, good); }
+    const std::vector<double>& Qualities() const { return Result().qualities; }
+    GoodRegion Good() const { return Result().good; }
+    double Overall() const { return OverallQuality(Qualities(), Good()); }
     // In the order A, C, T, G; none before separation.
     const std::optional<Matrix>& MatrixUsed() const { return matrixUsed; }
     Annotation& Notes() { return notes; }
 
   private:
-    bool Prepare();
-    bool SeparateDyes();
-    bool Measure();
-    bool SharpenPeaks();
-    bool Align();
-    bool CallRead();
-    bool Fail(std::string text);
-    // Index in A, C, T, G of each channel, or none when the letters are not those four.
-    std::optional<std::array<std::size_t, channelCount>> BaseIndices() const;
+    // The read after each procedure, from the trace as it was recorded to the called bases.
+    using Read = std::variant<Recorded, Prepared, Separated, Measured, Sharpened, CalledRead>;
 
-    std::array<char, channelCount> letters{'A', 'C', 'T', 'G'};
-    std::optional<ScanRange> wanted;
+    bool Advance();
+    Read After(int procedure);
+    void NoteSeparation(const Separated& separated);
+    const CalledRead& Result() const;
+
+    Letters letters{'A', 'C', 'T', 'G'};
     Matrix given{};  // A, C, T, G
-    int done = 0;    // procedures that have run
+    Read read = Recorded{};
+    int done = 0;  // procedures that have run
     std::string problem;
-
-    Curves curves;  // raw at first, processed in the end
-    ScanRange range;
     std::optional<Matrix> matrixUsed;
-    PerChannel rawNoise{};
-    ImpulseLists impulses;
-    Spacing spacing;
-    std::array<CTrack, channelCount> noise;  // deviation of the noise where a usual peak is 1
-    CTrack widths;
-    Curves sharp;
-    std::vector<Call> calls;
-    std::vector<double> qualities;
-    GoodRegion good;
     Annotation notes;
 };
 

@@ -7,10 +7,12 @@
 
 namespace lanecall {
 
-Curve Bend(const Curve& curve, ScanRange range, double smoothing) {
+namespace {
+
+std::vector<double> BendFilter(double smoothing) {
     const int reach = std::max(2, static_cast<int>(std::ceil(4 * smoothing)));
     std::vector<double> taps(static_cast<std::size_t>(reach + 1));
-    double sum = 0;
+    double sum = 0, response = 0;
     for (int k = 0; k <= reach; ++k) {
         const double u = k / smoothing;
         taps[static_cast<std::size_t>(k)] = (1 - u * u) * std::exp(-u * u / 2);
@@ -18,22 +20,46 @@ Curve Bend(const Curve& curve, ScanRange range, double smoothing) {
     }
     for (double& tap : taps)
         tap -= sum / (2 * reach + 1);
+    constexpr double peak = 4.5;  // deviation of a usual peak, in scans
+    for (int k = 0; k <= reach; ++k)
+        response += (k == 0 ? 1 : 2) * taps[static_cast<std::size_t>(k)] * std::exp(-0.5 * k * k / (peak * peak));
+    for (double& tap : taps)
+        tap /= response;
+    return taps;
+}
+
+}  // namespace
+
+Curve Bend(const Curve& curve, ScanRange range, const CTrack& smoothing) {
+    constexpr int blockScans = 60;
+    constexpr double ratio = 1.08;  // smoothings in one class differ by less
     Curve result(curve.size(), 0.0);
-    const int from = std::max(range.first, reach), to = std::min(range.end, static_cast<int>(curve.size()) - reach);
-    for (int i = from; i < to; ++i) {
-        const double* y = curve.data() + i;
-        double value = taps[0] * y[0];
-        for (int k = 1; k <= reach; ++k)
-            value += taps[static_cast<std::size_t>(k)] * (y[k] + y[-k]);
-        result[static_cast<std::size_t>(i)] = value;
+    std::vector<double> taps;
+    double made = 0;
+    for (int block = range.first; block < range.end; block += blockScans) {
+        const double wanted = smoothing.At(block + 0.5 * blockScans);
+        if (taps.empty() || wanted > made * ratio || wanted < made / ratio) {
+            taps = BendFilter(wanted);
+            made = wanted;
+        }
+        const int reach = static_cast<int>(taps.size()) - 1;
+        const int from = std::max(block, reach);
+        const int to = std::min({block + blockScans, range.end, static_cast<int>(curve.size()) - reach});
+        for (int i = from; i < to; ++i) {
+            const double* y = curve.data() + i;
+            double value = taps[0] * y[0];
+            for (int k = 1; k <= reach; ++k)
+                value += taps[static_cast<std::size_t>(k)] * (y[k] + y[-k]);
+            result[static_cast<std::size_t>(i)] = value;
+        }
     }
     return result;
 }
 
-Curves Bend(const Curves& curves, ScanRange range, double smoothing) {
+Curves Bend(const Curves& curves, ScanRange range, const ChannelTracks& smoothing) {
     Curves bends;
     for (std::size_t c = 0; c < channelCount; ++c)
-        bends[c] = Bend(curves[c], range, smoothing);
+        bends[c] = Bend(curves[c], range, smoothing[c]);
     return bends;
 }
 

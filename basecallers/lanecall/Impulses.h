@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "lanecall/Curves.h"
+#include "lanecall/Track.h"
 
 namespace lanecall {
 
@@ -15,9 +16,10 @@ struct Impulse {
 using ImpulseLists = std::array<std::vector<Impulse>, channelCount>;
 
 // How sharply a curve bends downward at each scan of the range: the second derivative of a Gaussian, upside down, as
-// the filter. `smoothing` is its deviation in scans. Linear in the curve, and blind to a straight baseline.
-Curve Bend(const Curve& curve, ScanRange range, double smoothing);
-Curves Bend(const Curves& curves, ScanRange range, double smoothing);
+// the filter. `smoothing` is its deviation in scans. Linear in the curve, blind to a straight baseline, and scaled so
+// that a usual peak comes out about as high whatever the smoothing.
+Curve Bend(const Curve& curve, ScanRange range, const CTrack& smoothing);
+Curves Bend(const Curves& curves, ScanRange range, const ChannelTracks& smoothing);
 
 // The tops of a bend curve, in rising order of scan.
 std::vector<Impulse> FindImpulses(const Curve& bend, ScanRange range);

@@ -9,51 +9,100 @@ namespace lanecall {
 
 namespace {
 
-constexpr double hopScans = 150, reachScans = 450;
-constexpr double leastShare = 0.2;  // of the strongest channel's level
-constexpr std::size_t fewestPeaks = 4;
+constexpr double hopScans = 120;
 
-// Median height of the strong peaks near `middle`, 0 when there are too few to tell.
-double HeightNear(const Curve& curve, const std::vector<Impulse>& impulses, double middle) {
-    constexpr double strong = 0.35;
-    std::vector<double> heights;
-    auto at = std::lower_bound(impulses.begin(), impulses.end(), middle - reachScans,
-                               [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
-    for (; at != impulses.end() && at->scan < middle + reachScans; ++at)
-        if (at->weight > strong) heights.push_back(Interpolate(curve, at->scan));
-    return heights.size() < fewestPeaks ? 0 : Quantile(std::move(heights), 0.5);
+struct Top {
+    double scan, height;
+};
+using Tops = std::vector<Top>;
+
+// The peaks of a channel that are neither noise nor small ones among tall ones.
+Tops StrongTops(const Curve& curve, const std::vector<Impulse>& impulses, double noise) {
+    constexpr double strong = 0.35, aboveNoise = 4;
+    Tops tops;
+    for (const Impulse& impulse : impulses) {
+        if (!(impulse.weight > strong)) continue;
+        const double height = Interpolate(curve, impulse.scan);
+        if (height > aboveNoise * noise) tops.push_back({impulse.scan, height});
+    }
+    return tops;
 }
 
-}  // namespace
+// Median height of the tops within `reach` scans of the middle, 0 when there are fewer than `fewest`.
+double HeightNear(const Tops& tops, double middle, double reach, std::size_t fewest) {
+    std::vector<double> heights;
+    auto at = std::lower_bound(tops.begin(), tops.end(), middle - reach,
+                               [](const Top& top, double scan) { return top.scan < scan; });
+    for (; at != tops.end() && at->scan < middle + reach; ++at)
+        heights.push_back(at->height);
+    return heights.size() < fewest ? 0 : Quantile(std::move(heights), 0.5);
+}
 
-LevelTracks EstimateLevels(const Curves& curves, const ImpulseLists& impulses, ScanRange range) {
-    std::vector<PerChannel> seen;
-    std::vector<double> greatest;
-    double last = 1;
+// How the channels share the height: each against the mean of all, over a long stretch.
+ChannelTracks Shares(const std::array<Tops, channelCount>& tops, ScanRange range) {
+    constexpr double reach = 600;  // scans, some 45 bases
+    constexpr double least = 0.2;  // of the mean; below that it is noise that would be blown up
+    constexpr std::size_t fewest = 4;
+    std::array<std::vector<double>, channelCount> shares;
+    PerChannel last;
+    last.fill(1);
     for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
-        PerChannel here{};
-        for (std::size_t c = 0; c < channelCount; ++c)
-            here[c] = HeightNear(curves[c], impulses[c], middle);
-        const double most = *std::max_element(here.begin(), here.end());
-        if (most > 0) last = most;
-        seen.push_back(here);
-        greatest.push_back(last);
+        PerChannel heights{};
+        double sum = 0, seen = 0;
+        for (std::size_t c = 0; c < channelCount; ++c) {
+            heights[c] = HeightNear(tops[c], middle, reach, fewest);
+            sum += heights[c];
+            seen += heights[c] > 0;
+        }
+        for (std::size_t c = 0; c < channelCount; ++c) {
+            if (heights[c] > 0 && seen > 1) last[c] = std::max(least, heights[c] * seen / sum);
+            shares[c].push_back(last[c]);
+        }
     }
-    LevelTracks tracks;
+    ChannelTracks tracks;
     for (std::size_t c = 0; c < channelCount; ++c) {
-        std::vector<double> shares, levels;
-        for (std::size_t k = 0; k < seen.size(); ++k)
-            shares.push_back(seen[k][c] / greatest[k]);
-        const double least = std::max(leastShare, 0.5 * Quantile(shares, 0.5));
-        for (std::size_t k = 0; k < seen.size(); ++k)
-            levels.push_back(std::max(seen[k][c], least * greatest[k]));
-        tracks[c] = CTrack(range.first, hopScans, std::move(levels));
-        tracks[c].Smooth(1);
+        tracks[c] = CTrack(range.first, hopScans, std::move(shares[c]));
+        tracks[c].Smooth(2);
     }
     return tracks;
 }
 
-void DivideByLevels(Curves& curves, const LevelTracks& levels) {
+}  // namespace
+
+ChannelTracks EstimateLevels(const Curves& curves, const ImpulseLists& impulses, ScanRange range,
+                             const PerChannel& noise) {
+    constexpr double reach = 250;  // scans: short, since the level of a read may drop tenfold within a few bases
+    constexpr double floor = 4;    // times the noise
+    constexpr std::size_t fewest = 8;
+    std::array<Tops, channelCount> tops;
+    for (std::size_t c = 0; c < channelCount; ++c)
+        tops[c] = StrongTops(curves[c], impulses[c], noise[c]);
+    const ChannelTracks shares = Shares(tops, range);
+    Tops all;
+    for (std::size_t c = 0; c < channelCount; ++c)
+        for (const Top& top : tops[c])
+            all.push_back({top.scan, top.height / shares[c].At(top.scan)});
+    std::sort(all.begin(), all.end(), [](const Top& a, const Top& b) { return a.scan < b.scan; });
+    std::vector<double> heights;
+    double last = 0;
+    for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
+        const double height = HeightNear(all, middle, reach, fewest);
+        if (height > 0) {
+            if (last == 0) std::fill(heights.begin(), heights.end(), height);
+            last = height;
+        }
+        heights.push_back(last);
+    }
+    CTrack height(range.first, hopScans, std::move(heights));
+    height.Smooth(1);
+    ChannelTracks levels = shares;
+    for (std::size_t c = 0; c < channelCount; ++c)
+        for (std::size_t k = 0; k < levels[c].Size(); ++k)
+            levels[c][k] = std::max({levels[c][k] * height[k], floor * noise[c], 1e-9});
+    return levels;
+}
+
+void DivideByLevels(Curves& curves, const ChannelTracks& levels) {
     for (std::size_t c = 0; c < channelCount; ++c)
         for (std::size_t i = 0; i < curves[c].size(); ++i) {
             const double level = levels[c].At(static_cast<double>(i));

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <complex>
 #include <numbers>
+#include <utility>
 
+#include "lanecall/CallBases.h"
+#include "lanecall/DyeShifts.h"
+#include "lanecall/FreeShifts.h"
 #include "lanecall/SmoothFit.h"
 #include "lanecall/Smoothing.h"
 
@@ -12,146 +15,110 @@ namespace lanecall {
 
 namespace {
 
-using Phasor = std::complex<double>;
-using Phasors = std::vector<std::array<Phasor, channelCount>>;  // of each window
+constexpr double greatestShift = 2;  // of one dye against the mean of all, in spacings
 
-constexpr double windowScans = 480;
-constexpr double greatestShift = 2;  // of one dye against another, in spacings
-
-// The rhythm of each channel at the known spacing: the angle tells where on the grid its peaks stand.
-Phasors RhythmOf(const ImpulseLists& impulses, const Spacing& spacing) {
-    Phasors phasors(spacing.scans.Size());
-    for (std::size_t w = 0; w < phasors.size(); ++w) {
-        const double middle = spacing.scans.ScanOf(w), turn = 2 * std::numbers::pi / spacing.scans[w];
-        for (std::size_t c = 0; c < channelCount; ++c) {
-            const auto& list = impulses[c];
-            auto at = std::lower_bound(list.begin(), list.end(), middle - windowScans / 2,
-                                       [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
-            for (; at != list.end() && at->scan < middle + windowScans / 2; ++at) {
-                const double offset = at->scan - middle;
-                const double taper = 0.5 + 0.5 * std::cos(2 * std::numbers::pi * offset / windowScans);
-                phasors[w][c] += std::polar(taper * std::min(1.0, at->weight), turn * offset);
-            }
-        }
-    }
-    return phasors;
-}
-
-// Angle of `channel` against the reference in every window: unwrapped, then smoothed, since a dye's shift changes
-// slowly and windows without a clear rhythm tell little.
-std::vector<double> AnglesAgainst(const Phasors& phasors, const std::vector<Phasor>& reference, std::size_t channel) {
-    constexpr int reach = 4;
-    constexpr double stiffness = 30, level = 0.05;
-    const int count = static_cast<int>(phasors.size());
-    std::vector<Phasor> relative(phasors.size());
-    std::size_t clearest = 0;
-    for (int w = 0; w < count; ++w) {
-        Phasor sum;
-        for (int k = std::max(0, w - reach); k < std::min(count, w + reach + 1); ++k) {
-            const auto window = static_cast<std::size_t>(k);
-            const double taper = 1 - std::abs(k - w) / (reach + 1.0);
-            sum += taper * phasors[window][channel] * std::conj(reference[window]);
-        }
-        relative[static_cast<std::size_t>(w)] = sum;
-        if (std::abs(sum) > std::abs(relative[clearest])) clearest = static_cast<std::size_t>(w);
-    }
-    std::vector<double> angles(phasors.size()), weights(phasors.size());
-    const auto follow = [&](std::size_t from, std::size_t to) {
-        const double turn = std::arg(relative[to]) - angles[from];
-        angles[to] = angles[from] + std::remainder(turn, 2 * std::numbers::pi);
-    };
-    angles[clearest] = std::arg(relative[clearest]);
-    for (std::size_t w = clearest; w + 1 < angles.size(); ++w)
-        follow(w, w + 1);
-    for (std::size_t w = clearest; w > 0; --w)
-        follow(w, w - 1);
-    const double most = std::abs(relative[clearest]);
-    for (std::size_t w = 0; w < weights.size(); ++w)
-        weights[w] = most > 0 ? std::norm(relative[w] / most) : 0;
-    return SmoothFit(angles, weights, stiffness, level);
-}
-
-// How badly the strong peaks of the four channels collide or leave holes when each channel is moved by a number of
-// whole spacings besides its shift.
-double Disorder(const ImpulseLists& impulses, const ShiftTracks& shifts, const Spacing& spacing,
-                const std::array<int, channelCount>& wholes) {
-    constexpr double strong = 0.4, regular = 1.5;
-    std::vector<double> places;
-    for (std::size_t c = 0; c < channelCount; ++c)
-        for (const Impulse& impulse : impulses[c])
-            if (impulse.weight > strong && spacing.regularity.At(impulse.scan) > regular)
-                places.push_back(impulse.scan - shifts[c].At(impulse.scan) -
-                                 wholes[c] * spacing.scans.At(impulse.scan));
-    std::sort(places.begin(), places.end());
-    double disorder = 0;
-    for (std::size_t i = 1; i < places.size(); ++i) {
-        const double gap = (places[i] - places[i - 1]) / spacing.scans.At(places[i]);
-        if (gap < 0.5) disorder += 0.5 - gap;
-    }
-    return disorder;
-}
-
-std::array<int, channelCount> WholeSpacings(const ImpulseLists& impulses, const ShiftTracks& shifts,
-                                            const Spacing& spacing, std::size_t anchor) {
-    std::array<int, channelCount> best{};
-    double least = Disorder(impulses, shifts, spacing, best);
-    for (int code = 0; code < 27; ++code) {
-        std::array<int, channelCount> wholes{};
-        int rest = code;
-        for (std::size_t c = 0; c < channelCount; ++c) {
-            if (c == anchor) continue;
-            wholes[c] = rest % 3 - 1;
-            rest /= 3;
-        }
-        // A shift by a whole spacing must pay, since most dyes differ by less.
-        const double disorder = Disorder(impulses, shifts, spacing, wholes) * 1.05;
-        if (disorder < least) {
-            least = disorder;
-            best = wholes;
-        }
-    }
-    return best;
-}
-
-}  // namespace
-
-ShiftTracks EstimateMobility(const ImpulseLists& impulses, const Spacing& spacing) {
-    ShiftTracks shifts;
-    if (!spacing.found) return shifts;
-    const Phasors phasors = RhythmOf(impulses, spacing);
-    PerChannel power{};
-    for (const auto& window : phasors)
-        for (std::size_t c = 0; c < channelCount; ++c)
-            power[c] += std::abs(window[c]);
-    const auto anchor = static_cast<std::size_t>(std::max_element(power.begin(), power.end()) - power.begin());
-    std::vector<Phasor> reference(phasors.size());
-    for (std::size_t w = 0; w < phasors.size(); ++w)
-        reference[w] = phasors[w][anchor];
-    const double first = spacing.scans.ScanOf(0), step = spacing.scans.Size() > 1 ? spacing.scans.ScanOf(1) - first : 1;
-    for (std::size_t c = 0; c < channelCount; ++c) {
-        std::vector<double> values(phasors.size(), 0.0);
-        if (c != anchor) {
-            values = AnglesAgainst(phasors, reference, c);
-            for (std::size_t w = 0; w < values.size(); ++w)
-                values[w] *= spacing.scans[w] / (2 * std::numbers::pi);
-        }
-        shifts[c] = CTrack(first, step, std::move(values));
-    }
-    const auto wholes = WholeSpacings(impulses, shifts, spacing, anchor);
-    for (std::size_t w = 0; w < phasors.size(); ++w) {
+// Makes the shifts average 0 at every scan.
+ChannelTracks Centred(ChannelTracks shifts, const Spacing& spacing) {
+    for (std::size_t w = 0; w < spacing.scans.Size(); ++w) {
         const double most = greatestShift * spacing.scans[w];
         double mean = 0;
-        for (std::size_t c = 0; c < channelCount; ++c) {
-            shifts[c][w] = std::clamp(shifts[c][w] + wholes[c] * spacing.scans[w], -most, most);
-            mean += shifts[c][w] / channelCount;
+        for (CTrack& track : shifts) {
+            track[w] = std::clamp(track[w], -most, most);
+            mean += track[w] / channelCount;
         }
-        for (auto& track : shifts)
+        for (CTrack& track : shifts)
             track[w] -= mean;
     }
     return shifts;
 }
 
-void ShiftCurves(Curves& curves, ScanRange range, const ShiftTracks& shifts) {
+struct Angle {
+    double value = 0;   // radians
+    double weight = 0;  // 0 to 1: how far the windows agree
+};
+
+// Angle of a channel's rhythm against that of the others near a window.
+Angle AngleNear(const Phasors& phasors, const std::vector<Phasor>& all, std::size_t channel, int window) {
+    constexpr int reach = 3;
+    const int count = static_cast<int>(phasors.size());
+    Phasor sum;
+    double length = 0;
+    for (int k = std::max(0, window - reach); k < std::min(count, window + reach + 1); ++k) {
+        const auto at = static_cast<std::size_t>(k);
+        const double taper = 1 - std::abs(k - window) / (reach + 1.0);
+        const Phasor own = phasors[at][channel], others = all[at] - own;
+        sum += taper * own * std::conj(others);
+        length += taper * std::abs(own) * std::abs(others);
+    }
+    const double agreement = length > 0 ? std::abs(sum) / length : 0;
+    return {std::arg(sum), agreement * agreement};
+}
+
+// Known shifts, corrected by what the rhythm of each channel says against that of the others.
+ChannelTracks Refined(ChannelTracks shifts, Phasors phasors, const Spacing& spacing) {
+    constexpr double trust = 0.3;  // in the known shift, where the windows of a clear rhythm weigh 1
+    constexpr double stiffness = 50, level = 0.5;
+    constexpr double circle = 2 * std::numbers::pi;
+    std::vector<Phasor> all(phasors.size());
+    for (std::size_t w = 0; w < phasors.size(); ++w)
+        for (std::size_t c = 0; c < channelCount; ++c) {
+            phasors[w][c] *= std::polar(1.0, -circle * shifts[c][w] / spacing.scans[w]);
+            all[w] += phasors[w][c];
+        }
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        std::vector<double> rests(phasors.size()), weights(phasors.size());
+        for (std::size_t w = 0; w < rests.size(); ++w) {
+            const Angle angle = AngleNear(phasors, all, c, static_cast<int>(w));
+            weights[w] = angle.weight + trust;
+            rests[w] = angle.value * spacing.scans[w] / circle * angle.weight / weights[w];
+        }
+        rests = SmoothFit(rests, weights, stiffness, level);
+        for (std::size_t w = 0; w < rests.size(); ++w)
+            shifts[c][w] += rests[w];
+    }
+    return shifts;
+}
+
+// The first part of the read that has a rhythm: there the shifts are greatest.
+ScanRange FirstPart(ScanRange range, const Spacing& spacing) {
+    constexpr int partScans = 4000;
+    constexpr double rhythm = 2;
+    std::size_t w = 0;
+    while (w + 1 < spacing.regularity.Size() && spacing.regularity[w] < rhythm)
+        ++w;
+    const int first = static_cast<int>(spacing.scans.ScanOf(w > 0 ? w - 1 : 0));
+    return {std::clamp(first, range.first, range.end), std::clamp(first + partScans, range.first, range.end)};
+}
+
+}  // namespace
+
+ChannelTracks EstimateMobility(const Curves& sharp, ScanRange range, const Spacing& spacing, const Letters& letters) {
+    constexpr double preference = 2;  // for a known chemistry, in the row's score: a free choice fits noise as well
+    if (!spacing.found) return {};
+    const ImpulseLists impulses = FindImpulses(sharp, range);
+    const Phasors phasors = RhythmOf(impulses, spacing);
+    const ScanRange part = FirstPart(range, spacing);
+    const auto scoreOf = [&](const ChannelTracks& shifts) {
+        Curves moved = sharp;
+        ShiftCurves(moved, part, shifts);
+        return RowScore(moved, part, spacing.scans);
+    };
+    ChannelTracks best = Centred(FreeShifts(impulses, part, phasors, spacing), spacing);
+    double most = scoreOf(best) - preference;
+    for (int chemistry = 0; chemistry < chemistryCount; ++chemistry) {
+        auto known = KnownShifts(chemistry, spacing.scans, letters);
+        if (!known) break;
+        ChannelTracks shifts = Centred(Refined(std::move(*known), phasors, spacing), spacing);
+        const double score = scoreOf(shifts);
+        if (score > most) {
+            most = score;
+            best = std::move(shifts);
+        }
+    }
+    return best;
+}
+
+void ShiftCurves(Curves& curves, ScanRange range, const ChannelTracks& shifts) {
     for (std::size_t c = 0; c < channelCount; ++c) {
         if (shifts[c].Size() == 0) continue;
         Curve moved = curves[c];

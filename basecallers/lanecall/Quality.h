@@ -1,16 +1,25 @@
 // How far each call can be trusted.
 #pragma once
 
-#include "lanecall/CallBases.h"
+#include "lanecall/CallFeatures.h"
 
 namespace lanecall {
 
-// One fraction a call, 0 to 1: high for an even spacing, a strong peak and nothing of the other letters under it; a bad
-// neighbourhood pulls it down. `sharp` as for CallBases.
-std::vector<double> JudgeCalls(const std::vector<Call>& calls, const Curves& sharp);
+// The probability that each call is right, 0 to 1: the model of QualityTable.h over what was measured of the call.
+std::vector<double> JudgeCalls(const std::vector<CallFeatures>& features);
 
-// First and last call of the stretch worth keeping: the greatest sum of quality less a middling one. Both 0 when there
-// are no calls; the first call alone when none is worth keeping.
+// Bases from `first` up to but not including `end`.
+struct BaseRange {
+    int first = 0;
+    int end = 0;
+    int Count() const { return end - first; }
+};
+
+// The stretch with the greatest sum of (quality - limit), the first of equals; empty where no base is above the limit.
+BaseRange BestStretch(const std::vector<double>& qualities, double limit);
+
+// First and last call of the stretch worth keeping, as trimming by Mott finds it: the greatest sum of (0.05 - error
+// probability). Both 0 when there are no calls; the first call alone when none is worth keeping.
 struct GoodRegion {
     int first = 0;
     int last = 0;

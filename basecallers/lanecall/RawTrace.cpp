@@ -49,4 +49,14 @@ double NoiseOf(const Curve& curve, ScanRange range) {
     return Quantile(std::move(differences), 0.3) / (0.3853 * std::sqrt(20.0));
 }
 
+double QuietNoise(const Curve& curve) {
+    constexpr int stretchScans = 400;
+    constexpr double quiet = 0.3;  // this share of the stretches is quieter
+    const int scans = static_cast<int>(curve.size());
+    std::vector<double> noises;
+    for (int first = 0; first + stretchScans <= scans; first += stretchScans)
+        noises.push_back(NoiseOf(curve, {first, first + stretchScans}));
+    return noises.empty() ? NoiseOf(curve, {0, scans}) : Quantile(std::move(noises), quiet);
+}
+
 }  // namespace lanecall

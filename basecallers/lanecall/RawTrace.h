@@ -13,5 +13,7 @@ double SaturatedShare(const Curves& curves, ScanRange range);
 
 // Typical difference of neighbouring scans that is no signal, in the curve's units.
 double NoiseOf(const Curve& curve, ScanRange range);
+// The same where the trace is quietest: under the peaks of a strong read the noise is that of the light itself.
+double QuietNoise(const Curve& curve);
 
 }  // namespace lanecall

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "lanecall/RawTrace.h"
 #include "lanecall/Smoothing.h"
 
 namespace lanecall {
@@ -12,14 +11,18 @@ namespace {
 
 constexpr int blockScans = 50;
 
-// Height of the tallest channel, the greatest in each block, made steady over five blocks.
+// Height of the tallest channel, the greatest in each block, made steady over five blocks. A short mean takes most of
+// the noise off.
 std::vector<double> BlockHeights(const Curves& curves) {
     std::vector<double> heights(static_cast<std::size_t>(ScanCount(curves) / blockScans), 0.0);
-    for (const Curve& curve : curves)
+    constexpr int meanReach = 2;
+    for (const Curve& raw : curves) {
+        const Curve curve = BoxSmooth(raw, meanReach);
         for (std::size_t b = 0; b < heights.size(); ++b) {
             const auto from = curve.begin() + static_cast<std::ptrdiff_t>(b) * blockScans;
             heights[b] = std::max(heights[b], *std::max_element(from, from + blockScans));
         }
+    }
     std::vector<double> steady(heights.size());
     for (std::size_t b = 0; b < heights.size(); ++b) {
         const auto from = heights.begin() + static_cast<std::ptrdiff_t>(b > 2 ? b - 2 : 0);
@@ -27,19 +30,6 @@ std::vector<double> BlockHeights(const Curves& curves) {
         steady[b] = Quantile(std::vector<double>(from, to), 0.5);
     }
     return steady;
-}
-
-// The height at which half of the heights' weight lies. The root keeps a primer peak from weighing as much as the read.
-double UsualHeight(std::vector<double> heights) {
-    std::sort(heights.begin(), heights.end());
-    double total = 0, sum = 0;
-    for (double height : heights)
-        total += std::sqrt(std::max(0.0, height));
-    for (double height : heights) {
-        sum += std::sqrt(std::max(0.0, height));
-        if (2 * sum >= total) return height;
-    }
-    return 0;
 }
 
 // The longest run of blocks above the limit; a gap of a few blocks does not end it.
@@ -58,15 +48,11 @@ ScanRange LongestRun(const std::vector<double>& heights, double limit) {
 
 }  // namespace
 
-ScanRange FindSignal(const Curves& curves) {
-    constexpr double shareOfUsual = 0.05, timesNoise = 8;
+ScanRange FindSignal(const Curves& curves, const PerChannel& noise) {
+    constexpr double timesNoise = 4;  // above the highest of some 200 smoothed values of noise alone
     const int scans = ScanCount(curves);
-    const std::vector<double> heights = BlockHeights(curves);
-    double noise = 0;
-    for (const Curve& curve : curves)
-        noise = std::max(noise, NoiseOf(curve, {0, scans}));
-    const double limit = std::max(shareOfUsual * UsualHeight(heights), timesNoise * noise);
-    const ScanRange blocks = LongestRun(heights, limit);
+    const double limit = timesNoise * *std::max_element(noise.begin(), noise.end());
+    const ScanRange blocks = LongestRun(BlockHeights(curves), limit);
     if (blocks.Length() == 0) return {};
     return {std::max(0, (blocks.first - 1) * blockScans), std::min(scans, (blocks.end + 1) * blockScans)};
 }

@@ -5,8 +5,8 @@
 
 namespace lanecall {
 
-// The longest stretch in which peaks stand well above the noise and above a small share of the read's usual height.
-// Takes curves without baseline; empty when nothing stands out.
-ScanRange FindSignal(const Curves& curves);
+// The longest stretch in which peaks stand above the noise, however much lower than elsewhere they are. Takes curves
+// without baseline, and the deviation of each channel's noise in their unit; empty when nothing stands out.
+ScanRange FindSignal(const Curves& curves, const PerChannel& noise);
 
 }  // namespace lanecall

@@ -6,6 +6,7 @@
 #include <complex>
 #include <numbers>
 
+#include "lanecall/RunCurve.h"
 #include "lanecall/SmoothFit.h"
 
 namespace lanecall {
@@ -13,14 +14,6 @@ namespace lanecall {
 namespace {
 
 constexpr double windowScans = 400, hopScans = 120;
-constexpr double frequencyStep = 1 / (3 * windowScans);
-
-struct Spectra {
-    std::vector<std::vector<double>> power;  // of each window, at each frequency; 1 where the peaks have no rhythm
-    std::size_t frequencies = 0;
-    double lowest = 0;  // frequency, in bases a scan
-    double FrequencyOf(double index) const { return lowest + frequencyStep * index; }
-};
 
 // Some impulses of a window as numbers in the complex plane, each turned on by its step from frequency to frequency.
 // Several at a time keep the processor busy.
@@ -47,13 +40,20 @@ struct Turning {
     }
 };
 
+// The frequencies, in bases a scan, at which a window is looked at.
+struct Band {
+    double lowest, step;
+    std::size_t count;
+    double At(double index) const { return lowest + step * index; }
+};
+
 // Adds the power of one channel's impulses in the window round `middle`.
-void AddPower(const std::vector<Impulse>& impulses, double middle, const Spectra& spectra, std::vector<double>& power,
+void AddPower(const std::vector<Impulse>& impulses, double middle, const Band& band, std::vector<double>& power,
               double& floor) {
     constexpr double circle = 2 * std::numbers::pi;
     auto at = std::lower_bound(impulses.begin(), impulses.end(), middle - windowScans / 2,
                                [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
-    std::vector<std::complex<double>> sums(spectra.frequencies);
+    std::vector<std::complex<double>> sums(band.count);
     while (at != impulses.end() && at->scan < middle + windowScans / 2) {
         Turning turning;
         for (std::size_t k = 0; k < Turning::size && at != impulses.end() && at->scan < middle + windowScans / 2; ++k) {
@@ -61,7 +61,7 @@ void AddPower(const std::vector<Impulse>& impulses, double middle, const Spectra
             const double taper = 0.5 + 0.5 * std::cos(circle * offset / windowScans);
             const double weight = std::min(1.0, at->weight) * taper;
             floor += weight * weight;
-            turning.Put(k, weight, circle * spectra.FrequencyOf(0) * offset, circle * frequencyStep * offset);
+            turning.Put(k, weight, circle * band.lowest * offset, circle * band.step * offset);
             ++at;
         }
         turning.AddTo(sums);
@@ -70,120 +70,177 @@ void AddPower(const std::vector<Impulse>& impulses, double middle, const Spectra
         power[f] += std::norm(sums[f]);
 }
 
-Spectra MakeSpectra(const ImpulseLists& impulses, ScanRange range, double shortest, double longest) {
-    Spectra spectra;
-    spectra.lowest = 1 / longest;
-    spectra.frequencies = static_cast<std::size_t>((1 / shortest - 1 / longest) / frequencyStep) + 1;
-    for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
-        std::vector<double> power(spectra.frequencies, 0.0);
-        double floor = 0;
-        for (const auto& list : impulses)
-            AddPower(list, middle, spectra, power, floor);
-        for (double& value : power)
-            value /= std::max(floor, 1.0);
-        spectra.power.push_back(std::move(power));
-    }
-    return spectra;
+// Power of a window at each frequency of the band; 1 where the peaks have no rhythm.
+std::vector<double> PowerNear(const ImpulseLists& impulses, double middle, const Band& band) {
+    std::vector<double> power(band.count, 0.0);
+    double floor = 0;
+    for (const auto& list : impulses)
+        AddPower(list, middle, band, power, floor);
+    for (double& value : power)
+        value /= std::max(floor, 1.0);
+    return power;
 }
 
-// The frequency of the whole read. Very even peaks have as much power at twice the frequency, so the lowest of nearly
-// equal frequencies is the one.
-std::size_t OverallFrequency(const Spectra& spectra) {
-    std::vector<double> total(spectra.frequencies, 0.0);
-    for (const auto& power : spectra.power)
-        for (std::size_t f = 0; f < total.size(); ++f)
-            total[f] += power[f];
-    std::vector<double> broad(total.size());
-    for (std::size_t f = 0; f < total.size(); ++f) {
-        const std::size_t reach = 2 + f / 8;  // spacing drifts, so the power of a read spreads in proportion
-        const std::size_t from = f > reach ? f - reach : 0, to = std::min(total.size(), f + reach + 1);
-        for (std::size_t k = from; k < to; ++k)
-            broad[f] += total[k] / static_cast<double>(to - from);
+// Powers of the windows of a read over one band; every value is the strongest within a small part of its frequency.
+class CSpectra {
+  public:
+    CSpectra(const ImpulseLists& impulses, ScanRange range) {
+        for (double middle = range.first; middle < range.end + hopScans; middle += hopScans)
+            windows.push_back(Broadened(PowerNear(impulses, middle, band)));
     }
-    const double limit = 1 + 0.8 * (*std::max_element(broad.begin(), broad.end()) - 1);
-    std::size_t best = 0;
-    while (best + 1 < broad.size() && broad[best] < limit)
-        ++best;
-    while (best + 1 < broad.size() && broad[best + 1] > broad[best])
-        ++best;
-    return best;
+    // Sum over the windows of the power at the spacing of the curve, which has a knot for each window.
+    double PowerAlong(const CTrack& curve) const {
+        double sum = 0;
+        for (std::size_t w = 0; w < windows.size(); ++w) {
+            const double index = (1 / curve[w] - band.lowest) / band.step;
+            if (index >= 0 && index < static_cast<double>(band.count))
+                sum += windows[w][static_cast<std::size_t>(index)];
+        }
+        return sum;
+    }
+
+  private:
+    static std::vector<double> Broadened(const std::vector<double>& power) {
+        constexpr double part = 0.03;
+        std::vector<double> broad(power.size());
+        for (std::size_t f = 0; f < power.size(); ++f) {
+            const auto reach = static_cast<std::size_t>(part * band.At(static_cast<double>(f)) / band.step + 0.5);
+            const auto from = power.begin() + static_cast<std::ptrdiff_t>(f > reach ? f - reach : 0);
+            const auto to = power.begin() + static_cast<std::ptrdiff_t>(std::min(power.size(), f + reach + 1));
+            broad[f] = *std::max_element(from, to);
+        }
+        return broad;
+    }
+
+    static constexpr double shortest = 3.5, longest = 30, step = 1 / (3 * windowScans);  // scans, bases a scan
+    static constexpr Band band{1 / longest, step, static_cast<std::size_t>((1 / shortest - 1 / longest) / step) + 1};
+    std::vector<std::vector<double>> windows;
+};
+
+struct RunShape {
+    double greatest = 14.6;  // spacing where it is widest, in scans
+    double pace = 1;
+    double lead = 240;  // scans before the first base
+};
+
+// What a shape costs that real runs rarely have, in units of the power of one window: their greatest spacings are 10 to
+// 19 scans at any scan rate from 1.4 to 7 a second, since the rate is set to the speed of the run.
+double Rarity(const RunShape& shape) {
+    constexpr double weight = 3, deviation = 0.25, paceDeviation = 0.3;
+    const double departure = std::log(shape.greatest / RunShape{}.greatest) / deviation;
+    const double hurry = std::log(shape.pace) / paceDeviation;
+    return weight * (departure * departure + hurry * hurry);
 }
 
-// The most powerful path through the windows that changes its frequency slowly and stays near the overall one.
-std::vector<std::size_t> FollowFrequency(const Spectra& spectra, std::size_t overall) {
-    constexpr double changeCost = 600, departureCost = 6;
-    const double centre = spectra.FrequencyOf(static_cast<double>(overall));
-    const auto indexOf = [&](double frequency) {
-        const double index = (frequency - spectra.FrequencyOf(0)) / frequencyStep;
-        return static_cast<int>(std::clamp(index, 0.0, static_cast<double>(spectra.frequencies - 1)));
-    };
-    const int low = indexOf(centre * 0.6), high = indexOf(centre * 1.5);
-    const int states = high - low + 1, windows = static_cast<int>(spectra.power.size());
-    constexpr int reach = 12;
-    std::vector<double> score(static_cast<std::size_t>(states), 0.0), next(score.size());
-    std::vector<std::vector<int>> from(static_cast<std::size_t>(windows), std::vector<int>(score.size(), 0));
-    for (int w = 0; w < windows; ++w) {
-        for (int s = 0; s < states; ++s) {
+constexpr double ratioStep = 0.01;  // of the frequency to the expected one
+constexpr int lowestRatio = -25, ratioCount = 61;
+
+// The most powerful path through the windows that changes its ratio to the expected frequency slowly and stays near 1.
+class CRatioPath {
+  public:
+    void Add(const std::vector<double>& power) {
+        constexpr double changeCost = 1200, departureCost = 100;  // of the square of a change or departure
+        constexpr int reach = 8;
+        std::vector<double> next(ratioCount);
+        from.emplace_back();
+        for (int s = 0; s < ratioCount; ++s) {
             double best = -1e300;
-            const double frequency = spectra.FrequencyOf(low + s);
-            for (int p = std::max(0, s - reach); p <= std::min(states - 1, s + reach); ++p) {
-                const double change = (s - p) * frequencyStep / frequency;
+            for (int p = std::max(0, s - reach); p <= std::min(ratioCount - 1, s + reach); ++p) {
+                const double change = (s - p) * ratioStep;
                 const double value = score[static_cast<std::size_t>(p)] - changeCost * change * change;
                 if (value > best) {
                     best = value;
-                    from[static_cast<std::size_t>(w)][static_cast<std::size_t>(s)] = p;
+                    from.back()[static_cast<std::size_t>(s)] = p;
                 }
             }
-            const double departure = frequency / centre - 1;
-            const double power =
-                spectra.power[static_cast<std::size_t>(w)][static_cast<std::size_t>(low) + static_cast<std::size_t>(s)];
-            next[static_cast<std::size_t>(s)] = best + power - departureCost * departure * departure;
+            const double departure = ratioStep * (s + lowestRatio);
+            next[static_cast<std::size_t>(s)] =
+                best + power[static_cast<std::size_t>(s)] - departureCost * departure * departure;
         }
         score.swap(next);
     }
-    auto state = static_cast<int>(std::max_element(score.begin(), score.end()) - score.begin());
-    std::vector<std::size_t> path(static_cast<std::size_t>(windows));
-    for (int w = windows - 1; w >= 0; --w) {
-        path[static_cast<std::size_t>(w)] = static_cast<std::size_t>(low) + static_cast<std::size_t>(state);
-        state = from[static_cast<std::size_t>(w)][static_cast<std::size_t>(state)];
+    // Index of the ratio in each window.
+    std::vector<std::size_t> Trace() const {
+        std::vector<std::size_t> path(from.size());
+        auto state = static_cast<std::size_t>(std::max_element(score.begin(), score.end()) - score.begin());
+        for (std::size_t w = from.size(); w-- > 0;) {
+            path[w] = state;
+            state = static_cast<std::size_t>(from[w][state]);
+        }
+        return path;
     }
-    return path;
+
+  private:
+    std::vector<double> score = std::vector<double>(ratioCount, 0.0);
+    std::vector<std::array<int, ratioCount>> from;
+};
+
+// The place of a top between the values, as a parabola through three of them has it.
+double TopPlace(const std::vector<double>& power, std::size_t at) {
+    const auto place = static_cast<double>(at);
+    if (at == 0 || at + 1 >= power.size()) return place;
+    const double a = power[at - 1], b = power[at], c = power[at + 1];
+    const double bend = a - 2 * b + c;
+    return bend < 0 ? place + std::clamp(0.5 * (a - c) / bend, -0.5, 0.5) : place;
 }
 
 }  // namespace
 
-Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range, double shortest, double longest) {
-    Spacing spacing;
+CTrack FindRunCurve(const ImpulseLists& impulses, ScanRange range) {
+    const CSpectra spectra(impulses, range);
+    const auto curveOf = [&](const RunShape& shape) {
+        return RunCurve(range, shape.greatest, shape.pace, shape.lead, hopScans);
+    };
+    RunShape best;
+    double most = -1e300;
+    const auto consider = [&](const RunShape& shape) {
+        const double score = spectra.PowerAlong(curveOf(shape)) - Rarity(shape);
+        if (score <= most) return;
+        most = score;
+        best = shape;
+    };
+    for (double pace : {0.8, 1.0, 1.25, 1.55})
+        for (double greatest = 6.5; greatest < 28; greatest *= 1.025)
+            consider({greatest, pace});
+    for (double finer : {1.12, 1.06}) {
+        const RunShape coarse = best;
+        for (double greatest : {coarse.greatest / 1.012, coarse.greatest, coarse.greatest * 1.012})
+            for (double pace : {coarse.pace / finer, coarse.pace * finer})
+                consider({greatest, pace});
+    }
+    const RunShape found = best;
+    for (double lead : {0.0, 120.0, 360.0, 480.0, 600.0})
+        consider({found.greatest, found.pace, lead});
+    return curveOf(best);
+}
+
+Spacing FollowSpacing(const ImpulseLists& impulses, ScanRange range, const CTrack& expected) {
+    constexpr std::size_t fewestPeaks = 8;
+    constexpr double stiffness = 30, level = 0.2;
     std::size_t count = 0;
     for (const auto& list : impulses)
         count += list.size();
-    if (count < 8 || range.Length() == 0) return spacing;
-    const Spectra spectra = MakeSpectra(impulses, range, shortest, longest);
-    const std::vector<std::size_t> path = FollowFrequency(spectra, OverallFrequency(spectra));
-    std::vector<double> scans, regularity;
-    for (std::size_t w = 0; w < path.size(); ++w) {
-        const std::vector<double>& power = spectra.power[w];
-        double place = static_cast<double>(path[w]);
-        if (path[w] > 0 && path[w] + 1 < power.size()) {
-            const double a = power[path[w] - 1], b = power[path[w]], c = power[path[w] + 1];
-            const double bend = a - 2 * b + c;
-            if (bend < 0) place += std::clamp(0.5 * (a - c) / bend, -0.5, 0.5);
-        }
-        scans.push_back(1 / spectra.FrequencyOf(place));
-        regularity.push_back(power[path[w]]);
+    if (count < fewestPeaks || range.Length() == 0) return {};
+    std::vector<std::vector<double>> powers;
+    CRatioPath path;
+    for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
+        const double frequency = 1 / expected.At(middle);
+        powers.push_back(PowerNear(impulses, middle,
+                                   {frequency * (1 + ratioStep * lowestRatio), frequency * ratioStep, ratioCount}));
+        path.Add(powers.back());
     }
-    std::vector<double> weights;
-    weights.reserve(regularity.size());
-    for (double power : regularity)
-        weights.push_back(std::max(0.0, power - 1));
-    constexpr double stiffness = 30, level = 0.2;
-    scans = SmoothFit(scans, weights, stiffness, level);
-    for (double& value : scans)
-        value = std::clamp(value, 0.5 * shortest, 2 * longest);
-    spacing.scans = CTrack(range.first, hopScans, std::move(scans));
-    spacing.regularity = CTrack(range.first, hopScans, std::move(regularity));
-    spacing.found = true;
-    return spacing;
+    const std::vector<std::size_t> states = path.Trace();
+    std::vector<double> ratios(powers.size()), weights(powers.size()), regularity(powers.size());
+    for (std::size_t w = 0; w < powers.size(); ++w) {
+        ratios[w] = 1 / (1 + ratioStep * (TopPlace(powers[w], states[w]) + lowestRatio));
+        regularity[w] = powers[w][states[w]];
+        weights[w] = std::max(0.0, regularity[w] - 1);
+    }
+    ratios = SmoothFit(ratios, weights, stiffness, level);
+    for (std::size_t w = 0; w < ratios.size(); ++w)
+        ratios[w] = std::clamp(ratios[w], 0.7, 1.5) * expected.At(range.first + hopScans * static_cast<double>(w));
+    return {CTrack(range.first, hopScans, std::move(ratios)), CTrack(range.first, hopScans, std::move(regularity)),
+            true};
 }
 
 }  // namespace lanecall

@@ -1,4 +1,5 @@
-// The distance from base to base along the run, in scans.
+// The distance from base to base along the run, in scans. The rhythm is looked for in each channel by itself, so shifts
+// between the channels do not matter.
 #pragma once
 
 #include "lanecall/Impulses.h"
@@ -12,11 +13,12 @@ struct Spacing {
     bool found = false;
 };
 
-constexpr double shortestSpacing = 4.5, longestSpacing = 26;  // of any run, in scans
+// The spacing of the run curve (see RunCurve.h) whose rhythm the peaks of the whole read show most. Curves that real
+// runs do not have need the stronger evidence.
+CTrack FindRunCurve(const ImpulseLists& impulses, ScanRange range);
 
-// The rhythm is looked for in each channel by itself, so shifts between the channels do not matter. The spacing of the
-// read as a whole lies between `shortest` and `longest`, which are above 0.
-Spacing EstimateSpacing(const ImpulseLists& impulses, ScanRange range, double shortest = shortestSpacing,
-                        double longest = longestSpacing);
+// The rhythm near the expected spacing: it departs from it slowly and by a third at most. Not found with fewer than
+// eight peaks.
+Spacing FollowSpacing(const ImpulseLists& impulses, ScanRange range, const CTrack& expected);
 
 }  // namespace lanecall

@@ -20,6 +20,16 @@ double CTrack::At(double scan) const {
     return values[left] + share * (values[left + 1] - values[left]);
 }
 
+CTrack BasesAlong(const CTrack& spacing) {
+    CTrack bases = spacing;
+    double count = 0;
+    for (std::size_t k = 0; k < spacing.Size(); ++k) {
+        if (k > 0) count += (spacing.ScanOf(k) - spacing.ScanOf(k - 1)) * 2 / (spacing[k - 1] + spacing[k]);
+        bases[k] = count;
+    }
+    return bases;
+}
+
 void CTrack::Smooth(int reach) {
     const int count = static_cast<int>(values.size());
     std::vector<double> medians(values.size());

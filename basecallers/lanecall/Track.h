@@ -3,6 +3,8 @@
 
 #include <vector>
 
+#include "lanecall/Curves.h"
+
 namespace lanecall {
 
 class CTrack {
@@ -26,5 +28,10 @@ class CTrack {
     double step = 1;
     std::vector<double> values;
 };
+
+// The number of bases from the track's first knot to each other one, of a track of spacings above 0.
+CTrack BasesAlong(const CTrack& spacing);
+
+using ChannelTracks = std::array<CTrack, channelCount>;
 
 }  // namespace lanecall

@@ -1,0 +1,130 @@
+#include "lanecall/FreeShifts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "lanecall/SmoothFit.h"
+
+namespace lanecall {
+
+namespace {
+
+// Angle of `channel` against the reference in every window: unwrapped, then smoothed, since a dye's shift changes
+// slowly and windows without a clear rhythm tell little.
+std::vector<double> AnglesAgainst(const Phasors& phasors, const std::vector<Phasor>& reference, std::size_t channel) {
+    constexpr int reach = 4;
+    constexpr double stiffness = 30, level = 0.05;
+    const int count = static_cast<int>(phasors.size());
+    std::vector<Phasor> relative(phasors.size());
+    std::size_t clearest = 0;
+    for (int w = 0; w < count; ++w) {
+        Phasor sum;
+        for (int k = std::max(0, w - reach); k < std::min(count, w + reach + 1); ++k) {
+            const auto window = static_cast<std::size_t>(k);
+            const double taper = 1 - std::abs(k - w) / (reach + 1.0);
+            sum += taper * phasors[window][channel] * std::conj(reference[window]);
+        }
+        relative[static_cast<std::size_t>(w)] = sum;
+        if (std::abs(sum) > std::abs(relative[clearest])) clearest = static_cast<std::size_t>(w);
+    }
+    std::vector<double> angles(phasors.size()), weights(phasors.size());
+    const auto follow = [&](std::size_t from, std::size_t to) {
+        const double turn = std::arg(relative[to]) - angles[from];
+        angles[to] = angles[from] + std::remainder(turn, 2 * std::numbers::pi);
+    };
+    angles[clearest] = std::arg(relative[clearest]);
+    for (std::size_t w = clearest; w + 1 < angles.size(); ++w)
+        follow(w, w + 1);
+    for (std::size_t w = clearest; w > 0; --w)
+        follow(w, w - 1);
+    const double most = std::abs(relative[clearest]);
+    for (std::size_t w = 0; w < weights.size(); ++w)
+        weights[w] = most > 0 ? std::norm(relative[w] / most) : 0;
+    return SmoothFit(angles, weights, stiffness, level);
+}
+
+using Wholes = std::array<int, channelCount>;
+using Places = std::array<std::vector<double>, channelCount>;  // of the strong peaks of a channel, in spacings, rising
+
+Places PlacesOf(const ImpulseLists& impulses, ScanRange part, const ChannelTracks& shifts, const Spacing& spacing) {
+    constexpr double strong = 0.4;
+    const CTrack bases = BasesAlong(spacing.scans);
+    Places places;
+    for (std::size_t c = 0; c < channelCount; ++c)
+        for (const Impulse& impulse : impulses[c]) {
+            if (impulse.scan < part.first || impulse.scan >= part.end || impulse.weight < strong) continue;
+            places[c].push_back(bases.At(impulse.scan - shifts[c].At(impulse.scan)));
+        }
+    return places;
+}
+
+// How badly the peaks of the four channels collide when each channel is moved by whole spacings besides its shift.
+double Collisions(const Places& places, const Wholes& wholes) {
+    std::vector<double> all;
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        const auto held = static_cast<std::ptrdiff_t>(all.size());
+        for (double place : places[c])
+            all.push_back(place - wholes[c]);
+        std::inplace_merge(all.begin(), all.begin() + held, all.end());
+    }
+    double sum = 0;
+    for (std::size_t i = 1; i < all.size(); ++i)
+        sum += std::max(0.0, 0.5 - (all[i] - all[i - 1]));
+    return sum;
+}
+
+Wholes WholeSpacings(const Places& places, std::size_t anchor) {
+    Wholes best{};
+    double least = Collisions(places, best);
+    for (int code = 0; code < 27; ++code) {
+        Wholes wholes{};
+        int rest = code;
+        for (std::size_t c = 0; c < channelCount; ++c) {
+            if (c == anchor) continue;
+            wholes[c] = rest % 3 - 1;
+            rest /= 3;
+        }
+        // A shift by a whole spacing must pay, since most dyes differ by less.
+        const double collisions = Collisions(places, wholes) * 1.05;
+        if (collisions < least) {
+            least = collisions;
+            best = wholes;
+        }
+    }
+    return best;
+}
+
+// The channel with the clearest rhythm.
+std::size_t Anchor(const Phasors& phasors) {
+    PerChannel power{};
+    for (const auto& window : phasors)
+        for (std::size_t c = 0; c < channelCount; ++c)
+            power[c] += std::abs(window[c]);
+    return static_cast<std::size_t>(std::max_element(power.begin(), power.end()) - power.begin());
+}
+
+}  // namespace
+
+ChannelTracks FreeShifts(const ImpulseLists& impulses, ScanRange part, const Phasors& phasors, const Spacing& spacing) {
+    const std::size_t anchor = Anchor(phasors);
+    std::vector<Phasor> reference;
+    reference.reserve(phasors.size());
+    for (const auto& window : phasors)
+        reference.push_back(window[anchor]);
+    ChannelTracks shifts;
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        shifts[c] = spacing.scans;
+        const std::vector<double> angles =
+            c == anchor ? std::vector<double>(phasors.size(), 0.0) : AnglesAgainst(phasors, reference, c);
+        for (std::size_t w = 0; w < angles.size(); ++w)
+            shifts[c][w] *= angles[w] / (2 * std::numbers::pi);
+    }
+    const Wholes wholes = WholeSpacings(PlacesOf(impulses, part, shifts, spacing), anchor);
+    for (std::size_t c = 0; c < channelCount; ++c)
+        for (std::size_t w = 0; w < phasors.size(); ++w)
+            shifts[c][w] += wholes[c] * spacing.scans[w];
+    return shifts;
+}
+
+}  // namespace lanecall

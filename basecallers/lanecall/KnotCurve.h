@@ -1,0 +1,39 @@
+// The form of the model of the qualities.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+#include "lanecall/CallFeatures.h"
+
+namespace lanecall {
+
+// A function that is straight between `count` knots and constant beyond the ends. The places rise strictly.
+template <std::size_t most>
+struct KnotCurve {
+    std::size_t count;
+    std::array<double, most> places;
+    std::array<double, most> values;
+
+    double At(double place) const;
+};
+
+template <std::size_t most>
+double KnotCurve<most>::At(double place) const {
+    if (!(place > places[0])) return values[0];
+    std::size_t right = 1;
+    while (right < count && places[right] <= place)
+        ++right;
+    if (right == count) return values[count - 1];
+    const double share = (place - places[right - 1]) / (places[right] - places[right - 1]);
+    return values[right - 1] + share * (values[right] - values[right - 1]);
+}
+
+struct QualityModel {
+    double base;  // log odds of an error to begin with
+    std::array<KnotCurve<10>, featureCount> features;
+    KnotCurve<64> phreds;  // from the sum of the log odds
+};
+
+}  // namespace lanecall

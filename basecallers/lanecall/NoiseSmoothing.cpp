@@ -1,0 +1,35 @@
+#include "lanecall/NoiseSmoothing.h"
+
+#include <algorithm>
+
+#include "lanecall/Smoothing.h"
+
+namespace lanecall {
+
+ChannelTracks SmoothingFor(const Curves& curves, ScanRange range, const PerChannel& noise, const CTrack& least,
+                           const CTrack& most) {
+    constexpr int hop = 120, reach = 240;
+    constexpr double peakShare = 0.95;  // this share of the scans lies below the height of a usual peak
+    constexpr double quiet = 0.06;      // noise against height from which on more smoothing helps
+    constexpr double slope = 25;        // scans of smoothing for each unit of noise above that
+    ChannelTracks tracks;
+    std::vector<double> values;
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        std::vector<double> knots;
+        for (int middle = range.first; middle < range.end + hop; middle += hop) {
+            const int from = std::max(range.first, middle - reach), to = std::min(range.end, middle + reach);
+            values.clear();
+            for (int i = from; i < to; i += 3)  // a sample of the scans does
+                values.push_back(curves[c][static_cast<std::size_t>(i)]);
+            const double height = std::max(Quantile(values, peakShare), noise[c]);
+            const double low = least.At(middle);
+            const double wanted = low + slope * (height > 0 ? noise[c] / height - quiet : 0);
+            knots.push_back(std::clamp(wanted, low, most.At(middle)));
+        }
+        tracks[c] = CTrack(range.first, hop, std::move(knots));
+        tracks[c].Smooth(1);
+    }
+    return tracks;
+}
+
+}  // namespace lanecall

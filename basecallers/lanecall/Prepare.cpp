@@ -1,0 +1,49 @@
+#include "lanecall/Prepare.h"
+
+#include <algorithm>
+#include <string>
+
+#include "lanecall/Baseline.h"
+#include "lanecall/RawTrace.h"
+#include "lanecall/SignalRange.h"
+#include "lanecall/Spikes.h"
+#include "lanecall/Unreadable.h"
+
+namespace lanecall {
+
+namespace {
+
+constexpr int fewestScans = 200;     // some 15 bases
+constexpr int baselineWindow = 300;  // scans; some 20 bases, so that a run of one letter is no baseline
+constexpr double mostSaturated = 0.25;
+
+}  // namespace
+
+Prepared Prepare(const Recorded& recorded) {
+    const int scans = ScanCount(recorded.curves);
+    if (scans < fewestScans)
+        throw CUnreadable("The trace is too short: " + std::to_string(scans) + " scans, " +
+                          std::to_string(fewestScans) + " are needed");
+    Prepared prepared{recorded.curves, {}, {}};
+    for (Curve& curve : prepared.curves)
+        RemoveBaseline(curve, baselineWindow);
+    for (std::size_t c = 0; c < channelCount; ++c)
+        prepared.noise[c] = QuietNoise(prepared.curves[c]);
+    RemoveSpikes(prepared.curves, prepared.noise);
+    ScanRange range = FindSignal(prepared.curves, prepared.noise);
+    if (recorded.wanted) {
+        const ScanRange cut{std::max(range.first, recorded.wanted->first), std::min(range.end, recorded.wanted->end)};
+        if (cut.Length() >= fewestScans) range = cut;
+    }
+    if (range.Length() == 0) throw CUnreadable("No signal: no peaks stand out from the noise in any channel");
+    if (range.Length() < fewestScans)
+        throw CUnreadable("The signal is too short: " + std::to_string(range.Length()) + " scans");
+    const double saturated = SaturatedShare(recorded.curves, range);
+    if (saturated > mostSaturated)
+        throw CUnreadable("The detector is saturated in " + std::to_string(static_cast<int>(100 * saturated)) +
+                          " percent of the signal");
+    prepared.range = range;
+    return prepared;
+}
+
+}  // namespace lanecall

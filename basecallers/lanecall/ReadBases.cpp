@@ -1,0 +1,52 @@
+#include "lanecall/ReadBases.h"
+
+#include <string>
+#include <utility>
+
+#include "lanecall/Unreadable.h"
+
+namespace lanecall {
+
+namespace {
+
+constexpr int fewestBases = 10;
+
+// Leaves out what was called before and after the read, where there was nothing to call.
+void CutEnds(std::vector<Call>& calls, std::vector<double>& qualities) {
+    constexpr double guess = 0.35;  // a call at random is right once in four
+    const BaseRange kept = BestStretch(qualities, guess);
+    if (kept.Count() == 0) return;
+    calls.erase(calls.begin() + kept.end, calls.end());
+    calls.erase(calls.begin(), calls.begin() + kept.first);
+    qualities.erase(qualities.begin() + kept.end, qualities.end());
+    qualities.erase(qualities.begin(), qualities.begin() + kept.first);
+}
+
+}  // namespace
+
+MeasuredCalls CallAndMeasure(const Aligned& aligned) {
+    MeasuredCalls measured;
+    measured.calls = CallBases(aligned.sharp, aligned.range, aligned.spacing.scans);
+    CentreCalls(measured.calls, aligned.sharp, aligned.range);
+    measured.features = MeasureCalls(measured.calls, {aligned.curves, aligned.sharp, aligned.widths, aligned.noise});
+    return measured;
+}
+
+CalledRead ReadBases(Aligned aligned) {
+    MeasuredCalls measured = CallAndMeasure(aligned);
+    std::vector<double> qualities = JudgeCalls(measured.features);
+    CutEnds(measured.calls, qualities);
+    const GoodRegion good = FindGoodRegion(qualities);
+    if (good.last - good.first + 1 < fewestBases)
+        throw CUnreadable("No readable sequence: nowhere can " + std::to_string(fewestBases) +
+                          " bases in a row be trusted");
+    return {std::move(aligned.curves),
+            aligned.range,
+            std::move(measured.calls),
+            std::move(qualities),
+            good,
+            std::move(aligned.widths),
+            std::move(aligned.spacing.scans)};
+}
+
+}  // namespace lanecall

@@ -1,0 +1,61 @@
+#include "lanecall/SeparateDyes.h"
+
+#include <string_view>
+#include <utility>
+
+#include "lanecall/NoiseSmoothing.h"
+#include "lanecall/RawTrace.h"
+#include "lanecall/Separation.h"
+#include "lanecall/SeparationEstimate.h"
+#include "lanecall/Unreadable.h"
+
+namespace lanecall {
+
+namespace {
+
+// Smoothing of the first look at the peaks, deviation in scans. Peaks have 3 to 7, so the least joins none of them and
+// the most leaves neighbours of one letter apart.
+constexpr double leastSmoothing = 2.4, mostSmoothing = 4.2;
+
+}  // namespace
+
+std::optional<std::array<std::size_t, channelCount>> BaseIndices(const Letters& letters) {
+    constexpr std::string_view order = "ACTG";
+    std::array<std::size_t, channelCount> indices{};
+    std::array<bool, channelCount> seen{};
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        const std::size_t index = order.find(letters[c]);
+        if (index == std::string_view::npos || seen[index]) return std::nullopt;
+        seen[index] = true;
+        indices[c] = index;
+    }
+    return indices;
+}
+
+Separated SeparateDyes(Prepared prepared, const Letters& letters, const Matrix& given) {
+    const ScanRange range = prepared.range;
+    PerChannel noise{};
+    for (std::size_t c = 0; c < channelCount; ++c)
+        noise[c] = NoiseOf(prepared.curves[c], range);
+    const ChannelTracks smoothing =
+        SmoothingFor(prepared.curves, range, noise, CTrack(0, 1, {leastSmoothing}), CTrack(0, 1, {mostSmoothing}));
+    Curves bends = Bend(prepared.curves, range, smoothing);
+    Matrix matrix = Identity();
+    const auto indices = BaseIndices(letters);
+    if (indices && !IsIdentity(given)) {
+        for (std::size_t r = 0; r < channelCount; ++r)
+            for (std::size_t c = 0; c < channelCount; ++c)
+                matrix[r][c] = given[(*indices)[r]][(*indices)[c]];
+    } else {
+        matrix = EstimateSeparation(bends, FindImpulses(bends, range));
+    }
+    const auto inverse = Invert(matrix);
+    if (!inverse) throw CUnreadable("The spectral separation matrix cannot be inverted");
+    Separate(prepared.curves, *inverse);
+    Separate(bends, *inverse);
+    for (std::size_t c = 0; c < channelCount; ++c)
+        noise[c] = NoiseOf(prepared.curves[c], range);
+    return {std::move(prepared.curves), range, noise, matrix, FindImpulses(bends, range)};
+}
+
+}  // namespace lanecall
