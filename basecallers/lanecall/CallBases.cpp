@@ -9,19 +9,22 @@ namespace lanecall {
 
 namespace {
 
-// The spacing is part of what is searched for: every base stands in one of these classes, each a little wider than the
-// one before, the middle one at the given spacing.
-constexpr int classCount = 16, middleClass = 8;
-constexpr double classStep = 0.03;
-constexpr float changeCost = 0.4f;                // of a step to the next class from base to base
-constexpr float departureCost = 0.001f;           // a base, times the square of the classes from the middle
-constexpr double nearest = 0.45, farthest = 1.7;  // of two neighbouring bases, in spacings
+// The spacing is part of what is searched for: every base stands in one of several classes, each a little wider than
+// the one before, the middle one at the given spacing.
+struct FineClasses {
+    static constexpr int count = 16, middle = 8;
+    static constexpr double step = 0.03;  // of the logarithm of the spacing
+};
+// Enough to compare rows that start from the same spacing.
+struct CoarseClasses {
+    static constexpr int count = 4, middle = 2;
+    static constexpr double step = 0.08;
+};
+constexpr double changeCost = 0.4 / 0.03;  // of a change of class from base to base, for each unit of its step
+constexpr double departureCost = 0.001 / (0.03 * 0.03);  // a base, times the square of the departure from the middle
+constexpr double nearest = 0.45, farthest = 1.7;         // of two neighbouring bases, in spacings
 constexpr float spacingDeviation = 0.15f;
 constexpr float impossible = -1e30f;
-
-using Scores = std::array<float, classCount>;
-
-using Changes = std::array<std::uint8_t, classCount>;  // the class that the best row changed from after a base
 
 // The strongest channel at each scan of the range.
 struct Tops {
@@ -61,22 +64,6 @@ std::vector<float> PassingCosts(const Tops& tops) {
     return sums;
 }
 
-// Lets a row move to a neighbouring class of spacing.
-void AllowChange(Scores& scores, Changes& from) {
-    for (int k = 0; k < classCount; ++k)
-        from[static_cast<std::size_t>(k)] = static_cast<std::uint8_t>(k);
-    const auto pass = [&](std::size_t k, std::size_t neighbour) {
-        if (scores[neighbour] - changeCost > scores[k]) {
-            scores[k] = scores[neighbour] - changeCost;
-            from[k] = from[neighbour];
-        }
-    };
-    for (std::size_t k = 1; k < classCount; ++k)
-        pass(k, k - 1);
-    for (std::size_t k = classCount - 1; k > 0; --k)
-        pass(k - 1, k);
-}
-
 // The score of a row that goes on after `gap` scans: the gap costs by the square near the spacing and in proportion far
 // from it; `passed` is the cost of the peaks in between.
 inline float GoOn(float before, float gap, float inverseSpacing, float passed) {
@@ -85,14 +72,15 @@ inline float GoOn(float before, float gap, float inverseSpacing, float passed) {
     return before - passed - near * (u - 0.5f * near);
 }
 
+template <class Classes>
 class CRowSearch {
   public:
     CRowSearch(const Curves& sharp, ScanRange scanRange, const CTrack& track)
         : range(scanRange), spacing(track), tops(TopsOf(sharp, scanRange)), passing(PassingCosts(tops)) {
-        for (int k = 0; k < classCount; ++k) {
-            const int fromMiddle = k - middleClass;
-            inverseRatios[static_cast<std::size_t>(k)] = static_cast<float>(std::exp(-classStep * fromMiddle));
-            departures[static_cast<std::size_t>(k)] = departureCost * static_cast<float>(fromMiddle * fromMiddle);
+        for (std::size_t k = 0; k < classCount; ++k) {
+            const double departure = Classes::step * (static_cast<int>(k) - Classes::middle);
+            inverseRatios[k] = static_cast<float>(std::exp(-departure));
+            departures[k] = static_cast<float>(departureCost * departure * departure);
         }
     }
 
@@ -106,12 +94,33 @@ class CRowSearch {
     }
 
   private:
+    static constexpr std::size_t classCount = Classes::count;
+    using Scores = std::array<float, classCount>;
+    using Changes = std::array<std::uint8_t, classCount>;  // the class that the best row changed from after a base
+
     void Search() {
         const int count = range.Length();
         scores.resize(static_cast<std::size_t>(count));
         changes.resize(scores.size());
         for (int i = 0; i < count; ++i)
             Advance(i);
+    }
+
+    // Lets a row move to a neighbouring class of spacing.
+    static void AllowChange(Scores& here, Changes& from) {
+        constexpr auto cost = static_cast<float>(changeCost * Classes::step);
+        for (std::size_t k = 0; k < classCount; ++k)
+            from[k] = static_cast<std::uint8_t>(k);
+        const auto pass = [&](std::size_t k, std::size_t neighbour) {
+            if (here[neighbour] - cost > here[k]) {
+                here[k] = here[neighbour] - cost;
+                from[k] = from[neighbour];
+            }
+        };
+        for (std::size_t k = 1; k < classCount; ++k)
+            pass(k, k - 1);
+        for (std::size_t k = classCount - 1; k > 0; --k)
+            pass(k - 1, k);
     }
 
     struct Gaps {
@@ -218,11 +227,11 @@ class CRowSearch {
 }  // namespace
 
 std::vector<Call> CallBases(const Curves& sharp, ScanRange range, const CTrack& spacing) {
-    return CRowSearch(sharp, range, spacing).Run();
+    return CRowSearch<FineClasses>(sharp, range, spacing).Run();
 }
 
 double RowScore(const Curves& sharp, ScanRange range, const CTrack& spacing) {
-    return CRowSearch(sharp, range, spacing).Score();
+    return CRowSearch<CoarseClasses>(sharp, range, spacing).Score();
 }
 
 void CentreCalls(std::vector<Call>& calls, const Curves& sharp, ScanRange range) {

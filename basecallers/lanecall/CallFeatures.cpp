@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "lanecall/Smoothing.h"
-
 namespace lanecall {
 
 namespace {
@@ -19,8 +17,14 @@ double Share(double part, double whole) {
     return whole > 0 ? std::clamp(part / whole, 0.0, most) : most;
 }
 
+// The curve's value at the nearest scan; 0 outside.
+double ValueAt(const Curve& curve, double scan) {
+    const auto at = static_cast<std::ptrdiff_t>(scan + 0.5);
+    return at >= 0 && at < static_cast<std::ptrdiff_t>(curve.size()) ? curve[static_cast<std::size_t>(at)] : 0;
+}
+
 double HeightOf(const Curves& curves, const Call& call) {
-    return std::max(0.0, Interpolate(curves[static_cast<std::size_t>(call.channel)], call.scan));
+    return std::max(0.0, ValueAt(curves[static_cast<std::size_t>(call.channel)], call.scan));
 }
 
 // The tallest of the other channels near the call.
@@ -30,7 +34,7 @@ double RivalOf(const Curves& curves, const Call& call) {
     for (std::size_t c = 0; c < channelCount; ++c) {
         if (static_cast<int>(c) == call.channel) continue;
         for (double offset : {-reach, 0.0, reach})
-            tallest = std::max(tallest, Interpolate(curves[c], call.scan + offset * call.spacing));
+            tallest = std::max(tallest, ValueAt(curves[c], call.scan + offset * call.spacing));
     }
     return tallest;
 }
@@ -47,7 +51,7 @@ double ValleyBetween(const Curves& sharp, const Call& left, const Call& right) {
     double lowest = std::min(HeightOf(sharp, left), HeightOf(sharp, right));
     const double top = lowest;
     for (double part : {0.35, 0.5, 0.65})
-        lowest = std::min(lowest, Interpolate(curve, left.scan + part * (right.scan - left.scan)));
+        lowest = std::min(lowest, ValueAt(curve, left.scan + part * (right.scan - left.scan)));
     return Share(std::max(0.0, lowest), top);
 }
 
@@ -56,7 +60,7 @@ double PassedBetween(const Curves& sharp, const Call& left, const Call& right) {
     double tallest = 0;
     for (std::size_t c = 0; c < channelCount; ++c)
         if (static_cast<int>(c) != left.channel && static_cast<int>(c) != right.channel)
-            tallest = std::max(tallest, Interpolate(sharp[c], 0.5 * (left.scan + right.scan)));
+            tallest = std::max(tallest, ValueAt(sharp[c], 0.5 * (left.scan + right.scan)));
     return Share(tallest, std::min(HeightOf(sharp, left), HeightOf(sharp, right)));
 }
 
@@ -77,7 +81,6 @@ std::vector<CallFeatures> MeasureCalls(const std::vector<Call>& calls, const Cal
         rivals[i] = std::min(1.5, Share(RivalOf(around.sharp, calls[i]), heights[i]));
         if (i + 1 < count) departures[i] = Departure(calls[i], calls[i + 1]);
     }
-    std::vector<double> window;
     for (std::size_t i = 0; i < count; ++i) {
         CallFeatures& features = all[i];
         const Call& call = calls[i];
@@ -86,14 +89,14 @@ std::vector<CallFeatures> MeasureCalls(const std::vector<Call>& calls, const Cal
         Of(features, Feature::rivalNear) = *std::max_element(rivals.begin() + static_cast<std::ptrdiff_t>(nearFrom),
                                                              rivals.begin() + static_cast<std::ptrdiff_t>(nearTo));
         const auto [from, to] = Around(i, wide, count);
-        double sum = 0;
-        for (std::size_t k = from; k < to; ++k)
+        double sum = 0, heightSum = 0;
+        for (std::size_t k = from; k < to; ++k) {
             sum += rivals[k];
+            heightSum += heights[k];
+        }
         Of(features, Feature::rivalAround) = sum / static_cast<double>(to - from);
         Of(features, Feature::rivalRaw) = Share(RivalOf(around.curves, call), HeightOf(around.curves, call));
-        window.assign(heights.begin() + static_cast<std::ptrdiff_t>(from),
-                      heights.begin() + static_cast<std::ptrdiff_t>(to));
-        Of(features, Feature::height) = Share(heights[i], Quantile(window, 0.5));
+        Of(features, Feature::height) = Share(heights[i] * static_cast<double>(to - from), heightSum);
         Of(features, Feature::gap) = std::max(i > 0 ? departures[i - 1] : 1.0, departures[i]);
         const auto [evenFrom, evenTo] = Around(i, even, count);
         double uneven = 0;

@@ -15,7 +15,7 @@ enum class Feature {
     rivalNear,    // the worst of that over two calls to either side
     rivalAround,  // its mean over ten calls to either side
     rivalRaw,     // the same as `rival` before the peaks were sharpened
-    height,       // own height against the median of ten calls to either side
+    height,       // own height against the mean of ten calls to either side
     gap,          // the more uneven of the two gaps: its departure from the spacing, in spacings
     unevenness,   // mean departure of the gaps over four calls to either side
     resolution,   // deviation of a lone peak, in spacings

@@ -28,6 +28,29 @@ std::vector<double> BendFilter(double smoothing) {
     return taps;
 }
 
+constexpr int levelBlock = 60;  // scans
+
+// The usual height of the tops of a bend curve in each block of the range, taken over some 600 scans: the mean square
+// over the mean gives the height of the peaks, whatever share of the scans they take.
+Curve UsualHeights(const Curve& bend, ScanRange range) {
+    constexpr int reach = 5;
+    const auto count = static_cast<std::size_t>((range.Length() + levelBlock - 1) / levelBlock);
+    Curve means(count), squares(count);
+    for (std::size_t b = 0; b < count; ++b) {
+        const int first = range.first + static_cast<int>(b) * levelBlock;
+        for (int i = first; i < std::min(first + levelBlock, range.end); ++i) {
+            const double height = std::max(0.0, bend[static_cast<std::size_t>(i)]);
+            means[b] += height;
+            squares[b] += height * height;
+        }
+    }
+    means = BoxSmooth(means, reach);
+    squares = BoxSmooth(squares, reach);
+    for (std::size_t b = 0; b < count; ++b)
+        squares[b] = means[b] > 0 ? squares[b] / means[b] : 1;
+    return squares;
+}
+
 }  // namespace
 
 Curve Bend(const Curve& curve, ScanRange range, const CTrack& smoothing) {
@@ -64,22 +87,13 @@ Curves Bend(const Curves& curves, ScanRange range, const ChannelTracks& smoothin
 }
 
 std::vector<Impulse> FindImpulses(const Curve& bend, ScanRange range) {
-    constexpr int levelReach = 300;       // scans over which the usual height is taken
     constexpr double leastWeight = 0.15;  // below this it is noise or what is left of another dye
-    // The mean square over the mean gives the height of the peaks, whatever share of the scans they take.
-    Curve means(bend.size()), squares(bend.size());
-    for (std::size_t i = 0; i < bend.size(); ++i) {
-        means[i] = std::max(0.0, bend[i]);
-        squares[i] = means[i] * means[i];
-    }
-    squares = BoxSmooth(squares, levelReach);
-    means = BoxSmooth(means, levelReach);
+    const Curve usual = UsualHeights(bend, range);
     std::vector<Impulse> impulses;
     for (int i = std::max(1, range.first); i + 1 < std::min(range.end, static_cast<int>(bend.size())); ++i) {
         const double* y = bend.data() + i;
         if (!(y[0] > 0 && y[0] >= y[-1] && y[0] > y[1])) continue;
-        const double usual = squares[static_cast<std::size_t>(i)] / means[static_cast<std::size_t>(i)];
-        const double weight = std::min(2.0, y[0] / usual);
+        const double weight = std::min(2.0, y[0] / usual[static_cast<std::size_t>((i - range.first) / levelBlock)]);
         if (!(weight > leastWeight)) continue;
         const double curvature = y[-1] - 2 * y[0] + y[1];
         impulses.push_back({i + (curvature < 0 ? 0.5 * (y[-1] - y[1]) / curvature : 0.0), weight});

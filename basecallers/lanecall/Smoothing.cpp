@@ -35,16 +35,24 @@ Curve RunningExtreme(const Curve& curve, int reach, Before before) {
 Curve BoxSmooth(const Curve& curve, int reach) {
     const int count = static_cast<int>(curve.size());
     Curve result(curve.size());
-    const double fullShare = 1.0 / (2 * reach + 1);
+    const auto at = [&](int i) { return curve[static_cast<std::size_t>(i)]; };
     double sum = 0;
-    int from = 0, to = 0;
-    for (int i = 0; i < count; ++i) {
-        for (; to < count && to <= i + reach; ++to)
-            sum += curve[static_cast<std::size_t>(to)];
-        for (; from < i - reach; ++from)
-            sum -= curve[static_cast<std::size_t>(from)];
-        const int held = to - from;
-        result[static_cast<std::size_t>(i)] = held == 2 * reach + 1 ? sum * fullShare : sum / held;
+    for (int i = 0; i < std::min(reach, count); ++i)
+        sum += at(i);
+    // The mean grows at the head of the curve, moves along it, and shrinks at its tail.
+    int i = 0;
+    for (; i < count && i <= reach; ++i) {
+        if (i + reach < count) sum += at(i + reach);
+        result[static_cast<std::size_t>(i)] = sum / (std::min(count, i + reach + 1));
+    }
+    const double share = 1.0 / (2 * reach + 1);
+    for (; i + reach < count; ++i) {
+        sum += at(i + reach) - at(i - reach - 1);
+        result[static_cast<std::size_t>(i)] = sum * share;
+    }
+    for (; i < count; ++i) {
+        sum -= at(i - reach - 1);
+        result[static_cast<std::size_t>(i)] = sum / (count - i + reach);
     }
     return result;
 }

@@ -112,7 +112,7 @@ class CSpectra {
         return broad;
     }
 
-    static constexpr double shortest = 3.5, longest = 30, step = 1 / (3 * windowScans);  // scans, bases a scan
+    static constexpr double shortest = 4.5, longest = 30, step = 1 / (2 * windowScans);  // scans, bases a scan
     static constexpr Band band{1 / longest, step, static_cast<std::size_t>((1 / shortest - 1 / longest) / step) + 1};
     std::vector<std::vector<double>> windows;
 };

@@ -16,7 +16,8 @@ using lanecall::channelCount;
 
 struct Conversation {
     CCaller caller;
-    std::string failure;  // what ended a procedure without a text of the caller's own
+    std::string failure;    // what ended a procedure without a text of the caller's own
+    bool isBroken = false;  // something that was handed over is missing for lack of memory
 
     std::array<double*, channelCount> channels{};
     std::vector<PeakRecord> peaks;
@@ -27,13 +28,14 @@ struct Conversation {
 
 std::unique_ptr<Conversation> conversation;
 
-// Runs `work` with the conversation, if there is one and nothing goes wrong; else gives `otherwise`.
+// Runs `work` with the conversation, if there is one and nothing goes wrong; else gives `otherwise`. What went wrong
+// ends every later procedure: a call without a part of what was handed over could look like a good one.
 template <class Result, class Work>
 Result Guarded(Result otherwise, Work work) noexcept {
     try {
         if (conversation) return work(*conversation);
     } catch (...) {
-        // The caller of a C function can only be told by its result.
+        conversation->isBroken = true;
     }
     return otherwise;
 }
@@ -114,6 +116,7 @@ LANECALL_EXPORT void SetSpecSepMatrix(int32_t, float** rows) {
 LANECALL_EXPORT int32_t ExecuteProcedure(int32_t, int32_t procedure, int32_t) {
     return Guarded(0, [&](Conversation& talk) {
         talk.failure = "The base caller ran out of memory";
+        if (talk.isBroken) return 0;
         const bool ok = talk.caller.Run(procedure);
         talk.failure.clear();
         return ok ? 1 : 0;
