@@ -38,6 +38,7 @@ FEATURES = {  # in the order of the enumeration; the knots of each
 GAP = list(FEATURES).index("gap")
 SYNTHETIC_WEIGHT = 0.2  # of a synthetic call: cleaner than life, but its truth is sure
 DOUBTFUL = -2.5  # sums above this are those of calls that are wrong once in ten or more
+MOST_PHRED = 42  # a little less than the clearest calls here, since new reads are not those that the caller was tried on
 PARTS = 6
 AMBIGUOUS = {"R": "AG", "Y": "CT", "S": "CG", "W": "AT", "K": "GT", "M": "AC",
              "B": "CGT", "D": "AGT", "H": "ACT", "V": "ACG", "N": "ACGT"}
@@ -196,12 +197,13 @@ def monotone_table(sums, errors, weights):
         part = order[at:at + size]
         at += size
         weight = weights[part]
-        pools.append([(sums[part] * weight).sum(), (errors[part] * weight).sum(), weight.sum()])
+        pools.append([(sums[part] * weight).sum(), (errors[part] * weight).sum(), weight.sum(), sums[part[-1]]])
         while len(pools) > 1 and pools[-2][1] / pools[-2][2] >= pools[-1][1] / pools[-1][2]:
             last = pools.pop()
-            pools[-1] = [a + b for a, b in zip(pools[-1], last)]
-    table = [(s / n, -10 * np.log10(max(e, 0.5) / n)) for s, e, n in pools]
-    kept = [table[0]]
+            pools[-1] = [a + b for a, b in zip(pools[-1][:3], last)] + [last[3]]
+    table = [(s / n, min(MOST_PHRED, -10 * np.log10(max(e, 0.5) / n))) for s, e, n, _ in pools]
+    # The clearest calls are all alike: what the data can say of them is one value, up to the last of them.
+    kept = [table[0], (pools[0][3], table[0][1])]
     for place, phred in table[1:]:
         if phred < kept[-1][1] - 0.4:
             kept.append((place, phred))
