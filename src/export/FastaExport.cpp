@@ -7,14 +7,15 @@
 //   last       the letters that remain; written even when there are none, so it may be empty
 #include <optional>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "export/ExportBases.h"
 #include "export/Formats.h"
+#include "platform/AppendFile.h"
 #include "platform/AtomicFile.h"
-#include "platform/Files.h"
+#include "platform/Console.h"
 #include "records/Messages.h"
+#include "run/InputSamples.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
 
@@ -27,29 +28,32 @@ std::string FastaRecord(const CSampleFile& sample, const CTraceFile& holder, con
            SequenceLines(sample, trace, bases, "\r\n");
 }
 
-// Both write a record and give the message of a failure, if there is one.
+// All write a record, or not, and give the message of a failure, if there is one.
+
+std::optional<MessageId> Written(const std::string& path, platform::Error error) {
+    if (!error) return std::nullopt;
+    platform::Warn({path, " cannot be written: ", error.Text()});
+    return MessageId::WriteFailed;
+}
 
 // Adds it to a common file, whole or not at all.
-std::optional<MessageId> AppendRecord(const std::string& path, const std::string& record) {
-    platform::File file;
-    if (file.Open(path, platform::OpenMode::CreateOrKeep)) return MessageId::CannotOpenForWriting;
-    std::int64_t end = 0;
-    if (file.Length(end) || file.SeekSet(end)) return MessageId::WriteFailed;
-    if (file.Write(record)) {
-        std::ignore = file.Truncate(end);
-        return MessageId::WriteFailed;
+std::optional<MessageId> AppendRecord(const CSampleFile& sample, const std::string& path, const std::string& record) {
+    if (sample.plate->InputSamples().ForbidWriting(path)) {
+        platform::Warn({path, " is a sample file and is not written to"});
+        return MessageId::CannotOpenForWriting;
     }
-    if (file.Close()) return MessageId::WriteFailed;
-    return std::nullopt;
+    platform::AppendFile file;
+    if (file.Open(path)) return MessageId::CannotOpenForWriting;
+    const platform::Error added = file.Append(record), closed = file.Close();
+    return Written(path, added ? added : closed);
 }
 
 // Makes it the sample's own file.
-std::optional<MessageId> WriteRecord(const std::string& path, const std::string& record) {
+std::optional<MessageId> WriteRecord(const CSampleFile& sample, const std::string& path, const std::string& record) {
     platform::AtomicFile file;
-    if (file.Open(path)) return MessageId::CannotOpenForWriting;
+    if (!IsTargetFree(sample, path) || file.Open(path)) return MessageId::CannotOpenForWriting;
     file.Write(record);
-    if (file.Commit()) return MessageId::WriteFailed;
-    return std::nullopt;
+    return Written(path, file.Commit());
 }
 
 }  // namespace
@@ -64,7 +68,7 @@ std::int32_t CSampleFile::ExportFasta(CTraceFile* processed, const std::string& 
     const std::string path = common ? filePath : ExportPath(plate->outputFolder + "\\" + fileName, "seq");
     if (path.empty()) return 0;
     const std::string record = FastaRecord(*this, *processed, *trace, goodRegionOnly != 0);
-    if (const auto failure = common ? AppendRecord(path, record) : WriteRecord(path, record)) {
+    if (const auto failure = common ? AppendRecord(*this, path, record) : WriteRecord(*this, path, record)) {
         plate->Log(FormatMessage(*failure, {path}));
         return 0;
     }

@@ -1,12 +1,11 @@
 #include "export/Formats.h"
 
 #include "platform/Console.h"
+#include "run/InputSamples.h"
 #include "run/Plate.h"
-#include "run/RunDriver.h"
 
 bool IsTargetFree(const CSampleFile& sample, const std::string& path) {
-    const CRunDriver* driver = sample.plate->driver;
-    if (!driver || !driver->inputSamples.ForbidReplacing(path)) return true;
+    if (!sample.plate->InputSamples().ForbidReplacing(path)) return true;
     platform::Warn({path, " is a sample file and is not replaced"});
     return false;
 }

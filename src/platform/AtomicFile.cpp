@@ -58,30 +58,27 @@ Error CreateLocked(const std::string& path, Descriptor& file) {
     return EEXIST;
 }
 
-// True when the process that made the temporary file does not live any more.
-bool IsLeft(const std::string& path, pid_t maker) {
+// Removes the temporary file when the process that made it does not live any more. It is gone before its lock is given
+// back: a process that has just made it and comes for the lock sees that it has to make another one.
+void RemoveIfLeft(const std::string& path, pid_t maker) {
     Descriptor file;
-    if (file.Open(path, O_RDONLY | O_NOFOLLOW)) return false;
+    if (file.Open(path, O_RDONLY | O_NOFOLLOW)) return;
     const Error error = host::Try([&] { return ::flock(file.Number(), LOCK_EX | LOCK_NB); });
     // Where the volume knows no locks the process is asked for by its number.
-    return !error || (error != EWOULDBLOCK && ::kill(maker, 0) != 0 && errno == ESRCH);
+    const bool isLeft = !error || (!(error == EWOULDBLOCK) && ::kill(maker, 0) != 0 && errno == ESRCH);
+    if (isLeft) ::unlink(path.c_str());
 }
 
 void RemoveLeftFiles(const std::string& folder) {
     std::vector<FoundEntry> entries;
     std::ignore = FindFiles(folder + ".lw*.tmp", entries);
     for (const FoundEntry& entry : entries) {
-        const std::string path = folder + entry.name;
-        if (const auto maker = MakerOf(entry.name); maker && IsLeft(path, *maker)) ::unlink(path.c_str());
+        if (const auto maker = MakerOf(entry.name)) RemoveIfLeft(folder + entry.name, *maker);
     }
 }
 
 Error ExchangeNames(const std::string& a, const std::string& b) {
-#ifdef RENAME_EXCHANGE
-    return host::Try([&] { return ::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_EXCHANGE); });
-#else
-    return ENOSYS;
-#endif
+    return host::ExchangeNames(AT_FDCWD, a, b);
 }
 
 Error Rename(const std::string& from, const std::string& to) {
@@ -100,6 +97,14 @@ Error TakeRights(const Descriptor& file, const std::string& path) {
 }
 
 }  // namespace
+
+Error host::ExchangeNames(int folder, const std::string& a, const std::string& b) {
+#ifdef RENAME_EXCHANGE
+    return Try([&] { return ::renameat2(folder, a.c_str(), folder, b.c_str(), RENAME_EXCHANGE); });
+#else
+    return ENOSYS;
+#endif
+}
 
 Error AtomicFile::Open(const std::string& path) {
     if (IsOpen()) return EBUSY;
@@ -131,6 +136,10 @@ void AtomicFile::Write(std::span<const std::byte> data) {
 
 void AtomicFile::Write(std::string_view text) {
     Write(std::as_bytes(std::span(text)));
+}
+
+void AtomicFile::Write(std::span<const std::string_view> parts) {
+    if (!failure) failure = file.WriteAt(parts, 0);
 }
 
 template <class GiveName>

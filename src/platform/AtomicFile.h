@@ -33,6 +33,8 @@ class AtomicFile {
     // Appends to the file. The first error, of Open too, is kept for the end.
     void Write(std::span<const std::byte> data);
     void Write(std::string_view text);
+    // The same for the parts of a whole file, one after the other; nothing may be written besides.
+    void Write(std::span<const std::string_view> parts);
 
     // Closes the file and gives it its name, in place of a file of that name. After an error (the first of all, from
     // Open on) what stands under that name is as it was and the new file is gone.

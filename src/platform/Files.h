@@ -92,6 +92,9 @@ std::optional<std::string> LinkTarget(const std::string& path);
 // Bytes that this user may still write on the volume of `path` (of the current folder when empty).
 std::optional<std::uint64_t> FreeBytes(const std::string& path);
 
+// Waits until all that has been written on the volume of `path` is on the disk.
+Error SyncVolume(const std::string& path);
+
 struct FoundEntry {
     std::string name;  // last component as it is on disk
     bool isDirectory = false;

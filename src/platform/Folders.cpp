@@ -1,5 +1,6 @@
 // Operations on names: folders, whole files, volumes, the working folder and the program's own.
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -97,6 +98,14 @@ std::optional<std::uint64_t> FreeBytes(const std::string& path) {
     const std::uint64_t blockSize = volume.f_frsize;
     if (blockSize != 0 && blocks > most / blockSize) return most;
     return blocks * blockSize;
+}
+
+Error SyncVolume(const std::string& path) {
+    const auto native = NativePath(path);
+    if (!native) return ENOENT;
+    host::Descriptor folder;
+    if (const Error error = folder.OpenFolder(*native, O_RDONLY)) return error;
+    return host::Try([&] { return ::syncfs(folder.Number()); });
 }
 
 std::optional<std::string> CurrentFolder() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cerrno>
+#include <string>
 
 #include "platform/Error.h"
 
@@ -21,5 +22,9 @@ template <class Call>
 Error Try(Call call) {
     return Retry(call) == -1 ? Error(errno) : success;
 }
+
+// Gives each of two files in `folder` (AT_FDCWD for host paths) the name of the other, in one step. EINVAL, ENOSYS or
+// EOPNOTSUPP where that cannot be done.
+Error ExchangeNames(int folder, const std::string& a, const std::string& b);
 
 }  // namespace platform::host

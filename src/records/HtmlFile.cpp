@@ -1,13 +1,15 @@
 #include "records/HtmlFile.h"
 
+#include <tuple>
+
 #include "export/Formats.h"
 
 const CRuntimeClass CHtmlFile::runtimeClass{"CHtmlFile", schemaNone,
                                             []() -> std::unique_ptr<CObject> { return std::make_unique<CHtmlFile>(); },
                                             &CQXIniFile::runtimeClass};
 
-CHtmlFile::CHtmlFile(const std::string& filePath, platform::OpenMode mode) {
-    if (!Open(filePath, mode)) ReadSections();
+CHtmlFile::CHtmlFile(const std::string& filePath) {
+    std::ignore = Open(filePath);
 }
 
 const CRuntimeClass& CHtmlFile::GetRuntimeClass() const {

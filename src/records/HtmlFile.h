@@ -19,8 +19,8 @@ class CHtmlFile : public CQXIniFile {
     static const CRuntimeClass runtimeClass;
 
     CHtmlFile() = default;
-    // Opens the file and reads it. Without success `sections` is empty.
-    CHtmlFile(const std::string& filePath, platform::OpenMode mode);
+    // Opens the file, as Open does. Without success `sections` is empty.
+    explicit CHtmlFile(const std::string& filePath);
 
     const CRuntimeClass& GetRuntimeClass() const override;
     void DefineSections() override;

@@ -1,11 +1,39 @@
 // Entries of the mark-up log.
-#include "records/HtmlFile.h"
+#include <new>
+
+#include "platform/Ascii.h"
+#include "platform/Console.h"
+#include "records/PlateRecords.h"
+#include "run/InputSamples.h"
 #include "run/Plate.h"
 
-void CPlate::AddToMarkupLog(const std::string& path, std::int32_t section) {
-    CHtmlFile log(scan.folder + "\\log.xml", platform::OpenMode::CreateOrKeep);
-    // A log that cannot be opened or read has no sections: the entry is lost, the log stays as it is.
-    if (section < 0 || section >= std::ssize(log.sections)) return;
-    log.sections[static_cast<std::size_t>(section)].entries.emplace_back().emplace_back(path);
-    log.WriteSections();
+namespace {
+
+// True when the path is read back from the log as it was written, so that the log need not be read again.
+bool IsReadBack(std::string_view path) {
+    return !path.empty() && path.find_first_of("<\t\n\v\f\r") == std::string_view::npos &&
+           platform::Trim(path, " ").size() == path.size();
+}
+
+}  // namespace
+
+void CPlate::AddToMarkupLog(const std::string& path, std::int32_t section) try {
+    const std::string logPath = scan.folder + "\\log.xml";
+    const auto lose = [&](std::string_view reason) {
+        if (!records->isMarkupLost) platform::Warn({path, " cannot be entered in ", logPath, ": ", reason});
+        records->isMarkupLost = true;
+    };
+    // Kept for the next entry only if all goes well.
+    std::unique_ptr<CHtmlFile> log = std::move(records->markup);
+    if (!log) log = std::make_unique<CHtmlFile>();
+    if (const platform::Error error = log->Open(logPath)) return lose(error.Text());
+    if (!log->IsOwn() && (InputSamples().ForbidWriting(logPath) || InputSamples().ForbidReplacing(log->FormerPath())))
+        return lose("it or its former state is a sample file");
+    if (section < 0 || section >= std::ssize(log->sections)) return lose("it cannot be read");
+    log->sections[static_cast<std::size_t>(section)].entries.Add(path);
+    log->WriteSections();
+    log->Close();
+    if (IsReadBack(path)) records->markup = std::move(log);
+} catch (const std::bad_alloc&) {
+    platform::Warn({path, " cannot be entered in log.xml of ", scan.folder, ": there is no memory for it"});
 }

@@ -1,19 +1,13 @@
 #include "records/QXIniFile.h"
 
-#include <tuple>
-
 #include "platform/Ascii.h"
-#include "platform/AtomicFile.h"
-#include "platform/Clock.h"
 #include "platform/Console.h"
 
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view fieldEnd = "\t\t";
-constexpr std::int64_t longestFile = std::int64_t{1} << 30;
-constexpr int pauseBetweenTries = 50;  // ms
-constexpr int tries = 101;             // at once, then for 5 s
+constexpr std::size_t longestFile = std::size_t{1} << 30;
 
 std::string_view TrimField(std::string_view field) {
     return platform::Trim(field, " \t\n\v\f\r");
@@ -24,12 +18,14 @@ std::string_view TakeField(std::string_view& rest) {
     return TrimField(platform::TakeUntil("\t", rest));
 }
 
-void AppendFields(CIniEntry& entry, std::string_view value) {
-    while (!value.empty())
-        if (const std::string_view field = TakeField(value); !field.empty()) entry.emplace_back(field);
-}
-
 }  // namespace
+
+void CIniEntries::Add(std::string_view field, std::string_view rest) {
+    lines.append(field).append(fieldEnd);
+    while (!rest.empty())
+        if (const std::string_view next = TakeField(rest); !next.empty()) lines.append(next).append(fieldEnd);
+    lines.append(lineEnd);
+}
 
 const CRuntimeClass CQXIniFile::runtimeClass{
     "CQXIniFile", schemaNone, []() -> std::unique_ptr<CObject> { return std::make_unique<CQXIniFile>(); },
@@ -39,28 +35,21 @@ const CRuntimeClass& CQXIniFile::GetRuntimeClass() const {
     return runtimeClass;
 }
 
-platform::Error CQXIniFile::Open(const std::string& filePath, platform::OpenMode mode) {
+platform::Error CQXIniFile::Open(const std::string& filePath) {
     path = filePath;
-    return file.Open(path, mode);
+    if (const platform::Error error = file.Begin(path)) return error;
+    if (written.empty() || !file.IsAsWritten()) ReadSections();
+    return platform::success;
 }
 
 void CQXIniFile::ReadSections() {
     DefineSections();
-    if (ReadText())
-        Parse();
-    else
+    written.clear();
+    if (file.Read(text, longestFile))
         sections.clear();  // nothing may be written back over what could not be read
-    file.CloseQuietly();
-}
-
-bool CQXIniFile::ReadText() {
-    std::int64_t length = 0;
-    if (file.Length(length) || length > longestFile) return false;
-    text.resize(static_cast<std::size_t>(length));
-    std::size_t got = 0;
-    if (file.Read(std::as_writable_bytes(std::span(text)), got)) return false;
-    text.resize(got);
-    return true;
+    else
+        Parse();
+    std::string().swap(text);  // the memory too
 }
 
 void CQXIniFile::Parse() {
@@ -72,11 +61,11 @@ void CQXIniFile::Parse() {
         value = TrimField(value);
         if (CIniSection* named = FindSection(key)) {
             current = named;
-            if (!value.empty()) AppendFields(current->entries.emplace_back(), value);
+            if (value.empty()) continue;
+            const std::string_view first = TakeField(value);
+            current->entries.Add(first, value);
         } else if (!key.empty() && current) {
-            CIniEntry& entry = current->entries.emplace_back();
-            entry.emplace_back(key);
-            AppendFields(entry, value);
+            current->entries.Add(key, value);
         }
     }
 }
@@ -87,55 +76,28 @@ CIniSection* CQXIniFile::FindSection(std::string_view tag) {
     return nullptr;
 }
 
-void CQXIniFile::BuildText() {
-    text.clear();
-    for (const CIniSection& section : sections) {
-        text.append(section.tag).append(section.ownLine ? lineEnd : fieldEnd);
-        for (const CIniEntry& entry : section.entries) {
-            for (const std::string& field : entry)
-                text.append(field).append(fieldEnd);
-            text.append(lineEnd);
-        }
-        if (section.entries.empty()) text.append(lineEnd);
-    }
-}
-
-bool CQXIniFile::OpenForWriting() {
-    for (int i = 0; i < tries; ++i) {
-        if (i > 0) platform::Sleep(pauseBetweenTries);
-        if (!Open(path, platform::OpenMode::CreateOrKeep)) return true;
-    }
-    return false;
-}
-
-// `text` in place of all that is there. A longer file is cut at the end and not emptied at first: other programs never
-// see an empty log, and the host need not put the file on the disk at once, which takes longer than all the rest.
-bool CQXIniFile::WriteText() {
-    std::int64_t former = 0;
-    if (file.Length(former) || file.Write(text)) return false;
-    const auto length = static_cast<std::int64_t>(text.size());
-    return former <= length || !file.Truncate(length);
-}
-
-// A new file takes the name, so there is a whole log at every moment.
-platform::Error CQXIniFile::Replace(const std::string& former) {
-    platform::AtomicFile next;
-    if (const platform::Error error = next.Open(path)) return error;
-    next.Write(text);
-    return next.CommitKeeping(former);
-}
-
 void CQXIniFile::WriteSections() {
-    const std::string former = path + ".temp";
-    BuildText();
-    if (!Replace(former)) return;
-    if (platform::CopyFile(path, former)) {
-        platform::ShowBox("Cannot create a backup copy");
-        return;
+    std::vector<std::string_view> parts;
+    std::uint64_t size = 0, same = 0;
+    bool isSame = written.size() == sections.size();  // up to here
+    const auto add = [&](std::string_view part) {
+        parts.push_back(part);
+        size += part.size();
+    };
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        const CIniSection& section = sections[i];
+        const std::string_view lines = section.entries.Lines();
+        add(section.tag);
+        add(section.ownLine ? lineEnd : fieldEnd);
+        // Entries are only added, so the file changes where the first section that has got some used to end.
+        if (isSame) same = size + written[i];
+        isSame = isSame && written[i] == lines.size();
+        add(lines.empty() ? lineEnd : lines);
     }
-    if (!OpenForWriting()) return;
-    const bool written = WriteText();
-    if (!file.Close() && written) return;
-    // A full disk costs this entry and not the former ones, for which there was room.
-    std::ignore = platform::CopyFile(former, path);
+    written.clear();
+    for (const CIniSection& section : sections)
+        written.push_back(section.entries.Lines().size());
+    if (!file.Replace(parts, same)) return;
+    written.clear();
+    platform::ShowBox("Cannot create a backup copy");
 }

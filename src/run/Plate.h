@@ -7,10 +7,12 @@
 #include <vector>
 
 #include "discovery/FolderScan.h"
-#include "platform/Files.h"
+#include "platform/AppendFile.h"
 #include "samplestore/SampleFile.h"
 
+class CInputSamples;
 class CRunDriver;
+struct CPlateRecords;
 struct CRunSettings;
 
 class CPlate {
@@ -20,7 +22,8 @@ class CPlate {
     std::string outputFolder;                    // where this plate's output goes with the current base caller
     CRunDriver* driver;                          // not owned; may be null for a plate that is only written records of
     std::string name;                            // last component of the input folder's path
-    platform::File logFile;                      // open only inside Log
+    platform::AppendFile logFile;                // open only inside Log
+    std::unique_ptr<CPlateRecords> records;      // of earlier entries of the logs
 
     // The plate of a single file: its folder is not scanned.
     CPlate(const std::string& folder, CRunDriver* driver);
@@ -32,13 +35,17 @@ class CPlate {
 
     // The settings of the run; needs a driver with its base caller set.
     const CRunSettings& Settings() const;
+    // The samples that nothing may change; none of a plate without a driver.
+    const CInputSamples& InputSamples() const;
     // Replaces currentSample by the sample at `path`. 0 if that did not load.
     std::int32_t LoadSample(const std::string& path);
 
     // --- records/ ---
 
-    // Appends `text` to basecall.log in the input folder and prints it; a log that cannot be opened loses both.
+    // Appends `text` to basecall.log in the input folder and prints it; a log that cannot be opened loses both. The
+    // first loss is warned of.
     void Log(const std::string& text);
-    // Enters a written file in log.xml in the input folder, under the section of that number (see HtmlFile.h).
+    // Enters a written file in log.xml in the input folder, under the section of that number (see HtmlFile.h). A log
+    // that cannot be had loses the entry, and the first loss is warned of; so is a lack of memory.
     void AddToMarkupLog(const std::string& path, std::int32_t section);
 };

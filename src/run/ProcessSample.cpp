@@ -48,6 +48,7 @@ std::int32_t CBaseCallerSet::ProcessPlate(CPlate& plate) {
         if (!WithinMemory([&] { driver->Skip(plate, path, true); }))
             platform::Warn({"there is not enough memory for ", path});
     }
+    driver->SyncOutput();
     return 1;
 }
 

@@ -39,8 +39,10 @@ void ForEachCaller(CBaseCallerSet& set, const std::vector<std::string>& callerNa
 std::int32_t CRunDriver::Run(const std::vector<std::string>& callerNames) {
     const std::string first = callerNames.empty() ? std::string() : callerNames.front();
     const std::int32_t bound = unattended != 0 ? baseCallers->BindOneCaller(first) : baseCallers->BindCallers(first);
-    if (bound == 0 || RunPlates(callerNames) == 0) return 0;
-    return RunFiles(callerNames);
+    if (bound == 0) return 0;
+    const std::int32_t result = RunPlates(callerNames) != 0 ? RunFiles(callerNames) : 0;
+    SyncOutput();
+    return result;
 }
 
 std::int32_t CRunDriver::RunPlates(const std::vector<std::string>& callerNames) {

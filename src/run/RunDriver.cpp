@@ -4,6 +4,7 @@
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
+#include "records/PlateRecords.h"
 #include "run/Plate.h"
 #include "run/StartUpLog.h"
 
@@ -24,8 +25,12 @@ void CRunDriver::ReportSyntaxError(const std::string& file, const std::string& s
 }
 
 void CRunDriver::OpenPlate(const std::string& folder, std::unique_ptr<CPlate>& plate) {
+    // Several single files of one folder share what is known of its logs.
+    std::unique_ptr<CPlateRecords> records;
+    if (plate && plate->scan.folder == folder) records = std::move(plate->records);
     plate.reset();
     plate = std::make_unique<CPlate>(folder, fileTypes, this);
+    if (records) plate->records = std::move(records);
 }
 
 void CRunDriver::Skip(CPlate& plate, const std::string& path, bool isReported) {
@@ -39,6 +44,11 @@ std::int32_t CRunDriver::OpenSample(const std::string& path, std::unique_ptr<CSa
     sample.reset();
     sample = std::make_unique<CSampleFile>(path, &plate);
     return sample->Load(path, 0);
+}
+
+void CRunDriver::SyncOutput() const {
+    if (const platform::Error error = platform::SyncVolume(outputFolder))
+        platform::Warn({"what was written to ", outputFolder, " may not be on the disk: ", error.Text()});
 }
 
 std::int32_t CRunDriver::CheckDiskSpace(std::int32_t units) {

@@ -51,6 +51,8 @@ class CRunDriver {
     void Skip(CPlate& plate, const std::string& path, bool isReported);
     // Replaces `sample` by the one at `path`. 0 if it did not load.
     std::int32_t OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate);
+    // Waits until the output is on the disk; a failure is warned of.
+    void SyncOutput() const;
     // 1 if there is room for `units` results on the output volume or the user goes on all the same.
     std::int32_t CheckDiskSpace(std::int32_t units);
 

@@ -161,6 +161,8 @@ ON_PATH(chown, (const char* path, uid_t user, gid_t group), (path, user, group),
 ON_PATH(truncate, (const char* path, off_t length), (path, length), path, 1)
 ON_PATH(chdir, (const char* path), (path), path, 0)
 FUNCTION(ssize_t, -1, readlink, (const char* path, char* out, size_t size), (path, out, size), path, -1, 0, 0)
+FUNCTION(ssize_t, -1, readlinkat, (int at, const char* path, char* out, size_t size), (at, path, out, size), path, -1,
+         0, 0)
 FUNCTION(char*, NULL, getcwd, (char* out, size_t size), (out, size), NULL, -1, 0, 0)
 FUNCTION(DIR*, NULL, opendir, (const char* path), (path), path, -1, 0, 1)
 FUNCTION(FILE*, NULL, fopen, (const char* path, const char* mode), (path, mode), path, -1, 0, 1)
@@ -263,6 +265,7 @@ TRANSFER(pread, (int fd, void* out, size_t size, off_t offset), (fd, out, size, 
 TRANSFER(readv, (int fd, const struct iovec* parts, int size), (fd, parts, size), 0)
 TRANSFER(write, (int fd, const void* data, size_t size), (fd, data, size), 1)
 TRANSFER(pwrite, (int fd, const void* data, size_t size, off_t offset), (fd, data, size, offset), 1)
+TRANSFER(pwritev, (int fd, const struct iovec* parts, int size, off_t offset), (fd, parts, size, offset), 1)
 TRANSFER(writev, (int fd, const struct iovec* parts, int size), (fd, parts, size), 1)
 
 // --- Waits

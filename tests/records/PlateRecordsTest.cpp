@@ -43,11 +43,14 @@ TEST_F(PlateRecords, EachEntryAddsALineAndLeavesTheFormerStateBehind) {
     testing::internal::CaptureStderr();
     gone.AddToMarkupLog("p", SectionOf(Format::Abd));
     plate.AddToMarkupLog("p", SectionOf(Format::Abd));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Cannot create a backup copy\n");
+    gone.AddToMarkupLog("q", SectionOf(Format::Abd));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "lanewright: warning: p cannot be entered in " +
+                                                          temp.Path("gone\\log.xml") +
+                                                          ": No such file or directory\nCannot create a backup copy\n");
     EXPECT_EQ(temp.Read("log.xml"), Layout("\r\n", line + line, "t\t\t\r\n"));
 }
 
-// As long as the link is there, the log is the file that it leads to, and the former state lies beside the link.
+// The log is the file that the link leads to, and the former state lies beside that.
 TEST_F(PlateRecords, ALogThatIsALinkIsWrittenWhereItLeads) {
     temp.Write("elsewhere/log.xml", "");
     std::filesystem::create_symlink("elsewhere/log.xml", temp.Path("log.xml"));
@@ -55,12 +58,13 @@ TEST_F(PlateRecords, ALogThatIsALinkIsWrittenWhereItLeads) {
     plate.AddToMarkupLog("b", SectionOf(Format::Abd));
     EXPECT_TRUE(std::filesystem::is_symlink(temp.Path("log.xml")));
     EXPECT_EQ(temp.Read("elsewhere/log.xml"), Layout("\r\n", "a\t\t\r\nb\t\t\r\n"));
-    EXPECT_EQ(temp.Read("log.xml.temp"), Layout("\r\n", "a\t\t\r\n"));
+    EXPECT_EQ(temp.Read("elsewhere/log.xml.temp"), Layout("\r\n", "a\t\t\r\n"));
+    EXPECT_FALSE(temp.Has("log.xml.temp"));
 }
 
 TEST_F(PlateRecords, WhatOthersWroteInTheLogIsReadLineByLine) {
     const auto rewritten = [&](const std::string& before) {
-        CHtmlFile(temp.Write("log.xml", before), platform::OpenMode::CreateOrKeep).WriteSections();
+        CHtmlFile(temp.Write("log.xml", before)).WriteSections();
         return temp.Read("log.xml");
     };
     std::string tidy = Layout("x\t\ty y\t\tz\t\t\r\none\nline\t\t\r\n", "p\t\tq\t\t\r\nr\t\t\r\n<ABD>\t\t\r\n");
