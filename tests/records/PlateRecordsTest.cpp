@@ -50,6 +50,20 @@ TEST_F(PlateRecords, EachEntryAddsALineAndLeavesTheFormerStateBehind) {
     EXPECT_EQ(temp.Read("log.xml"), Layout("\r\n", line + line, "t\t\t\r\n"));
 }
 
+// What the plate keeps of its log from one entry to the next is never believed when somebody else has written to it.
+TEST_F(PlateRecords, EntriesOfOthersAndOddPathsAreReadBackAtTheNextEntry) {
+    CPlate second(temp.Path(), {}, nullptr);
+    plate.AddToMarkupLog("a", SectionOf(Format::Abd));
+    second.AddToMarkupLog("b", SectionOf(Format::Abd));
+    plate.AddToMarkupLog("c", SectionOf(Format::Text));
+    EXPECT_EQ(temp.Read("log.xml"), Layout("\r\n", "a\t\t\r\nb\t\t\r\n", "c\t\t\r\n"));
+    temp.Write("log.xml", Layout("\r\n", "an\t\t\r\nb\t\t\r\n", "c\t\t\r\n"));
+    plate.AddToMarkupLog(" d\te ", SectionOf(Format::Sample));
+    EXPECT_EQ(temp.Read("log.xml"), Layout(" d\te \t\t\r\n", "an\t\t\r\nb\t\t\r\n", "c\t\t\r\n"));
+    plate.AddToMarkupLog("f", SectionOf(Format::Sample));
+    EXPECT_EQ(temp.Read("log.xml"), Layout("d\t\te\t\t\r\nf\t\t\r\n", "an\t\t\r\nb\t\t\r\n", "c\t\t\r\n"));
+}
+
 // The log is the file that the link leads to, and the former state lies beside that.
 TEST_F(PlateRecords, ALogThatIsALinkIsWrittenWhereItLeads) {
     temp.Write("elsewhere/log.xml", "");
