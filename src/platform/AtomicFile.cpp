@@ -45,11 +45,7 @@ Error CheckTarget(const std::string& path) {
 
 // Makes the file at `path`, which must not be there yet (EEXIST), and locks it.
 Error CreateLocked(const std::string& path, Descriptor& file) {
-    if (const Error error = file.Open(path, O_RDWR | O_CREAT | O_EXCL, 0666)) {
-        // It may have been made all the same, and nobody else has a file of this name.
-        if (!(error == EEXIST)) ::unlink(path.c_str());
-        return error;
-    }
+    if (const Error error = file.Create(path, 0666)) return error;
     std::ignore = host::Try([&] { return ::flock(file.Number(), LOCK_EX); });  // some volumes know no locks
     struct stat status {};
     if (::fstat(file.Number(), &status) != 0 || status.st_nlink > 0) return success;
@@ -165,8 +161,11 @@ Error AtomicFile::CommitKeeping(const std::string& former) {
     return Finish([&] {
         if (const Error error = ExchangeNames(temporary, target)) return error;
         const Error error = Rename(temporary, *keptName);
-        // Back again; when that is not possible either, the new file stands under its name after all.
-        return error && !ExchangeNames(temporary, target) ? error : success;
+        if (!error) return success;
+        // Back again; when that is not possible either, the new file keeps its name after all and the former one goes.
+        if (!ExchangeNames(temporary, target)) return error;
+        ::unlink(temporary.c_str());
+        return success;
     });
 }
 

@@ -34,6 +34,13 @@ Error Descriptor::Open(const std::string& hostPath, int flags, unsigned permissi
     return Take(Retry([&] { return ::open(hostPath.c_str(), flags | openAlways, permissions); }), flags, status);
 }
 
+Error Descriptor::Create(const std::string& hostPath, unsigned permissions) {
+    CloseQuietly();
+    constexpr int flags = O_RDWR | O_CREAT | O_EXCL;
+    fd = Retry([&] { return ::open(hostPath.c_str(), flags | openAlways, permissions); });
+    return IsOpen() ? success : Error(errno);
+}
+
 Error Descriptor::OpenAt(const Descriptor& folder, const std::string& name, int flags, unsigned permissions,
                          struct stat* status) {
     return Take(Retry([&] { return ::openat(folder.fd, name.c_str(), flags | openAlways, permissions); }), flags,

@@ -26,7 +26,9 @@ class Descriptor {
     // A pipe without a partner does not block.
     // `status`, if asked for, is what fstat says of the file.
     Error Open(const std::string& hostPath, int flags, unsigned permissions = 0, struct stat* status = nullptr);
-    // The same with a name in an open folder.
+    // Makes a file that must not be there yet (EEXIST), for reading and writing.
+    Error Create(const std::string& hostPath, unsigned permissions);
+    // As Open, with a name in an open folder.
     Error OpenAt(const Descriptor& folder, const std::string& name, int flags, unsigned permissions = 0,
                  struct stat* status = nullptr);
     // Opens a folder, in place of what was open; ENOTDIR for anything else.
