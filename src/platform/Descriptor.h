@@ -31,7 +31,7 @@ class Descriptor {
     // As Open, with a name in an open folder.
     Error OpenAt(const Descriptor& folder, const std::string& name, int flags, unsigned permissions = 0,
                  struct stat* status = nullptr);
-    // Opens a folder, in place of what was open; ENOTDIR for anything else.
+    // Opens a folder instead of what was open; ENOTDIR for anything else.
     Error OpenFolder(const std::string& hostPath, int flags);
     bool IsOpen() const { return fd >= 0; }
     // For calls of the host; -1 when it is closed.
