@@ -12,15 +12,20 @@ void WarnOfLoss(bool& isLost, const std::string& path, std::string_view reason) 
     isLost = true;
 }
 
+// Closes the log also when memory gives out.
+struct Closing {
+    platform::AppendFile& file;
+    ~Closing() { file.CloseQuietly(); }
+};
+
 }  // namespace
 
 void CPlate::Log(const std::string& text) {
     const std::string path = scan.folder + "\\basecall.log";
     if (const platform::Error error = logFile.Open(path)) return WarnOfLoss(records->isLogLost, path, error.Text());
-    if (logFile.Identity() != records->log && InputSamples().ForbidWriting(path)) {
-        logFile.CloseQuietly();
+    const Closing closing{logFile};
+    if (logFile.Identity() != records->log && InputSamples().ForbidWriting(path))
         return WarnOfLoss(records->isLogLost, path, "it is a sample file");
-    }
     records->log = logFile.Identity();
     const platform::Error added = logFile.Append(text);
     // Closed after every text, so that all of it is there for other programs during a run and after a crash.

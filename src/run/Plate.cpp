@@ -4,14 +4,24 @@
 #include "records/PlateRecords.h"
 #include "run/RunDriver.h"
 
+namespace {
+
+// Single files of one folder, and passes over one plate, share what is known about its logs.
+std::shared_ptr<CPlateRecords> RecordsOf(const std::string& folder, CRunDriver* driver) {
+    if (driver && driver->records && driver->records->folder == folder) return driver->records;
+    auto records = std::make_shared<CPlateRecords>();
+    records->folder = folder;
+    if (driver) driver->records = records;
+    return records;
+}
+
+}  // namespace
+
 CPlate::CPlate(const std::string& folder, const std::vector<CFileTypeFilter>& fileTypes, CRunDriver* owner)
-    : scan(folder, fileTypes, false),
-      driver(owner),
-      name(LastComponent(folder)),
-      records(std::make_unique<CPlateRecords>()) {}
+    : scan(folder, fileTypes, false), driver(owner), name(LastComponent(folder)), records(RecordsOf(folder, owner)) {}
 
 CPlate::CPlate(const std::string& folder, CRunDriver* owner)
-    : scan(folder), driver(owner), name(LastComponent(folder)) {}
+    : scan(folder), driver(owner), name(LastComponent(folder)), records(RecordsOf(folder, owner)) {}
 
 CPlate::~CPlate() = default;
 

@@ -23,7 +23,7 @@ class CPlate {
     CRunDriver* driver;                          // not owned; may be null for a plate that is only written records of
     std::string name;                            // last component of the input folder's path
     platform::AppendFile logFile;                // open only inside Log
-    std::unique_ptr<CPlateRecords> records;      // of earlier entries of the logs
+    std::shared_ptr<CPlateRecords> records;      // of earlier entries of the logs
 
     // The plate of a single file: its folder is not scanned.
     CPlate(const std::string& folder, CRunDriver* driver);

@@ -4,7 +4,6 @@
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
-#include "records/PlateRecords.h"
 #include "run/Plate.h"
 #include "run/StartUpLog.h"
 
@@ -25,12 +24,8 @@ void CRunDriver::ReportSyntaxError(const std::string& file, const std::string& s
 }
 
 void CRunDriver::OpenPlate(const std::string& folder, std::unique_ptr<CPlate>& plate) {
-    // Several single files of one folder share what is known of its logs.
-    std::unique_ptr<CPlateRecords> records;
-    if (plate && plate->scan.folder == folder) records = std::move(plate->records);
     plate.reset();
     plate = std::make_unique<CPlate>(folder, fileTypes, this);
-    if (records) plate->records = std::move(records);
 }
 
 void CRunDriver::Skip(CPlate& plate, const std::string& path, bool isReported) {

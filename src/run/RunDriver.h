@@ -13,14 +13,16 @@
 #include "samplestore/SampleFile.h"
 
 class CPlate;
+struct CPlateRecords;
 
 class CRunDriver {
   public:
     std::vector<CFileTypeFilter> fileTypes;
-    std::vector<std::string> inputFiles;   // single sample files
-    std::vector<std::string> inputPlates;  // plate folders
-    CInputSamples inputSamples;            // which files of the input nothing may change
-    std::string analysisIniPath;           // stays empty unless LocateSettings looks for it
+    std::vector<std::string> inputFiles;     // single sample files
+    std::vector<std::string> inputPlates;    // plate folders
+    std::shared_ptr<CPlateRecords> records;  // of the latest plate; the next one has them too if it has the same folder
+    CInputSamples inputSamples;              // which files of the input nothing may change
+    std::string analysisIniPath;             // stays empty unless LocateSettings looks for it
     std::string settingsIniPath;
     std::string outputFolder;  // root of all output
     std::unique_ptr<CBaseCallerSet> baseCallers;
