@@ -99,7 +99,9 @@ void Bind(CEntryPoints& library) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::CTaker taker(data, size);
     input = &taker;
-    CEntryPoints library(platform::Library(), false);
+    const platform::Library none;
+    const std::string name;
+    CEntryPoints library(none, name, false);
     Bind(library);
     CRawTrace raw;
     raw.scanCount = scans;

@@ -32,11 +32,19 @@ int RunProgram(int argc, const char* const* argv) {
     return driver.ProcessCommandLine(argc, argv, SwitchNames(), fileTypes) != 0 ? exitDone : exitFailed;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) try { return RunProgram(argc, argv); } catch (const std::exception& error) {
+int RunAndReport(int argc, const char* const* argv) try {
+    return RunProgram(argc, argv);
+} catch (const std::exception& error) {
     // Without memory, which may be what is missing.
     for (const char* text : {"Fatal Error: ", error.what(), "\n"})
         platform::PrintError(text);
     return exitFailed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int exitCode = RunAndReport(argc, argv);
+    platform::EndProcess();
+    return exitCode;
 }

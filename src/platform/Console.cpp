@@ -1,5 +1,6 @@
 #include "platform/Console.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <termios.h>
@@ -9,6 +10,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <tuple>
 
 #include "platform/Ascii.h"
 #include "platform/Host.h"
@@ -19,6 +21,7 @@ namespace {
 
 constexpr std::size_t longestWarning = 8192;
 constexpr std::array endingSignals = {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP};  // also those that stop
+int output = STDOUT_FILENO;  // what Print writes to
 
 void WriteText(int fd, std::string_view text) {
     while (!text.empty()) {
@@ -100,7 +103,19 @@ bool IsKeyThere() {
 }  // namespace
 
 void Print(std::string_view text) {
-    WriteText(STDOUT_FILENO, text);
+    WriteText(output, text);
+}
+
+bool host::SetOutputAside() {
+    const int copy = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (copy < 0) return false;
+    output = copy;
+    KeepOutputAside();
+    return true;
+}
+
+void host::KeepOutputAside() noexcept {
+    if (output != STDOUT_FILENO) std::ignore = host::Try([] { return ::dup2(STDERR_FILENO, STDOUT_FILENO); });
 }
 
 void PrintError(std::string_view text) {

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// Writes `text` on standard output byte for byte and flushes it.
+// Writes `text` on standard output (wherever StartProcess has set it aside) byte for byte and flushes it.
 void Print(std::string_view text);
 // Writes `text` on standard error byte for byte (no line end is added).
 void PrintError(std::string_view text);
@@ -28,5 +28,16 @@ bool AskYesNo(std::string_view text);
 // One key without echo on a terminal; otherwise one byte of standard input, or nothing at its end. A signal that ends
 // or stops the process meanwhile finds the terminal as it was.
 void WaitForKey();
+
+// For those of this folder only.
+namespace host {
+
+// Makes a copy of descriptor 1 that Print writes to, and has descriptor 1 lead to standard error, so that what others
+// print in this process does not mix with the program's texts. False when there is no descriptor left.
+bool SetOutputAside();
+// Has descriptor 1 lead there again, whatever has been done to it; nothing when output was not set aside.
+void KeepOutputAside() noexcept;
+
+}  // namespace host
 
 }  // namespace platform

@@ -15,6 +15,7 @@
 #include "platform/Console.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "platform/Guest.h"
 #include "platform/Host.h"
 
 namespace platform {
@@ -119,7 +120,9 @@ std::optional<std::string> CurrentFolder() {
 }
 
 Error SetCurrentFolder(const std::string& path) {
-    return OnNativePath(path, [](const char* name) { return ::chdir(name); });
+    if (const Error error = OnNativePath(path, [](const char* name) { return ::chdir(name); })) return error;
+    host::KeepWorkingFolder();
+    return success;
 }
 
 std::optional<std::string> ProgramPath() {

@@ -5,15 +5,18 @@
 #include <utility>
 
 #include "platform/Drives.h"
+#include "platform/Guest.h"
 
 namespace platform {
 
-Library::Library(Library&& other) noexcept : handle(std::exchange(other.handle, nullptr)) {}
+Library::Library(Library&& other) noexcept
+    : handle(std::exchange(other.handle, nullptr)), name(std::move(other.name)) {}
 
 Library& Library::operator=(Library&& other) noexcept {
     if (this != &other) {
         Close();
         handle = std::exchange(other.handle, nullptr);
+        name = std::move(other.name);
     }
     return *this;
 }
@@ -28,16 +31,20 @@ bool Library::Open(const std::string& path) {
     // The empty name would be the program itself, and a name without a folder would be searched for.
     if (!native || native->empty()) return false;
     if (native->find('/') == std::string::npos) native->insert(0, "./");
-    handle = ::dlopen(native->c_str(), RTLD_NOW | RTLD_LOCAL);
+    name = native->substr(native->rfind('/') + 1);
+    const GuestCall call(name, {});  // its initialisers run
+    handle = ::dlopen(native->c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     return IsOpen();
 }
 
-void* Library::Symbol(const char* name) const {
-    return IsOpen() ? ::dlsym(handle, name) : nullptr;
+void* Library::Symbol(const char* symbol) const {
+    return IsOpen() ? ::dlsym(handle, symbol) : nullptr;
 }
 
 bool Library::Close() {
-    return IsOpen() && ::dlclose(std::exchange(handle, nullptr)) == 0;
+    if (!IsOpen()) return false;
+    const GuestCall call(name, {});
+    return ::dlclose(std::exchange(handle, nullptr)) == 0;
 }
 
 }  // namespace platform

@@ -4,6 +4,11 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <cstdlib>
+
+#include "platform/Console.h"
+#include "platform/Guest.h"
+
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
@@ -27,6 +32,12 @@ void KeepFreedMemory() {
 #endif
 }
 
+bool isEnded = false;
+
+void CheckEnd() {
+    if (!isEnded) host::EndInsideGuest();
+}
+
 }  // namespace
 
 bool StartProcess() {
@@ -37,7 +48,12 @@ bool StartProcess() {
         opened = ::open("/dev/null", O_RDWR);
     if (opened < 0) return false;
     ::close(opened);
-    return Ignore(SIGPIPE) && Ignore(SIGXFSZ);
+    return Ignore(SIGPIPE) && Ignore(SIGXFSZ) && host::SetOutputAside() && std::atexit(CheckEnd) == 0 &&
+           std::at_quick_exit(CheckEnd) == 0;
+}
+
+void EndProcess() {
+    isEnded = true;
 }
 
 }  // namespace platform

@@ -33,7 +33,7 @@ std::int32_t CSampleFile::BaseCall(const platform::Library& module, CDyeMatrix& 
     CProcessedTrace* trace = processedTrace ? processedTrace->Processed() : nullptr;
     if (!trace || !rawTrace || !rawTrace->trace->HasChannels()) return 0;
     std::string& error = info.analysis.basecallError;
-    const CEntryPoints library(module, first > 0);
+    const CEntryPoints library(module, fileName, first > 0);
     if (!library.Missing().empty()) {
         error = "The library lacks the entry point " + library.Missing();
         return 0;

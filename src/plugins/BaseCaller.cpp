@@ -6,6 +6,7 @@
 
 #include "platform/Drives.h"
 #include "platform/Files.h"
+#include "plugins/EntryPoint.h"
 
 std::int32_t CBaseCaller::Load() {
     // A drive is resolved before the working folder moves, because the registry store may be named relative to it.
@@ -27,14 +28,14 @@ std::int32_t CBaseCaller::Load() {
 void CBaseCaller::Unload() {
     if (!module.IsOpen()) return;
     try {
-        if (const auto cleanUp = reinterpret_cast<decltype(&::CleanUp)>(module.Symbol("CleanUp"))) cleanUp();
+        if (const CEntryPoint<decltype(&::CleanUp)> cleanUp{module, "CleanUp", {}}) cleanUp();
     } catch (...) {  // nothing depends on how the library leaves
     }
     module.Close();
 }
 
 void CBaseCaller::ReadFolderSuffix() {
-    const auto getCode = reinterpret_cast<decltype(&::GetBaseCallerCod)>(module.Symbol("GetBaseCallerCod"));
+    const CEntryPoint<decltype(&::GetBaseCallerCod)> getCode{module, "GetBaseCallerCod", {}};
     const char* code = nullptr;
     try {
         if (getCode) code = getCode();

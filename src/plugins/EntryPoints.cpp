@@ -1,16 +1,14 @@
 #include "plugins/EntryPoints.h"
 
-#include <type_traits>
-
 namespace {
 
 enum class Need { Always, Sometimes };  // Sometimes: tested where it is called
 
 }  // namespace
 
-CEntryPoints::CEntryPoints(const platform::Library& library, bool withRange) {
+CEntryPoints::CEntryPoints(const platform::Library& library, const std::string& sample, bool withRange) {
     const auto bind = [&](auto& entry, const char* name, Need need) {
-        entry = reinterpret_cast<std::remove_reference_t<decltype(entry)>>(library.Symbol(name));
+        entry = {library, name, sample};
         if (!entry && need == Need::Always && missing.empty()) missing = name;
     };
     bind(getNumOfProcedures, "GetNumOfProcedures", Need::Sometimes);

@@ -5,36 +5,38 @@
 #include <string>
 
 #include "platform/Library.h"
+#include "plugins/EntryPoint.h"
 
-// Null for what the library lacks; Missing tells whether that matters.
+// Empty for what the library lacks; Missing tells whether that matters.
 struct CEntryPoints {
     // `withRange` tells whether the signal range will be set whatever the library's name is.
-    CEntryPoints(const platform::Library& library, bool withRange);
+    // Both names given, of the library and of the sample, go into warnings; both owners outlive the entry points.
+    CEntryPoints(const platform::Library& library, const std::string& sample, bool withRange);
 
     // The first entry point that the conversation needs and the library lacks; empty when it has them all.
     const std::string& Missing() const { return missing; }
 
-    decltype(&::GetNumOfProcedures) getNumOfProcedures = nullptr;
-    decltype(&::SetIfAnnotate) setIfAnnotate = nullptr;
-    decltype(&::SetNumSamples) setNumSamples = nullptr;
-    decltype(&::SetRawData) setRawData = nullptr;
-    decltype(&::GetProgramName) getProgramName = nullptr;
-    decltype(&::SetSignalRange) setSignalRange = nullptr;
-    decltype(&::SetApproxiamtePeakWidth) setPeakWidth = nullptr;
-    decltype(&::SetSpecSepMatrix) setMatrix = nullptr;
-    decltype(&::ExecuteProcedure) executeProcedure = nullptr;
-    decltype(&::ReportProblem) reportProblem = nullptr;
-    decltype(&::PeekProcessedTrace) peekProcessedTrace = nullptr;
-    decltype(&::ReportSequence) reportSequence = nullptr;
-    decltype(&::ReportSpecSeparatnMatrixUsed) reportMatrixUsed = nullptr;
-    decltype(&::ReportSignalRangeForRawData) reportSignalRange = nullptr;
-    decltype(&::ReportSignalToNoise) reportSignalToNoise = nullptr;
-    decltype(&::ReportFWHMSpacing) reportSpacing = nullptr;
-    decltype(&::ReportNumCurrFix) reportCurrentFixes = nullptr;
-    decltype(&::ReportSpecSepDepth) reportSeparationDepth = nullptr;
-    decltype(&::ReportSpecSepQual) reportSeparationQuality = nullptr;
-    decltype(&::ReportTrueStartStopPoints) reportTrueRange = nullptr;
-    decltype(&::CleanUp) cleanUp = nullptr;
+    CEntryPoint<decltype(&::GetNumOfProcedures)> getNumOfProcedures;
+    CEntryPoint<decltype(&::SetIfAnnotate)> setIfAnnotate;
+    CEntryPoint<decltype(&::SetNumSamples)> setNumSamples;
+    CEntryPoint<decltype(&::SetRawData)> setRawData;
+    CEntryPoint<decltype(&::GetProgramName)> getProgramName;
+    CEntryPoint<decltype(&::SetSignalRange)> setSignalRange;
+    CEntryPoint<decltype(&::SetApproxiamtePeakWidth)> setPeakWidth;
+    CEntryPoint<decltype(&::SetSpecSepMatrix)> setMatrix;
+    CEntryPoint<decltype(&::ExecuteProcedure)> executeProcedure;
+    CEntryPoint<decltype(&::ReportProblem)> reportProblem;
+    CEntryPoint<decltype(&::PeekProcessedTrace)> peekProcessedTrace;
+    CEntryPoint<decltype(&::ReportSequence)> reportSequence;
+    CEntryPoint<decltype(&::ReportSpecSeparatnMatrixUsed)> reportMatrixUsed;
+    CEntryPoint<decltype(&::ReportSignalRangeForRawData)> reportSignalRange;
+    CEntryPoint<decltype(&::ReportSignalToNoise)> reportSignalToNoise;
+    CEntryPoint<decltype(&::ReportFWHMSpacing)> reportSpacing;
+    CEntryPoint<decltype(&::ReportNumCurrFix)> reportCurrentFixes;
+    CEntryPoint<decltype(&::ReportSpecSepDepth)> reportSeparationDepth;
+    CEntryPoint<decltype(&::ReportSpecSepQual)> reportSeparationQuality;
+    CEntryPoint<decltype(&::ReportTrueStartStopPoints)> reportTrueRange;
+    CEntryPoint<decltype(&::CleanUp)> cleanUp;
 
   private:
     std::string missing;

@@ -146,6 +146,11 @@ TEST_F(HostileLibrary, RunThatEndsInsideItHasFailed) {
         EXPECT_NE(run.errors.find("tenth.so"), std::string::npos) << run.errors;
         EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
     }
-    EXPECT_NE(RunOverPlate("exits", "ExecuteProcedure").errors.find("a.rsd"), std::string::npos);
+    for (const char* mischief : {"exits", "exits at once"}) {
+        SCOPED_TRACE(mischief);
+        const RunResult run = RunOverPlate(mischief, "ExecuteProcedure");
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_NE(run.errors.find("a.rsd"), std::string::npos) << run.errors;
+    }
     EXPECT_TRUE(temp.Has("plate/a.rsd"));
 }
