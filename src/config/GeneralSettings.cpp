@@ -1,4 +1,8 @@
 // Section "General" of the analysis settings.
+//
+// The program as main starts it does not look for an analysis settings file, so there these settings keep their
+// defaults. They are for a CRunDriver that is made with skipAnalysisIni 0: a program with settings of its own for
+// exports and good regions, which uses this code as a library. The tests are such a program.
 
 #include <array>
 

@@ -1,4 +1,7 @@
 // CSampleFile: the good region that follows from the user's settings.
+//
+// It takes effect when allowUserGoodRegion is set, which only section "General" does, and so not in the program as main
+// starts it (see config/GeneralSettings.cpp).
 #include <algorithm>
 #include <optional>
 
