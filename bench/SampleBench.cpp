@@ -46,7 +46,7 @@ void ReadRawSample(benchmark::State& state) {
         if (file.ReadScans(read)) state.SkipWithError("cannot read the scans");
         CRawTrace trace;
         trace.scanCount = count;
-        trace.BuildFromScans(std::move(read), info.analysis);
+        trace.BuildFromScans(read, info.analysis);
         benchmark::DoNotOptimize(trace.channels[0].data());
     }
     state.SetBytesProcessed(state.iterations() * state.range(0) * std::int64_t{scanRecordSize});

@@ -1,12 +1,12 @@
 #!/usr/bin/python3
 """How long stored samples take to their exports, beside io_lib's convert_trace in the same run.
 
-usage: export_speed.py PROGRAM PLATE_FOLDER [ROUNDS]
+usage: export_speed.py PLATE_FOLDER ROUNDS PROGRAM [OTHER_PROGRAM ...]
 
-The plate is copied to a temporary folder and called once. Each round then times, one after the other, the program taking
-all stored samples to SCF, to ABD and to FASTA, and convert_trace taking their ABD files to SCF in one process. Every round
-starts without exported files and logs. The table shows the best round, in milliseconds a sample, and the ratio to
-convert_trace.
+The plate is copied to a temporary folder and called once with the first program, and samples whose base call fails are
+left out. Each round then times, one after the other, each program taking all stored samples to SCF, to ABD and to FASTA,
+and convert_trace taking their ABD files to SCF in one process. Every round starts without exported files and logs and must
+make every file. The table shows the best round, in milliseconds per sample, and the ratio to convert_trace.
 """
 
 import os
@@ -15,6 +15,8 @@ import subprocess
 import sys
 import tempfile
 import time
+
+EXPORTS = {"SCF": ("-SCF", ".scf"), "ABD": ("-ABD", ".abd"), "FASTA": ("-FA", ".seq")}
 
 
 def find(folder, extension):
@@ -37,42 +39,74 @@ def timed(*command):
     return time.perf_counter() - start
 
 
-def main(program, plate_folder, rounds):
+def leaf(path):
+    return os.path.splitext(os.path.basename(path))[0]
+
+
+def call_samples(program, plate, out):
+    """Calls the samples, takes those that fail out of the plate, and gives the ABD files of the others."""
+    subprocess.run([program, "-IP", plate, "-OD", out, "-BC", "-ABD"], stdout=subprocess.DEVNULL,
+                   stderr=subprocess.DEVNULL)
+    stored = {leaf(path) for path in find(out, ".esd")}
+    for path in find(plate, ".rsd"):
+        if leaf(path) not in stored:
+            os.remove(path)
+    for path in find(out, ".fsd"):
+        os.remove(path)
+    return [path for path in find(out, ".abd") if leaf(path) in stored]
+
+
+def describe(samples, plate, rounds):
+    with open("/proc/cpuinfo") as info:
+        cpu = next((line.split(":")[1].strip() for line in info if line.startswith("model name")), "unknown CPU")
+    commit = subprocess.run(["git", "-C", os.path.dirname(os.path.abspath(__file__)), "describe", "--always", "--dirty"],
+                            capture_output=True, text=True).stdout.strip()
+    size = sum(os.path.getsize(path) for path in find(plate, ".rsd"))
+    print("CPU: %s\ncommit: %s\n%d samples of %d kB, best of %d rounds" % (
+        cpu, commit, samples, size / samples / 1000, rounds))
+
+
+def main(plate_folder, rounds, programs):
     with tempfile.TemporaryDirectory() as work:
-        plate, out, kept = (os.path.join(work, name) for name in ("plate", "out", "abd"))
+        plate, out, kept, scf = (os.path.join(work, name) for name in ("plate", "out", "abd", "scf"))
         shutil.copytree(plate_folder, plate)
-        os.mkdir(out)
-        os.mkdir(kept)
-        run = lambda *switches: timed(program, "-IP", plate, "-OD", out, "-BC", *switches)
-        run("-ABD")
-        for path in find(out, ".abd"):
+        for folder in (out, kept, scf):
+            os.mkdir(folder)
+        for path in call_samples(programs[0], plate, out):
             shutil.copy(path, kept)
+        samples = len(find(kept, ".abd"))
         names = os.path.join(work, "names")
         with open(names, "w") as listing:
             for path in find(kept, ".abd"):
-                listing.write("%s %s\n" % (path, path.replace(kept, work)[:-4] + ".scf"))
-        rows = {
-            "to SCF": lambda: run("-SCF"),
-            "to ABD": lambda: run("-ABD"),
-            "to FASTA": lambda: run("-FA"),
-            "convert_trace": lambda: timed("convert_trace", "-in_format", "abi", "-out_format", "scf", "-fofn", names),
-        }
+                listing.write("%s %s\n" % (path, path.replace(kept, scf)[:-4] + ".scf"))
+
+        def export(program, name):
+            switch, extension = EXPORTS[name]
+            seconds = timed(program, "-IP", plate, "-OD", out, "-BC", switch)
+            assert len(find(out, extension)) == samples, "not every sample was exported"
+            return seconds
+
+        def convert():
+            seconds = timed("convert_trace", "-in_format", "abi", "-out_format", "scf", "-fofn", names)
+            assert len(find(scf, ".scf")) == samples, "not every file was converted"
+            return seconds
+
+        rows = {(program, name): lambda program=program, name=name: export(program, name)
+                for name in EXPORTS for program in programs}
+        rows["convert_trace", ""] = convert
         best = dict.fromkeys(rows, float("inf"))
         for _ in range(rounds):
-            for name, row in rows.items():
-                clear(plate, out)
-                for path in os.listdir(work):
-                    if path.endswith(".scf"):
-                        os.remove(os.path.join(work, path))
-                best[name] = min(best[name], row())
-        samples = len(find(out, ".esd"))
-        print("%d samples, best of %d rounds" % (samples, rounds))
-        print("%-14s %12s %6s" % ("", "ms a sample", "ratio"))
-        for name, seconds in best.items():
-            print("%-14s %12.3f %6.2f" % (name, 1000 * seconds / samples, seconds / best["convert_trace"]))
+            for row, run in rows.items():
+                clear(plate, out, scf)
+                best[row] = min(best[row], run())
+        describe(samples, plate, rounds)
+        print("%-6s %14s %6s" % ("to", "ms per sample", "ratio"))
+        for (program, name), seconds in best.items():
+            print("%-6s %14.3f %6.2f  %s" % (name or "SCF", 1000 * seconds / samples,
+                                             seconds / best["convert_trace", ""], program))
 
 
 if __name__ == "__main__":
-    if len(sys.argv) < 3:
+    if len(sys.argv) < 4:
         sys.exit(__doc__)
-    main(sys.argv[1], sys.argv[2], int(sys.argv[3]) if len(sys.argv) > 3 else 10)
+    main(sys.argv[1], int(sys.argv[2]), sys.argv[3:])

@@ -5,6 +5,7 @@
 
 #include "export/AbdTags.h"
 #include "export/Cut.h"
+#include "export/Extremes.h"
 #include "export/ScanValue.h"
 #include "platform/Ascii.h"
 #include "plugins/BaseCaller.h"
@@ -17,6 +18,8 @@ struct ScanRange {
     std::int64_t start, end, step;
 
     std::int64_t Count() const { return (end - start) / step; }
+    // The same with the scan of a last step that reaches beyond the end.
+    std::int64_t CountWithPart() const { return end > start ? (end - start + step - 1) / step : 0; }
 };
 
 // What brings a group of curves to the height of the file: a value less `low`, over `divisor`.
@@ -36,19 +39,14 @@ ScanRange DistinctPart(ScanRange range, std::int64_t size) {
 }
 
 CurveScale ScaleOf(const ChannelCurves& channels, const ScanRange& range) {
-    double low = 1000.0;
-    double high = 0.0;
+    Extremes found{1000.0, 0.0};
     for (const auto& channel : channels) {
         const ScanRange visited =
             DistinctPart({range.start, range.end - 1, range.step}, static_cast<std::int64_t>(channel.size()));
-        for (std::int64_t scan = visited.start; scan < visited.end; scan += visited.step) {
-            const double value = ValueAt(channel, scan);
-            low = std::min(low, value);
-            high = std::max(high, value);
-        }
+        found.Take(CScanValues(channel, visited.start, visited.CountWithPart(), visited.step).All());
     }
-    const double spread = high - low;
-    return {low, spread >= 1000.0 && spread <= 2000.0 ? 1.0 : spread * 0.0005};
+    const double spread = found.high - found.low;
+    return {found.low, spread >= 1000.0 && spread <= 2000.0 ? 1.0 : spread * 0.0005};
 }
 
 // Elements of a series: what is left of its count after the cut to 16 bits.
@@ -60,11 +58,9 @@ std::vector<std::int16_t> ScaledSeries(const std::vector<double>& channel, const
                                        const CurveScale& scale) {
     std::vector<std::int16_t> series(ElementsFor(CutTo16(range.Count())));
     if (scale.divisor == 0.0) return series;
-    std::int64_t scan = range.start;
-    for (std::int16_t& element : series) {
-        element = TruncateTo16((ValueAt(channel, scan) - scale.low) / scale.divisor);
-        scan += range.step;
-    }
+    const CScanValues values(channel, range.start, static_cast<std::int64_t>(series.size()), range.step);
+    std::transform(values.All().begin(), values.All().end(), series.begin(),
+                   [&](double value) { return TruncateTo16((value - scale.low) / scale.divisor); });
     return series;
 }
 

@@ -65,7 +65,8 @@ void WriteWindowTags(IAbdWriter& writer, const AbdWindow& window) {
 
 void WriteRawCurves(IAbdWriter& writer, const CSampleFile& sample, std::int32_t step) {
     if (!sample.rawTrace) return;
-    const CCapTrace& raw = *sample.rawTrace->trace;
+    CCapTrace& raw = *sample.rawTrace->trace;
+    raw.FillArrays();
     const std::int32_t last = CutTo32(std::int64_t{raw.scanCount} - 1);
     WriteChannels(writer, raw.channels, 0, last, step, 1);
     WriteRunData(writer, sample.info, raw.current, 0, last, step);

@@ -1,5 +1,6 @@
 #include "export/AbdTags.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -17,11 +18,9 @@ CTagValue ArrayValue(std::span<const Element> values, std::int16_t count) {
         platform::Print("The SafeArray Allocation Failed");
         return {};
     }
-    for (std::size_t i = 0; i < static_cast<std::size_t>(count) && i < values.size(); ++i) {
-        if (array->Put(i, values[i]) < 0) {
-            platform::Print("Failed to store Intensity Value");
-            return {};
-        }
+    if (array->Fill(values.first(std::min(values.size(), static_cast<std::size_t>(count)))) < 0) {
+        platform::Print("Failed to store Intensity Value");
+        return {};
     }
     return *std::move(array);
 }

@@ -46,17 +46,20 @@ ScanWindow WindowOf(const CProcessedTrace& trace, bool goodRegionOnly) {
 void SendSamples(IScfWriter& writer, const CProcessedTrace& trace, const ScanWindow& window) {
     double offset = 0.0;
     const double scale = trace.ScaleFor(offset, sampleRange);
-    const auto value = [scale, offset](std::span<const double> curve, std::int64_t i) {
-        return scale == 0.0 ? 0 : TruncateTo32((ValueAt(curve, i) - offset) / scale);
-    };
-    std::array<std::span<const double>, channelCount> curves;
-    for (std::size_t letter = 0; letter < curves.size(); ++letter)
-        curves[letter] = trace.channels[static_cast<std::size_t>(channelOrderAcgt[letter])];
-    const auto& [a, c, g, t] = curves;
-    const std::int64_t origin = TruncateTo32(trace.traceStart);
-    for (std::int64_t s = window.first; s < window.end; ++s) {
-        const std::int64_t i = s - origin;
-        Check(writer.SetSample(value(a, i), value(c, i), value(g, i), value(t, i), CutTo32(s - window.first)));
+    constexpr std::int64_t blockSize = 512;  // scans
+    std::array<std::array<std::int32_t, blockSize>, channelCount> block{};
+    const auto& [a, c, g, t] = block;
+    const std::int64_t scans = std::int64_t{window.end} - window.first;
+    for (std::int64_t first = 0; first < scans; first += blockSize) {
+        const std::int64_t count = std::min(blockSize, scans - first);
+        const std::int64_t at = window.first + first - TruncateTo32(trace.traceStart);
+        for (std::size_t letter = 0; letter < block.size() && scale != 0.0; ++letter) {
+            const CScanValues values(trace.channels[static_cast<std::size_t>(channelOrderAcgt[letter])], at, count);
+            std::transform(values.All().begin(), values.All().end(), block[letter].begin(),
+                           [&](double value) { return TruncateTo32((value - offset) / scale); });
+        }
+        for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i)
+            Check(writer.SetSample(a[i], c[i], g[i], t[i], CutTo32(first) + static_cast<std::int32_t>(i)));
     }
 }
 

@@ -10,6 +10,7 @@ namespace {
 // The conversation but for its end; true when the base call succeeded.
 bool Talk(CConversation& conversation, CSampleFile& sample, CProcessedTrace& trace, CDyeMatrix& matrix,
           std::int32_t first, std::int32_t last, std::int32_t procedureIndex) {
+    sample.rawTrace->trace->FillArrays();
     const bool annotate = sample.plate->Settings().annotationOn != 0;
     if (!conversation.SetUp(sample, matrix, first, last, annotate) || !conversation.RunProcedures(procedureIndex) ||
         !conversation.TakeCurves(trace) || !conversation.TakeBases(trace.calledBases))

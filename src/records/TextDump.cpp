@@ -125,6 +125,7 @@ void WriteDump(const std::string& path, const CSampleFile& sample, const CTraceF
         DumpAnalysis(CLines(out), sample.info.analysis);
         DumpSequence(out, sample, *processed);
     }
+    holder.trace->FillArrays();
     DumpTable(out, *holder.trace, processed ? processedFactor : 1.0);
     if (const platform::Error error = out.Commit()) platform::Warn({path, " cannot be written: ", error.Text()});
 }

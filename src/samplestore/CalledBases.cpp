@@ -5,9 +5,14 @@
 CCalledBase::CCalledBase(const BaseRecord& record, std::span<const PeakRecord> recordPeaks)
     : letter(record.letter),
       quality(record.quality),
-      peaks(recordPeaks.begin(), recordPeaks.end()),
+      hasOnePeak(recordPeaks.size() == 1),
       strengths{record.strengths[0], record.strengths[1], record.strengths[2], record.strengths[3]},
-      descriptor(record.descriptor) {}
+      descriptor(record.descriptor) {
+    if (hasOnePeak)
+        onlyPeak = recordPeaks.front();
+    else
+        peaks.assign(recordPeaks.begin(), recordPeaks.end());
+}
 
 const CCalledBase* CCalledBases::Find(std::int32_t i) const {
     return i >= 0 && i < Count() ? &bases[static_cast<std::size_t>(i)] : nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <lanewright/basecaller.h>
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -18,14 +19,18 @@ class CCalledBase {
     double Quality() const { return quality; }  // percent
     std::int32_t Descriptor() const { return descriptor; }
     const BaseStrengths& Strengths() const { return strengths; }
-    std::span<const PeakRecord> Peaks() const { return peaks; }
+    std::span<const PeakRecord> Peaks() const {
+        return peaks.empty() ? std::span(&onlyPeak, hasOnePeak ? 1 : 0) : std::span(peaks);
+    }
     // Position of the first peak, a raw scan number; 0 for a base without peaks.
-    float Position() const { return peaks.empty() ? 0.0f : peaks.front().position; }
+    float Position() const { return Peaks().empty() ? 0.0f : Peaks().front().position; }
 
   private:
     char letter;
     float quality;
-    std::vector<PeakRecord> peaks;
+    bool hasOnePeak;
+    PeakRecord onlyPeak{};          // as nearly every base has, and all those from a file
+    std::vector<PeakRecord> peaks;  // of a base with several
     BaseStrengths strengths;
     std::int32_t descriptor;
 };
@@ -41,6 +46,8 @@ class CCalledBases {
 
     std::int32_t Count() const { return static_cast<std::int32_t>(bases.size()); }
     void Append(CCalledBase base) { bases.push_back(std::move(base)); }
+    // For `count` bases, when it is known that so many will come.
+    void MakeRoom(std::int32_t count) { bases.reserve(static_cast<std::size_t>(std::max(count, 0))); }
     // Drops the bases; the good region and the quality stay.
     void RemoveAll() { bases.clear(); }
     std::span<const CCalledBase> All() const { return bases; }

@@ -22,14 +22,10 @@ const CRuntimeClass& CCapTrace::GetRuntimeClass() const {
 
 void CCapTrace::ToScans(std::vector<ScanRecord>&, CAnalysisInfo&) const {}
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the records are given away, and go here
-void CCapTrace::BuildFromScans(std::vector<ScanRecord>, const CAnalysisInfo&) {}
+void CCapTrace::BuildFromScans(std::span<const ScanRecord>, const CAnalysisInfo&) {}
 
-void CCapTrace::AllocateArrays() {
-    current.assign(scanCount, 0.0);
-    for (auto& channel : channels)
-        channel.assign(scanCount, 0.0);
-    hasChannels = true;
+void CCapTrace::TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis) {
+    BuildFromScans({scans.get(), scanCount}, analysis);
 }
 
 void CCapTrace::ReleaseArrays() {
@@ -44,19 +40,30 @@ const CRuntimeClass& CRawTrace::GetRuntimeClass() const {
 
 void CRawTrace::FreeArrays() {
     ReleaseArrays();
+    kept.reset();
 }
 
-void CRawTrace::BuildFromScans(std::vector<ScanRecord> scans, const CAnalysisInfo&) {
-    AllocateArrays();
-    const std::size_t count = std::min<std::size_t>(scans.size(), scanCount);
-    for (std::size_t i = 0; i < count; ++i) {
-        current[i] = scans[i].Word(0);
-        for (std::size_t k = 0; k < channelCount; ++k)
-            channels[k][i] = scans[i].words[k + 1];
-    }
+void CRawTrace::BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo&) {
+    FillFrom(scans, [](std::uint32_t word) { return static_cast<double>(word); });
+}
+
+void CRawTrace::TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo&) {
+    ReleaseArrays();
+    kept = std::move(scans);
+    hasChannels = true;
+}
+
+void CRawTrace::FillArrays() {
+    if (!kept) return;
+    BuildFromScans({kept.get(), scanCount}, {});
+    kept.reset();
 }
 
 void CRawTrace::ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo&) const {
+    if (kept) {
+        std::copy_n(kept.get(), std::min<std::size_t>(scans.size(), scanCount), scans.begin());
+        return;
+    }
     const std::size_t count = std::min({scans.size(), std::size_t{scanCount}, current.size()});
     for (std::size_t i = 0; i < count; ++i) {
         scans[i].words[0] = static_cast<std::uint32_t>(TruncateTo32(current[i]));

@@ -78,17 +78,12 @@ std::int32_t Minus(std::int32_t a, std::int32_t b) {
 
 }  // namespace
 
-void CProcessedTrace::BuildFromScans(std::vector<ScanRecord> scans, const CAnalysisInfo& analysis) {
-    AllocateArrays();
-    const std::size_t count = std::min<std::size_t>(scans.size(), scanCount);
-    for (std::size_t i = 0; i < count; ++i) {
-        current[i] = scans[i].Word(0);
-        for (std::size_t k = 0; k < channelCount; ++k)
-            channels[k][i] = static_cast<double>(scans[i].Float(static_cast<int>(k) + 1));
-    }
+void CProcessedTrace::BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo& analysis) {
+    FillFrom(scans, [](std::uint32_t word) { return static_cast<double>(std::bit_cast<float>(word)); });
     traceStart = analysis.startTrace;
     traceEnd = analysis.endTrace;
 
+    calledBases.MakeRoom(analysis.basesCalled);
     for (std::int32_t i = 0; i < analysis.basesCalled; ++i)
         calledBases.Append(StoredBase(analysis, static_cast<std::size_t>(i)));
     calledBases.goodStart = analysis.startGood;

@@ -70,10 +70,10 @@ Error ReadTrace(CRsdFile& file, CCapTrace& trace, const CSampleInfo& info, bool&
     mismatch = count != info.scanCount;
     if (mismatch) return platform::success;
     try {
-        std::vector<ScanRecord> scans(count);
-        if (const Error error = file.ReadScans(scans)) return error;
+        auto scans = std::make_unique_for_overwrite<ScanRecord[]>(count);
+        if (const Error error = file.ReadScans({scans.get(), count})) return error;
         trace.scanCount = count;
-        trace.BuildFromScans(std::move(scans), info.analysis);
+        trace.TakeScans(std::move(scans), info.analysis);
     } catch (const std::bad_alloc&) {
         trace.scanCount = 0;
         trace.FreeArrays();

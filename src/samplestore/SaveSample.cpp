@@ -111,7 +111,7 @@ std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
     info.analysis.baseCaller = plate->driver->baseCallers->currentCaller->name;
     info.scanCount = 1;
     info.processed = true;
-    ScanRecord placeholder;
+    ScanRecord placeholder{};
     placeholder.words[0] = 1;
     for (int channel = 1; channel <= channelCount; ++channel)
         placeholder.SetFloat(channel, 1.0f);

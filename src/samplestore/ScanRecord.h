@@ -15,7 +15,7 @@
 constexpr std::size_t scanRecordSize = 20;
 
 struct ScanRecord {
-    std::array<std::uint32_t, 5> words{};  // in the host's byte order
+    std::array<std::uint32_t, 5> words;  // in the host's byte order; not set unless the record is made with {}
 
     std::uint32_t Word(int i) const { return words[static_cast<std::size_t>(i)]; }
     float Float(int i) const { return std::bit_cast<float>(words[static_cast<std::size_t>(i)]); }

@@ -1,6 +1,7 @@
 // The value of a tag: one of four forms, or empty.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -24,6 +25,11 @@ class CTagArray {
         if (index >= elements.size()) return DISP_E_BADINDEX;
         elements[index] = value;
         return S_OK;
+    }
+    // Puts `values` at the indices from 0 on, as far as the array has room; the result is that of the last Put.
+    HRESULT Fill(std::span<const Element> values) {
+        std::copy_n(values.begin(), std::min(values.size(), elements.size()), elements.begin());
+        return values.size() > elements.size() ? DISP_E_BADINDEX : S_OK;
     }
     std::span<const Element> All() const { return elements; }
 

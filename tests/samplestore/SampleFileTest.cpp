@@ -76,6 +76,7 @@ TEST_F(SampleFile, LoadsARawSample) {
     const auto sample = Loaded("plateB07.rsd");
     EXPECT_EQ(sample->fileName, "plateB07.rsd");
     ASSERT_EQ(sample->rawTrace->trace->scanCount, 12u);
+    sample->rawTrace->trace->FillArrays();
     EXPECT_EQ(sample->rawTrace->trace->channels[1][11], 2011.0);
     EXPECT_EQ(channelOrderAcgt, (std::array<std::int32_t, 4>{3, 2, 1, 0}));
     EXPECT_EQ(channelOrderCagt, (std::array<std::int32_t, 4>{2, 3, 1, 0}));
