@@ -21,7 +21,7 @@ struct CoarseClasses {
     static constexpr double step = 0.08;
 };
 constexpr double changeCost = 0.4 / 0.03;  // of a change of class from base to base, for each unit of its step
-constexpr double departureCost = 0.001 / (0.03 * 0.03);  // a base, times the square of the departure from the middle
+constexpr double departureCost = 0.001 / (0.03 * 0.03);  // per base, times the square of the departure from the middle
 constexpr double nearest = 0.45, farthest = 1.7;         // of two neighbouring bases, in spacings
 constexpr float spacingDeviation = 0.15f;
 constexpr float impossible = -1e30f;

@@ -55,7 +55,7 @@ double ValleyBetween(const Curves& sharp, const Call& left, const Call& right) {
     return Share(std::max(0.0, lowest), top);
 }
 
-// Tallest curve half-way between two calls. A letter of one of the two shows there by its flank.
+// Tallest curve half-way between two calls, their own letters apart: those show there by their flanks.
 double PassedBetween(const Curves& sharp, const Call& left, const Call& right) {
     double tallest = 0;
     for (std::size_t c = 0; c < channelCount; ++c)

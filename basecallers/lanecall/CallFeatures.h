@@ -21,7 +21,7 @@ enum class Feature {
     resolution,   // deviation of a lone peak, in spacings
     noise,        // deviation of the channel's noise where a usual peak is 1
     valley,       // lowest point towards a neighbour of the same letter, share of the smaller of the two
-    passed,       // tallest curve half-way to a neighbour, share of the smaller of the two
+    passed,       // tallest third letter half-way to a neighbour, share of the smaller of the two
     count
 };
 

@@ -37,6 +37,7 @@ void CCaller::TakeMatrix(const float* const* rows) {
 }
 
 bool CCaller::Run(int procedure) {
+    if (isOver) return false;  // the first problem stays
     if (procedure != done)
         problem = "Procedure " + std::to_string(procedure) + " was asked for when " + std::to_string(done) + " was due";
     else if (procedure >= procedureCount)
@@ -55,9 +56,11 @@ bool CCaller::Advance() {
         problem = failure.what();
     } catch (...) {
         read = Recorded{};
+        isOver = true;
         throw;
     }
     read = Recorded{};  // a stage takes the former one's curves with it
+    isOver = true;
     return false;
 }
 

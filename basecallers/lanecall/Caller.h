@@ -7,6 +7,7 @@
 
 #include "lanecall/Annotation.h"
 #include "lanecall/ReadBases.h"
+#include "lanecall/Separation.h"
 
 namespace lanecall {
 
@@ -18,7 +19,7 @@ class CCaller {
     // --- what is handed over ---
     // Copies the trace. Arrays that are missing or a negative count give an empty trace.
     void TakeTrace(const double* const* arrays, int channels, int scans, const char* baseOrder);
-    // Channels' range to keep to, in scans; one that holds nothing leaves the whole trace.
+    // The stretch to keep to, in scans, both included; ignored where it leaves fewer than 200 scans of the signal.
     void TakeRange(int first, int last);
     // Rows and columns in the order A, C, T, G.
     void TakeMatrix(const float* const* rows);
@@ -49,9 +50,10 @@ class CCaller {
     const CalledRead& Result() const;
 
     Letters letters{'A', 'C', 'T', 'G'};
-    Matrix given{};  // A, C, T, G
+    Matrix given = Identity();  // A, C, T, G
     Read read = Recorded{};
-    int done = 0;  // procedures that have run
+    int done = 0;         // procedures that have run
+    bool isOver = false;  // one of them has failed
     std::string problem;
     std::optional<Matrix> matrixUsed;
     Annotation notes;

@@ -59,7 +59,8 @@ Places PlacesOf(const ImpulseLists& impulses, ScanRange part, const ChannelTrack
     return places;
 }
 
-// How badly the peaks of the four channels collide when each channel is moved by whole spacings besides its shift.
+// How badly the peaks of the four channels collide when each channel is moved by whole spacings in addition to its
+// shift.
 double Collisions(const Places& places, const Wholes& wholes) {
     std::vector<double> all;
     for (std::size_t c = 0; c < channelCount; ++c) {

@@ -39,7 +39,8 @@ double SaturatedShare(const Curves& curves, ScanRange range) {
 }
 
 double NoiseOf(const Curve& curve, ScanRange range) {
-    // Third differences leave little of a peak; white noise of deviation 1 gives them the median 0.6745 * sqrt(20).
+    // Third differences leave little of a peak; white noise of deviation 1 gives them the 0.3 quantile
+    // 0.3853 * sqrt(20).
     std::vector<double> differences;
     differences.reserve(static_cast<std::size_t>(range.Length()));
     for (int i = range.first; i + 3 < range.end; ++i) {

@@ -10,10 +10,11 @@ namespace lanecall {
 namespace {
 
 constexpr int fewestBases = 10;
+constexpr double leastShare = 0.024;  // of the calls: a few of a thousand calls of nothing look right by chance
 
 // Leaves out what was called before and after the read, where there was nothing to call.
 void CutEnds(std::vector<Call>& calls, std::vector<double>& qualities) {
-    constexpr double guess = 0.35;  // a call at random is right once in four
+    constexpr double guess = 0.35;  // a little more than chance: a call at random is right once in four
     const BaseRange kept = BestStretch(qualities, guess);
     if (kept.Count() == 0) return;
     calls.erase(calls.begin() + kept.end, calls.end());
@@ -37,9 +38,13 @@ CalledRead ReadBases(Aligned aligned) {
     std::vector<double> qualities = JudgeCalls(measured.features);
     CutEnds(measured.calls, qualities);
     const GoodRegion good = FindGoodRegion(qualities);
-    if (good.last - good.first + 1 < fewestBases)
+    const int trusted = good.last - good.first + 1;
+    if (trusted < fewestBases)
         throw CUnreadable("No readable sequence: nowhere can " + std::to_string(fewestBases) +
                           " bases in a row be trusted");
+    if (trusted < leastShare * static_cast<double>(qualities.size()))
+        throw CUnreadable("No readable sequence: of " + std::to_string(qualities.size()) + " bases only " +
+                          std::to_string(trusted) + " in a row can be trusted");
     return {std::move(aligned.curves),
             aligned.range,
             std::move(measured.calls),

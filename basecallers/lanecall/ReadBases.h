@@ -26,7 +26,7 @@ struct MeasuredCalls {
 // All calls of the range, those before and after the read included.
 MeasuredCalls CallAndMeasure(const Aligned& aligned);
 
-// Throws CUnreadable when nowhere enough bases in a row can be trusted.
+// Throws CUnreadable when nowhere enough bases in a row can be trusted: 10, and one in forty or so of those called.
 CalledRead ReadBases(Aligned aligned);
 
 }  // namespace lanecall

@@ -9,7 +9,7 @@
 
 namespace lanecall {
 
-// The longer a channel's number, the clearer its rhythm at the known spacing; the angle tells where on the grid its
+// The longer a channel's number, the clearer its rhythm at the known spacing; the angle says where on the grid its
 // peaks stand, a full turn for a spacing.
 using Phasor = std::complex<double>;
 using Phasors = std::vector<std::array<Phasor, channelCount>>;  // one for each knot of the spacing

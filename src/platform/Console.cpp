@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::size_t longestWarning = 8192;
 constexpr std::array endingSignals = {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP};  // also those that stop
-int output = STDOUT_FILENO;  // what Print writes to
+int output = STDOUT_FILENO;                                                        // what Print writes to
 
 void WriteText(int fd, std::string_view text) {
     while (!text.empty()) {

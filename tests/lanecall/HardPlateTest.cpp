@@ -1,7 +1,6 @@
 // The default caller in the built program, over plates with the troubles of real reads.
-#include <fstream>
+#include <filesystem>
 
-#include "samplestore/CapTrace.h"
 #include "tools/ToolsFixture.h"
 
 namespace {
@@ -43,4 +42,5 @@ TEST_F(LanecallOnHardPlates, AWellWithoutAReadFailsWithASentence) {
     EXPECT_TRUE(temp.Has("out/p_LC1_QX1/synthA01.fsd"));
     EXPECT_FALSE(temp.Has("out/p_LC1_QX1/synthA01.esd"));
     EXPECT_NE(temp.Read("p/basecall.log").find("failed to basecall"), std::string::npos);
+    EXPECT_NE(temp.Read("out/p_LC1_QX1/synthA01.fsd").find("No "), std::string::npos);
 }

@@ -59,6 +59,7 @@ TEST_F(LanecallTest, CallsAReadWithEverythingThatRunsAddToIt) {
 }
 
 TEST_F(LanecallTest, HostileTracesAndCallsOutOfTurnGetAReason) {
+    ENTRY(CleanUp)();  // a library stays loaded, with what the test before left in it
     EXPECT_EQ(ENTRY(ExecuteProcedure)(0, 0, 0), 0);
     EXPECT_STREQ(ENTRY(ReportProblem)(0, nullptr, nullptr), "No sample was handed over");
     EXPECT_EQ(Run({}), "The trace is too short: 0 scans, 200 are needed");

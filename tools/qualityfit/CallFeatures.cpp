@@ -1,9 +1,9 @@
 // call-features SAMPLE...: the features of every call of raw samples, a line each on standard output, with tabs
 // between: the sample's stem, the called letter, then the features in the order of the enumeration. Samples without a
 // readable sequence are left out.
-#include <array>
 #include <cstdio>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -15,16 +15,17 @@
 
 namespace {
 
-// The recorded trace and the letters of its channels; without scans for a file that cannot be read.
+// The recorded trace and the letters of its channels; throws std::runtime_error for a file that cannot be read.
 lanecall::Recorded ReadSample(const std::string& path) {
     lanecall::Recorded recorded;
     recorded.given = lanecall::Identity();
     CRsdFile file;
     CSampleInfo info;
     std::uint32_t count = 0;
-    if (file.Open(path, true) || file.ReadInfo(info) || file.GetScanCount(count)) return recorded;
+    if (file.Open(path, true) || file.ReadInfo(info) || file.GetScanCount(count))
+        throw std::runtime_error("cannot be read");
     std::vector<ScanRecord> scans(count);
-    if (file.ReadScans(scans)) return recorded;
+    if (file.ReadScans(scans)) throw std::runtime_error("the scans cannot be read");
     CRawTrace trace;
     trace.scanCount = count;
     trace.BuildFromScans(std::move(scans), info.analysis);
@@ -54,12 +55,16 @@ void Print(const std::string& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    int exitCode = 0;
     for (int i = 1; i < argc; ++i) {
         try {
             Print(argv[i]);
         } catch (const lanecall::CUnreadable& failure) {
             std::fprintf(stderr, "call-features: %s: %s\n", argv[i], failure.what());
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "call-features: %s: %s\n", argv[i], error.what());
+            exitCode = 1;
         }
     }
-    return 0;
+    return exitCode;
 }

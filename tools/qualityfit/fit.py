@@ -1,7 +1,7 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Fits the model of Lanecall's qualities and prints it as QualityTable.h.
 
-    fit.py CALL-FEATURES PLATE [PLATE ...] [--synthetic PLATE ...] [--leave-out SHARE] >QualityTable.h
+    fit.py CALL-FEATURES PLATE [PLATE ...] [--synthetic PLATE ...] [--leave-out PART] >QualityTable.h
 
 Each PLATE is a folder with raw samples (.rsd), reference.fasta (records named by stem) and quality.tsv (stem, tab, the
 Phred qualities of the reference's bases with commas); each synthetic one has truth.fasta. CALL-FEATURES is the program
