@@ -105,10 +105,12 @@ class CProcessedTrace : public CCapTrace {
 template <class ValueOf>
 void CCapTrace::FillFrom(std::span<const ScanRecord> scans, ValueOf valueOf) {
     const std::size_t count = std::min<std::size_t>(scans.size(), scanCount);
-    ReleaseArrays();
+    current.clear();
     current.reserve(scanCount);
-    for (auto& channel : channels)
+    for (auto& channel : channels) {
+        channel.clear();
         channel.reserve(scanCount);
+    }
     // In blocks, so that the zeros with which the arrays grow are still in the processor's nearest cache.
     constexpr std::size_t block = 512;
     for (std::size_t first = 0; first < count; first += block) {
