@@ -17,7 +17,9 @@ struct Sharpened {
 // Its peaks stand where they would without their dyes' shifts.
 using Aligned = Sharpened;
 
+// Adds the curves with narrower peaks to what was measured.
 Sharpened SharpenPeaks(Measured measured);
+// Moves both sets of curves; `letters` name the dyes of the known chemistries.
 Aligned Align(Sharpened sharpened, const Letters& letters);
 
 }  // namespace lanecall

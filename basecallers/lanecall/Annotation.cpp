@@ -43,7 +43,8 @@ void MeasureSpacing(Annotation& notes, ScanRange range, const CTrack& widths, co
 }
 
 void MeasureSeparation(Annotation& notes, const std::vector<Call>& calls, const Curves& processed) {
-    // Neighbours overlap many peaks, so the median tells of the dyes and not of them.
+    // Neighbours overlap many peaks, so the median shows how well the dyes are separated and not how close the peaks
+    // are.
     std::array<std::vector<double>, channelCount> shares;
     for (const Call& call : calls) {
         const auto scan = static_cast<std::size_t>(call.scan);

@@ -10,7 +10,7 @@ namespace lanecall {
 
 struct Annotation {
     std::vector<std::int32_t> zones;       // start and end scan of each zone
-    std::vector<std::int32_t> zoneValues;  // signal and noise of channels 1 to 4, eight a zone, in raw units
+    std::vector<std::int32_t> zoneValues;  // signal and noise of channels 1 to 4, eight per zone, in raw units
     std::vector<float> fwhm;               // peak width at half maximum, in scans
     std::vector<std::int32_t> gaps;        // scans from base to base
     std::vector<std::int32_t> positions;   // the scan at which the two were measured

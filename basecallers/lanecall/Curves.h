@@ -1,4 +1,4 @@
-// What the stages work on: four curves of equal length, one a channel, and the ranges and tracks laid over them.
+// What the stages work on: four curves of equal length, one per channel, and ranges of their scans.
 #pragma once
 
 #include <array>

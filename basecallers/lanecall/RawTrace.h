@@ -1,4 +1,4 @@
-// Taking over the raw trace, and what can be told about it before any work.
+// Taking over the raw trace, and what can be measured of it before any work.
 #pragma once
 
 #include "lanecall/Curves.h"

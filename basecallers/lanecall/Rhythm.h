@@ -14,6 +14,7 @@ namespace lanecall {
 using Phasor = std::complex<double>;
 using Phasors = std::vector<std::array<Phasor, channelCount>>;  // one for each knot of the spacing
 
+// From the peaks within 240 scans of each knot. The spacing must have been found.
 Phasors RhythmOf(const ImpulseLists& impulses, const Spacing& spacing);
 
 }  // namespace lanecall

@@ -50,7 +50,7 @@ void FillBases(Conversation& talk) {
         BaseRecord& base = talk.bases[i];
         base.letter = talk.caller.LetterOf(calls[i].channel);
         base.peakCount = 1;
-        base.quality = i < qualities.size() ? static_cast<float>(qualities[i]) : 0;
+        base.quality = static_cast<float>(qualities[i]);
         base.peaks = &talk.peaks[i];
         const auto scan = static_cast<std::size_t>(calls[i].scan);
         lanecall::PerChannel heights{};
@@ -76,7 +76,7 @@ LANECALL_EXPORT const char* GetProgramName(void) {
     return "Lanecall";
 }
 
-// The measurements fall off along the way, so they are made whether they are asked for or not.
+// The measurements are by-products, so they are made whether they are asked for or not.
 LANECALL_EXPORT void SetIfAnnotate(int32_t) {}
 
 LANECALL_EXPORT void SetNumSamples(int32_t) {

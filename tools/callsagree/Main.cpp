@@ -1,4 +1,4 @@
-// Compares called bases with true ones; docs/tools.md tells more.
+// Compares called bases with true ones; docs/tools.md says more.
 #include <cstdio>
 #include <exception>
 #include <stdexcept>

@@ -75,7 +75,7 @@ def aligner():
 
 
 def least_even(j, letters, unevenness):
-    """Of the calls of one letter around call j, which the alignment cannot tell apart, the one that stands least evenly."""
+    """Of the calls of one letter around call j, which the alignment cannot distinguish, the one that stands least evenly."""
     first, last = j, j
     while first > 0 and letters[first - 1] == letters[j]:
         first -= 1

@@ -1,4 +1,4 @@
-// Makes a plate of synthetic raw samples with known truth; docs/tools.md tells more.
+// Makes a plate of synthetic raw samples with known truth; docs/tools.md says more.
 #include <cstdio>
 #include <exception>
 
