@@ -36,10 +36,10 @@ class AtomicFile {
     // The same for the parts of a whole file, one after the other; nothing may be written besides.
     void Write(std::span<const std::string_view> parts);
 
-    // Closes the file and gives it its name, in place of a file of that name. After an error (the first of all, from
+    // Closes the file and gives it its name, instead of a file of that name. After an error (the first of all, from
     // Open on) what stands under that name is as it was and the new file is gone.
     Error Commit();
-    // The same, but the two files exchange their names, and the former one gets the name `former`, in place of a file
+    // The same, but the two files exchange their names, and the former one gets the name `former`, instead of a file
     // of that name. The new file takes over the permissions and the owner. An error also when there is no regular file
     // to exchange with, or when the volume cannot exchange names.
     Error CommitKeeping(const std::string& former);

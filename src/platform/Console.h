@@ -10,8 +10,8 @@ namespace platform {
 void Print(std::string_view text);
 // Writes `text` on standard error byte for byte (no line end is added).
 void PrintError(std::string_view text);
-// Something odd that no other message tells: a line "lanewright: warning: " and the parts on standard error. Line ends
-// in the parts become blanks. Takes no memory, so it can tell of a lack of it.
+// Something odd that no other message reports: a line "lanewright: warning: " and the parts on standard error. Line
+// ends in the parts become blanks. Takes no memory, so it can tell of a lack of it.
 void Warn(std::initializer_list<std::string_view> parts);
 inline void Warn(std::string_view text) {
     Warn({text});

@@ -21,7 +21,7 @@ std::optional<std::string> DriveRoot(char letter) {
     return root;
 }
 
-// What tells one state of the registry store from another.
+// What distinguishes one state of the registry store from another.
 struct StoreState {
     std::string path;
     struct stat status {};
