@@ -8,6 +8,7 @@
 #include <tuple>
 
 #include "platform/Drives.h"
+#include "platform/Error.h"
 #include "platform/Host.h"
 #include "platform/Lock.h"
 
@@ -39,7 +40,7 @@ Error AppendFile::Append(std::string_view record) {
     return success;
 }
 
-// Takes the last bytes, those that have just been written, off again.
+// Removes the last `count` bytes, which have just been written.
 void AppendFile::CutOff(std::size_t count) {
     const off_t end = ::lseek(file.Number(), 0, SEEK_CUR);
     if (count == 0 || end < static_cast<off_t>(count)) return;

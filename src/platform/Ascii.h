@@ -1,4 +1,4 @@
-// Letter case and blanks of 8-bit text, whatever the locale.
+// Letter case, trimming and splitting of 8-bit text, independent of the locale.
 #pragma once
 
 #include <string>
@@ -25,15 +25,15 @@ inline bool EqualIgnoringCase(std::string_view a, std::string_view b) {
     return true;
 }
 
-// `text` without the characters of `blanks` at both ends.
+// `text` without characters of `blanks` at both ends.
 constexpr std::string_view Trim(std::string_view text, std::string_view blanks = " \t\r") {
     const std::size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-// Takes the text up to the next `separator` (or the end) and that separator off the head of `rest`; a separator before
-// position `from` belongs to the text.
+// Removes the text up to the next `separator`, or up to the end, and that separator from the front of `rest`, and
+// returns the text. A separator before position `from` is part of the text.
 constexpr std::string_view TakeUntil(std::string_view separator, std::string_view& rest, std::size_t from = 0) {
     const std::size_t end = rest.find(separator, from);
     const std::string_view text = rest.substr(0, end);

@@ -17,7 +17,7 @@ tm LocalTime(time_t seconds) {
     return local;
 }
 
-// A loaded library may have changed the locale of the process, so the "C" locale is asked for by name.
+// Uses the "C" locale explicitly, because a loaded library may have changed the locale of the process.
 std::string Format(const char* format, time_t seconds) {
     static const locale_t classic = ::newlocale(LC_ALL_MASK, "C", nullptr);
     const tm local = LocalTime(seconds);

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -19,8 +20,8 @@ namespace platform {
 
 namespace {
 
-constexpr std::size_t longestWarning = 8192;
-constexpr std::array endingSignals = {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP};  // also those that stop
+constexpr std::size_t maxWarningSize = 8192;
+constexpr std::array endingSignals = {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP};  // or stop the process
 int output = STDOUT_FILENO;                                                        // what Print writes to
 
 void WriteText(int fd, std::string_view text) {
@@ -29,7 +30,7 @@ void WriteText(int fd, std::string_view text) {
         if (count > 0) {
             text.remove_prefix(static_cast<std::size_t>(count));
         } else if (count < 0 && errno == EAGAIN) {
-            // Whoever started the program may have made its pipe non-blocking.
+            // The parent process may have made the pipe non-blocking.
             pollfd ready{fd, POLLOUT, 0};
             if (host::Retry([&] { return ::poll(&ready, 1, -1); }) < 0) return;
         } else {
@@ -50,33 +51,33 @@ std::string ReadLine() {
     return line;
 }
 
-// Somebody sees what is asked and can answer.
+// True if a user can see a question and answer it.
 bool HasUser() {
     return ::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1;
 }
 
-// Keeps signals that end or stop the process waiting, so that the terminal can be put in order ahead of them.
-class HeldSignals {
+// Blocks signals that end or stop the process, so that the terminal can be restored before they take effect.
+class BlockedSignals {
   public:
-    HeldSignals() {
+    BlockedSignals() {
         ::sigemptyset(&held);
         for (const int number : endingSignals)
             ::sigaddset(&held, number);
         ::sigprocmask(SIG_BLOCK, &held, &before);
     }
-    ~HeldSignals() { ::sigprocmask(SIG_SETMASK, &before, nullptr); }
-    HeldSignals(const HeldSignals&) = delete;
-    HeldSignals& operator=(const HeldSignals&) = delete;
+    ~BlockedSignals() { ::sigprocmask(SIG_SETMASK, &before, nullptr); }
+    BlockedSignals(const BlockedSignals&) = delete;
+    BlockedSignals& operator=(const BlockedSignals&) = delete;
 
-    bool IsWaiting() const {
-        sigset_t waiting;
-        if (::sigpending(&waiting) != 0) return false;
+    bool HasPending() const {
+        sigset_t pending;
+        if (::sigpending(&pending) != 0) return false;
         for (const int number : endingSignals)
-            if (::sigismember(&waiting, number) == 1 && ::sigismember(&before, number) == 0) return true;
+            if (::sigismember(&pending, number) == 1 && ::sigismember(&before, number) == 0) return true;
         return false;
     }
-    // Those that wait take effect now.
-    void LetThrough() const {
+    // Lets pending signals take effect now.
+    void DeliverPending() const {
         ::sigprocmask(SIG_SETMASK, &before, nullptr);
         ::sigprocmask(SIG_BLOCK, &held, nullptr);
     }
@@ -85,7 +86,7 @@ class HeldSignals {
     sigset_t held, before;
 };
 
-// Has the terminal give each key at once and show none.
+// Makes the terminal deliver each key at once and without echo.
 void SetOneKeyMode(termios mode) {
     mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
     mode.c_cc[VMIN] = 1;
@@ -93,11 +94,11 @@ void SetOneKeyMode(termios mode) {
     ::tcsetattr(STDIN_FILENO, TCSANOW, &mode);
 }
 
-// Waits a little for a key; true also when none will ever come.
+// Waits a short time for a key. True also at the end of input, when none will ever come.
 bool IsKeyThere() {
-    constexpr int patience = 50;  // ms
+    constexpr int timeout = 50;  // ms
     pollfd ready{STDIN_FILENO, POLLIN, 0};
-    return ::poll(&ready, 1, patience) > 0;
+    return ::poll(&ready, 1, timeout) > 0;
 }
 
 }  // namespace
@@ -106,15 +107,15 @@ void Print(std::string_view text) {
     WriteText(output, text);
 }
 
-bool host::SetOutputAside() {
+bool host::RedirectOutput() {
     const int copy = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     if (copy < 0) return false;
     output = copy;
-    KeepOutputAside();
+    KeepOutputRedirected();
     return true;
 }
 
-void host::KeepOutputAside() noexcept {
+void host::KeepOutputRedirected() noexcept {
     if (output != STDOUT_FILENO) std::ignore = host::Try([] { return ::dup2(STDERR_FILENO, STDOUT_FILENO); });
 }
 
@@ -123,8 +124,9 @@ void PrintError(std::string_view text) {
 }
 
 void Warn(std::initializer_list<std::string_view> parts) {
-    // In one piece, so that the lines of several processes do not mix, and without memory that may not be there.
-    std::array<char, longestWarning> line;
+    // Written in one piece, so that the lines of several processes do not mix, and without allocating memory, since a
+    // lack of it may be the reason for the warning.
+    std::array<char, maxWarningSize> line;
     std::size_t used = 0;
     const auto add = [&](std::string_view part) {
         for (const char c : part.substr(0, line.size() - 1 - used))
@@ -160,16 +162,16 @@ void WaitForKey() {
         ReadKey();
         return;
     }
-    HeldSignals signals;
+    BlockedSignals signals;
     bool isThere = false;
     while (!isThere) {
         SetOneKeyMode(before);
-        while (!isThere && !signals.IsWaiting())
+        while (!isThere && !signals.HasPending())
             isThere = IsKeyThere();
         if (isThere) ReadKey();
-        // Some keys send several bytes; the rest goes with the first.
+        // Some keys send several bytes; TCSAFLUSH discards the rest.
         ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before);
-        signals.LetThrough();
+        signals.DeliverPending();
     }
 }
 

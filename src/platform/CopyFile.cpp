@@ -3,9 +3,11 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <memory>
 
 #include "platform/Drives.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
 
@@ -27,14 +29,14 @@ Error CopyContents(Descriptor& source, Descriptor& target) {
     return success;
 }
 
-// Makes `target` the copy, and closes it.
+// Makes `target` a copy of `source` and closes it.
 Error FillCopy(Descriptor& source, Descriptor& target, const struct stat& formerTarget, mode_t permissions) {
     const bool isFile = S_ISREG(formerTarget.st_mode);
     if (isFile && formerTarget.st_size > 0) {
         if (const Error error = host::Try([&] { return ::ftruncate(target.Number(), 0); })) return error;
     }
     if (const Error error = CopyContents(source, target)) return error;
-    // Some volumes know no permission bits; the copy is good all the same.
+    // A failure does not matter: some volumes do not have permission bits.
     if (isFile && (formerTarget.st_mode & 0777) != permissions)
         static_cast<void>(::fchmod(target.Number(), permissions));
     return target.Close();
@@ -51,7 +53,7 @@ Error CopyFile(const std::string& from, const std::string& to) {
     }, targetStatus{};
     if (const Error error = source.Open(*nativeFrom, O_RDONLY)) return error;
     if (::fstat(source.Number(), &sourceStatus) != 0) return errno;
-    // The target is written only after it is known to be another file than the source.
+    // The target is opened without truncating it, until it is known not to be the source itself.
     if (const Error error = target.Open(*nativeTo, O_WRONLY | O_CREAT, 0666)) return error;
     if (::fstat(target.Number(), &targetStatus) != 0) return errno;
     if (targetStatus.st_dev == sourceStatus.st_dev && targetStatus.st_ino == sourceStatus.st_ino) return EEXIST;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <utility>
 #include <vector>
@@ -47,7 +48,7 @@ Error Descriptor::OpenAt(const Descriptor& folder, const std::string& name, int 
                 status);
 }
 
-// Keeps the descriptor that a call has just opened, or failed to open.
+// Takes over the descriptor that a call has just opened, or failed to open (-1).
 Error Descriptor::Take(int number, int flags, struct stat* status) {
     Descriptor opened;
     opened.fd = number;
@@ -58,7 +59,7 @@ Error Descriptor::Take(int number, int flags, struct stat* status) {
     if ((flags & O_ACCMODE) == O_RDONLY && !S_ISREG(status->st_mode)) return ENXIO;
     if (S_ISDIR(status->st_mode)) return EISDIR;
     if (!S_ISREG(status->st_mode)) {
-        // Only the opening must not block.
+        // Only opening must not block; reading and writing may.
         const int now = ::fcntl(opened.fd, F_GETFL);
         if (now < 0 || ::fcntl(opened.fd, F_SETFL, now & ~O_NONBLOCK) < 0) return errno;
     }
@@ -136,7 +137,7 @@ Error Descriptor::Truncate(std::uint64_t length) {
 
 Error Descriptor::Close() {
     if (!IsOpen()) return success;
-    // The descriptor is gone even when a signal came in between, so there is no second try.
+    // The descriptor is closed even when close was interrupted by a signal, so there is no second try.
     return ::close(std::exchange(fd, -1)) == 0 || errno == EINTR ? success : Error(errno);
 }
 
@@ -149,7 +150,7 @@ Error ReadFile(const std::string& hostPath, std::string& text, std::size_t limit
     if (const Error error = file.Open(hostPath, O_RDONLY)) return error;
     struct stat status {};
     if (::fstat(file.Number(), &status) != 0) return errno;
-    // The length is only a hint: the file may grow meanwhile, and some files do not report theirs.
+    // The length is only a hint: the file may be growing, and some files do not report theirs.
     constexpr std::size_t smallestBlock = 4096;
     const std::size_t expected = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
     std::string bytes(std::min(std::max(expected, smallestBlock), limit), '\0');

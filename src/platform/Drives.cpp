@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-// Host folder of a drive. An entry's name is the letter, with or without its colon.
+// Host folder of a drive. The entry in the store is named by the letter, with or without a colon.
 std::optional<std::string> DriveRoot(char letter) {
     std::string name(1, letter);
     auto root = ReadRegistryText("Drives", name);
@@ -21,7 +21,7 @@ std::optional<std::string> DriveRoot(char letter) {
     return root;
 }
 
-// What distinguishes one state of the registry store from another.
+// Identifies a version of the registry store, to notice when it changes.
 struct StoreState {
     std::string path;
     struct stat status {};
@@ -36,7 +36,7 @@ struct StoreState {
     }
 };
 
-// The same, looked up once for each state of the store: every path of a run comes through here.
+// The same, looked up once per version of the store, because every path of a run goes through here.
 std::optional<std::string> KnownDriveRoot(char letter) {
     if (letter == 'Z') return "/";
     static StoreState known;
@@ -53,7 +53,7 @@ std::optional<std::string> KnownDriveRoot(char letter) {
 }  // namespace
 
 std::optional<std::string> NativePath(std::string_view path) {
-    // A host path ends at its first NUL; what came after would silently be another file.
+    // A host path ends at its first NUL, so the rest would be ignored and the path would name another file.
     if (path.find('\0') != std::string_view::npos) return std::nullopt;
     std::string native(path);
     std::replace(native.begin(), native.end(), '\\', '/');

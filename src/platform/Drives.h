@@ -1,4 +1,4 @@
-// From the program's paths to the host's.
+// Conversion of the program's paths to host paths.
 #pragma once
 
 #include <optional>
@@ -7,9 +7,10 @@
 
 namespace platform {
 
-// The host's form of a program path: "\" becomes "/", a drive at the head is replaced by what it is mapped to ("Z:" is
-// the root, other letters are looked up in section [Drives] of the registry store, letter case ignored; a drive path
-// without a separator behind the colon counts from the drive's root). Nothing when the drive is not mapped.
+// The host's form of a program path: "\" becomes "/", and a drive at the start is replaced by the folder it is mapped
+// to. "Z:" is the root; other letters, case ignored, are looked up in section [Drives] of the registry store. A drive
+// path without a separator after the colon also starts at the drive's root. Nothing if the drive is not mapped or the
+// path contains a NUL.
 std::optional<std::string> NativePath(std::string_view path);
 
 }  // namespace platform

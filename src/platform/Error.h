@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// An errno value, or a number of the operation's own; nothing (0) for success. True in a condition when there is an
+// An errno value, or a number that an operation defines itself; 0 for success. True in a condition if there is an
 // error: "if (const Error error = file.Open(path, mode)) return error;".
 class [[nodiscard]] Error {
   public:
@@ -17,7 +17,7 @@ class [[nodiscard]] Error {
     friend constexpr bool operator==(Error a, Error b) { return a.code == b.code; }
 
     constexpr int Code() const { return code; }
-    // What the system says about it ("Success" for none).
+    // The system's description of it ("Success" for 0).
     std::string Text() const;
     friend std::ostream& operator<<(std::ostream& out, Error error);
 

@@ -8,10 +8,12 @@
 #include <cerrno>
 #include <numeric>
 #include <tuple>
+#include <utility>
 
 #include "platform/AtomicFile.h"
 #include "platform/Clock.h"
 #include "platform/Drives.h"
+#include "platform/Error.h"
 #include "platform/Host.h"
 #include "platform/Lock.h"
 
@@ -23,9 +25,9 @@ using host::Descriptor;
 
 using Parts = std::span<const std::string_view>;
 
-constexpr int mostLinks = 40;
+constexpr int maxLinks = 40;
 constexpr int pauseBetweenTries = 50;  // ms
-constexpr int tries = 101;             // at once, then for 5 s
+constexpr int tries = 101;             // 5 s in all
 
 FileState StateFrom(const struct stat& status) {
     return {{status.st_dev, status.st_ino},
@@ -42,7 +44,7 @@ bool HaveSameRights(const FileState& a, const FileState& b) {
     return a.mode == b.mode && a.owner == b.owner && a.group == b.group;
 }
 
-// Another program has the file for itself at present.
+// Another program has exclusive use of the file at the moment.
 bool IsHeld(Error error) {
     return error == EWOULDBLOCK || error == EBUSY || error == ETXTBSY;
 }
@@ -65,7 +67,7 @@ Error ExchangedFile::Begin(const std::string& path) {
     if (!native) return ENOENT;
     Error error = Find(*native);
     if (!error && !IsAsWritten()) {
-        // Made here as the only way to be sure that it may be written.
+        // Opening it, or creating it, is the only way to be sure that it can be written.
         error = OpenFile(O_CREAT);
     }
     if (error) End();
@@ -77,9 +79,10 @@ void ExchangedFile::End() {
     folder.CloseQuietly();
 }
 
-// Settles where the file lies and looks at it; all members stay as they are when it is not there yet.
+// Follows links to where the file is, opens and locks its folder, and sets `now` to the state of the file, or to {} if
+// it does not exist yet.
 Error ExchangedFile::Find(std::string path) {
-    for (int links = 0; links <= mostLinks; ++links) {
+    for (int links = 0; links <= maxLinks; ++links) {
         const std::size_t leafAt = path.rfind('/') + 1;  // 0 when there is no separator
         hostPath = path;
         leaf = path.substr(leafAt);
@@ -102,7 +105,7 @@ Error ExchangedFile::Find(std::string path) {
 
 Error ExchangedFile::OpenFolder(const std::string& path) {
     Error error = folder.OpenFolder(path, O_RDONLY);
-    // A folder that may be passed but not listed cannot be locked either.
+    // A folder that may be searched but not read can only be opened with O_PATH, and then not locked.
     if (error == EACCES) error = folder.OpenFolder(path, O_PATH);
     return error ? error : host::Lock(folder);
 }
@@ -176,7 +179,7 @@ Error ExchangedFile::WriteOver(Parts parts, std::uint64_t same, std::uint64_t to
     if (const Error closed = second.Close(); !error) error = closed;
     if (!error) error = host::ExchangeNames(folder.Number(), formerLeaf, leaf);
     if (error) {
-        // It is no former state any more.
+        // The former state has been overwritten.
         ::unlinkat(folder.Number(), formerLeaf.c_str(), 0);
         return error;
     }
@@ -193,7 +196,7 @@ Error ExchangedFile::WriteInPlace(Parts parts, std::uint64_t total) {
     Error error = open.WriteAt(parts, 0);
     if (!error && text.size() > total) error = open.Truncate(total);
     if (error) {
-        // What was there before is put back; there was room for it.
+        // Restores the old contents; there was room for them before.
         const std::string_view whole = text;
         std::ignore = open.WriteAt({&whole, 1}, 0);
         std::ignore = open.Truncate(text.size());

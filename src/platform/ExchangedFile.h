@@ -1,12 +1,12 @@
-// A file that is whole at every moment, with its former state beside it under its name and ".temp".
+// A file that is complete at every moment, and whose former state is kept in the same folder under its name with
+// ".temp" added.
 //
-// A new state is written into another file and the two exchange their names, so whoever opens the file finds one state
-// or the other. The first state that an object writes goes into a new file. From then on there are two files of which
-// the object knows every byte: the next state is written over the one before the former, and only from where they begin
-// to differ. If anybody else has touched one of them meanwhile it is a new file again.
+// A new state is written to a second file, and then the two files exchange their names, so readers see either the old
+// state or the new one. The first state that an object writes goes into a new file. After that the object knows the
+// contents of both files, so it writes the next state over the ".temp" file, starting at the first byte that differs.
+// If somebody else has changed one of the files meanwhile, it writes a new file again.
 //
-// Where names cannot be exchanged, or the folder may not be written to while the file may, the file is rewritten in
-// place.
+// If the volume cannot exchange names, or the file is writable but its folder is not, the file is rewritten in place.
 #pragma once
 
 #include <cstdint>
@@ -15,11 +15,12 @@
 #include <string_view>
 
 #include "platform/Descriptor.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 
 namespace platform {
 
-// What shows that a file has been changed.
+// Attributes of a file that show whether it has been changed.
 struct FileState {
     FileIdentity identity{};
     std::int64_t size = -1, seconds = 0, nanoseconds = 0;  // the time of the last change
@@ -29,25 +30,24 @@ struct FileState {
 
 class ExchangedFile {
   public:
-    // Begins this process's turn at the file at `path`, which is made when it is not there: the folder's own descriptor
-    // is locked, and while another process of ours has the turn, or a program holds the file, this waits, 5 s at most
-    // (EBUSY, or what opening it gives). A symbolic link is followed, and all happens where it leads. ENXIO for what is
-    // no regular file, EACCES for a file that may not be read and written.
+    // Begins this process's turn at the file at `path`, which is created if it does not exist, by locking its folder.
+    // Waits up to 5 s while another process has the turn (EBUSY) or holds the file (the error of opening it). A
+    // symbolic link is followed. ENXIO if it is not a regular file, EACCES if it may not be read and written.
     Error Begin(const std::string& path);
-    // Ends the turn. Nothing stays open.
+    // Ends the turn and closes everything.
     void End();
 
     // --- During a turn ---
 
-    // True when the file is still as the last Replace of this object left it.
+    // True if the file is still as this object's last Replace left it.
     bool IsAsWritten() const { return file.size >= 0 && file == now; }
-    // Where the file lies and its former state goes, in the host's form.
+    // Host paths of the file, with links followed, and of its former state.
     const std::string& Path() const { return hostPath; }
     std::string FormerPath() const { return hostPath + ".temp"; }
-    // All bytes of the file; EFBIG beyond `limit`.
+    // Reads the whole file; EFBIG if it has more than `limit` bytes.
     Error Read(std::string& text, std::size_t limit);
-    // Makes `parts`, one after the other, the new state. It does not differ from the last one written in the first
-    // `same` bytes (0 when that is not known). After an error the file is as it was.
+    // Makes the concatenation of `parts` the new state of the file. `same` is a number of bytes at the start that are
+    // known to be the same as in the last state written (0 if unknown). After an error the file is as it was.
     Error Replace(std::span<const std::string_view> parts, std::uint64_t same);
 
   private:
@@ -61,11 +61,11 @@ class ExchangedFile {
     FileState StateOf(const std::string& name) const;
 
     host::Descriptor folder;  // locked
-    host::Descriptor open;    // the file, when it has not been known
+    host::Descriptor open;    // the file, if this turn had to open it
     std::string hostPath, leaf, formerLeaf;
-    FileState now;                   // the file in this turn
-    FileState file, former;          // as they were left; a size of -1 when not known
-    std::uint64_t sameAsFormer = 0;  // bytes at the head that are the same in both
+    FileState now;                   // the file at the start of this turn
+    FileState file, former;          // as the last Replace left them; a size of -1 if unknown
+    std::uint64_t sameAsFormer = 0;  // bytes at the start that are the same in both
     bool canExchange = true;
 };
 

@@ -2,7 +2,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 #include "platform/Drives.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
 
@@ -10,7 +13,7 @@ namespace platform {
 
 namespace {
 
-constexpr unsigned newFilePermissions = 0666;  // less the user's mask
+constexpr unsigned newFilePermissions = 0666;  // without the bits of the umask
 
 int OpenFlags(OpenMode mode) {
     switch (mode) {
@@ -67,7 +70,7 @@ Error File::Truncate(std::int64_t length) {
 
 Error File::Flush() {
     const Error error = host::Try([&] { return ::fsync(descriptor.Number()); });
-    // Pipes and devices have nothing to wait for.
+    // fsync is not supported for pipes and devices.
     return error == EINVAL ? success : error;
 }
 

@@ -1,13 +1,12 @@
 // Files and folders of the host system.
 //
-// Everything here takes paths as the program writes them: 8-bit text, "\" and "/" both separate, and "X:" at the
-// head names a drive (Drives.h). A path on a drive that is not mapped gives ENOENT from every operation.
+// All paths are program paths: 8-bit text in which "\" and "/" are both separators and "X:" at the start names a drive
+// (Drives.h). Every operation gives ENOENT for a path on a drive that is not mapped.
 #pragma once
 
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -15,40 +14,41 @@
 #include <vector>
 
 #include "platform/Descriptor.h"
+#include "platform/Error.h"
 
 namespace platform {
 
 enum class OpenMode {
     Read,           // must exist
     Update,         // read and write, must exist
-    CreateOrEmpty,  // read and write, made when missing, emptied when there
-    CreateOrKeep,   // read and write, made when missing, contents kept
+    CreateOrEmpty,  // read and write; created if missing, else emptied
+    CreateOrKeep,   // read and write; created if missing, contents kept
 };
 
-// An open file. Movable, closes itself on destruction. Reads and writes are unbuffered.
+// A file. Movable; closes itself on destruction. Reads and writes are unbuffered.
 class File {
   public:
-    // Opens `path`; the file must not be open already (EBUSY). A folder gives EISDIR; for reading only, whatever is no
-    // regular file gives ENXIO.
+    // Opens `path`; EBUSY if a file is open already. For reading only, anything but a regular file gives ENXIO;
+    // otherwise a folder gives EISDIR.
     Error Open(const std::string& path, OpenMode mode);
     bool IsOpen() const { return descriptor.IsOpen(); }
 
-    // Reads up to out.size() bytes at the current position; `got` is what came before the end of the file.
+    // Reads out.size() bytes at the current position, or fewer at the end of the file; `got` is their number.
     Error Read(std::span<std::byte> out, std::size_t& got) { return descriptor.Read(out, got); }
     // Writes all of `data` at the current position.
     Error Write(std::span<const std::byte> data) { return descriptor.Write(data); }
     Error Write(std::string_view text);
-    // Moves to `offset` bytes from the start (SeekSet) or from the end (SeekFromEnd, offset 0 or below). A position
-    // before the start gives EINVAL and leaves the position as it was.
+    // Move to `offset` bytes from the start (SeekSet) or from the end (SeekFromEnd; 0 or negative). A position before
+    // the start gives EINVAL and changes nothing.
     Error SeekSet(std::int64_t offset);
     Error SeekFromEnd(std::int64_t offset);
     Error Tell(std::int64_t& position) const;
     Error Length(std::int64_t& length) const;
-    // Cuts the file (or extends it with zeros) to `length` bytes.
+    // Cuts the file, or extends it with zeros, to `length` bytes.
     Error Truncate(std::int64_t length);
     // Waits until the file's data is on the disk.
     Error Flush();
-    // Closes the file; no error also when it was not open. It counts as closed afterwards, whatever the result.
+    // Closes the file, which counts as closed whatever the result. Success if it was not open.
     Error Close() { return descriptor.Close(); }
     // For clean-up and after reading, when nothing depends on the result.
     void CloseQuietly() noexcept { descriptor.CloseQuietly(); }
@@ -57,42 +57,40 @@ class File {
     host::Descriptor descriptor;
 };
 
-// The most that is read of a file of settings.
-inline constexpr std::size_t longestSettings = std::size_t{1} << 20;
-// Gives the bytes of a file, the first `limit` of them when it has more. `text` changes only when it succeeds.
-Error ReadFile(const std::string& path, std::string& text, std::size_t limit = longestSettings);
+// The limit in bytes for reading a settings file.
+inline constexpr std::size_t maxSettingsSize = std::size_t{1} << 20;
+// Reads a file into `text`, but no more than `limit` bytes. After an error `text` is unchanged.
+Error ReadFile(const std::string& path, std::string& text, std::size_t limit = maxSettingsSize);
 
-// Makes one folder level. EEXIST when there is something of that name.
+// Makes one folder level. EEXIST if the name is in use.
 Error MakeDirectory(const std::string& path);
-// Copies a regular file (ENXIO) byte for byte, replacing `to`. EEXIST when both are the same file (device and inode):
-// nothing is changed then. `to` gets the permission bits of `from`. What was written is removed when the copy fails
-// half-way.
+// Copies a regular file (else ENXIO) byte for byte, replacing the contents of `to`, and its permission bits. EEXIST,
+// with nothing changed, if both are the same file (device and inode). If the copy fails halfway `to` is removed.
 Error CopyFile(const std::string& from, const std::string& to);
 Error DeleteFile(const std::string& path);
-// The same when nothing depends on whether there was such a file.
+// The same without a result, for a file that may not exist.
 void DeleteIfThere(const std::string& path);
-// Renames within one folder tree, replacing `to` in one step.
+// Renames within one volume, replacing `to` in one atomic step.
 Error RenameFile(const std::string& from, const std::string& to);
 // Gives the owner the rights to read and write (a file's "normal" attributes).
 Error SetNormalAttributes(const std::string& path);
-// What tells a file or folder from all others, whatever name or link leads to it.
+// Identifies a file or folder, under whatever name or link it is reached.
 struct FileIdentity {
     std::uint64_t device, inode;
     auto operator<=>(const FileIdentity&) const = default;
 };
-// Nothing for a path that leads to nothing, or that cannot be looked at.
+// Nothing if there is nothing at `path`, or it cannot be examined.
 std::optional<FileIdentity> IdentityOf(const std::string& path);
-// True when both paths name one existing file.
+// True if both paths lead to the same existing file.
 bool IsSameFile(const std::string& a, const std::string& b);
-// The identity of what stands at `path` itself: of a symbolic link, not of what it leads to.
+// The identity of `path` itself: of a symbolic link, not of the file that it leads to.
 std::optional<FileIdentity> IdentityOfName(const std::string& path);
-// Where a symbolic link at `path` leads in the end, as the host's full path. Nothing for what is no link, or when it
-// leads to nothing.
+// Where a symbolic link at `path` finally leads, as a full host path. Nothing if it is not a link or leads to nothing.
 std::optional<std::string> LinkTarget(const std::string& path);
-// Bytes that this user may still write on the volume of `path` (of the current folder when empty).
+// Bytes that this user may still write to the volume of `path`, or of the working folder if `path` is empty.
 std::optional<std::uint64_t> FreeBytes(const std::string& path);
 
-// Waits until all that has been written on the volume of `path` is on the disk.
+// Waits until everything written to the volume of the folder `path` is on the disk.
 Error SyncVolume(const std::string& path);
 
 struct FoundEntry {
@@ -100,21 +98,21 @@ struct FoundEntry {
     bool isDirectory = false;
 };
 
-// Gives all entries that match `pattern`: wildcards "*" and "?" in the last component, "*.*" matches every name, ASCII
-// letter case is ignored in a wildcard search only. Ascending by name, case ignored, ties by byte value; "." and ".."
-// are left out, links to nothing are not. Without a wildcard, the entry of that name if it leads to anything. With an
-// error (of a folder that is not there or cannot be listed) `entries` are those found so far.
+// Finds all entries that match `pattern`, whose last component may have the wildcards "*" and "?"; "*.*" matches every
+// name. With a wildcard, ASCII letter case is ignored, and broken links are included. Without one, finds the entry of
+// exactly that name if it exists and is not a broken link. Sorted by name, case ignored, then by byte value; "." and
+// ".." are excluded. After an error (the folder does not exist or cannot be listed) `entries` has those found so far.
 Error FindFiles(const std::string& pattern, std::vector<FoundEntry>& entries);
 
-// The working folder as a full path, and moving it. CurrentFolder gives nothing when it cannot be told.
+// Get and change the working folder. CurrentFolder gives its full path, or nothing if it is unknown.
 std::optional<std::string> CurrentFolder();
 Error SetCurrentFolder(const std::string& path);
 
-// Full path of the running program; nothing when it cannot be told.
+// Full path of the running program; nothing if it is unknown.
 std::optional<std::string> ProgramPath();
-// Its folder, with the separator at its end.
+// Its folder, with a separator at the end.
 std::optional<std::string> ProgramFolder();
-// `name` in the folder of the running program; plain `name`, with a warning, when that folder cannot be told.
-std::string BesideProgram(const std::string& name);
+// Path of `name` in the folder of the running program; only `name`, with a warning, if that folder is unknown.
+std::string PathNextToProgram(const std::string& name);
 
 }  // namespace platform

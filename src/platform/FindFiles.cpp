@@ -16,7 +16,7 @@ namespace {
 bool MatchesWildcard(std::string_view name, std::string_view pattern) {
     if (pattern == "*.*") return true;
     std::size_t n = 0, p = 0;
-    // Where to go on when the rest does not match: the latest "*", and the name from which it stops taking characters.
+    // Where to resume after a mismatch: the latest "*", and the position in the name up to which it takes characters.
     std::size_t star = std::string_view::npos, resume = 0;
     while (n < name.size()) {
         if (p < pattern.size() && pattern[p] == '*') {
@@ -47,14 +47,14 @@ bool IsDotName(std::string_view name) {
     return name == "." || name == "..";
 }
 
-// Adds what the name leads to, if there is anything.
+// Adds the entry with this name unless it does not exist or is a broken link.
 void AddNamed(const std::string& folder, const std::string& name, std::vector<FoundEntry>& entries) {
     struct stat status {};
     if (::stat((folder + name).c_str(), &status) == 0) entries.push_back({name, S_ISDIR(status.st_mode)});
 }
 
-// True for a folder, or a link to one. A link to a file that is gone is an entry too: whoever opens it will report the
-// loss.
+// True for a folder or a link to one. False for a broken link, which is listed as a file; opening it will report the
+// error.
 bool IsFolder(const std::string& path, unsigned char type) {
     if (type != DT_LNK && type != DT_UNKNOWN) return type == DT_DIR;
     struct stat status {};

@@ -1,4 +1,4 @@
-// Operations on names: folders, whole files, volumes, the working folder and the program's own.
+// Operations on paths: folders, files as a whole, volumes, the working folder and the program's own path.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -22,7 +22,7 @@ namespace platform {
 
 namespace {
 
-// Makes `call` (-1 for a failure that errno names) on the host's form of `path`.
+// Calls `call`, which gives -1 and sets errno on failure, with the host's form of `path`.
 template <class Call>
 Error OnNativePath(const std::string& path, Call call) {
     const auto native = NativePath(path);
@@ -33,7 +33,7 @@ Error Status(const std::string& path, struct stat& status) {
     return OnNativePath(path, [&](const char* name) { return ::stat(name, &status); });
 }
 
-// Of a symbolic link itself.
+// Of the link itself if `path` is a symbolic link.
 Error NameStatus(const std::string& path, struct stat& status) {
     return OnNativePath(path, [&](const char* name) { return ::lstat(name, &status); });
 }
@@ -144,10 +144,10 @@ std::optional<std::string> ProgramFolder() {
     return program->substr(0, program->rfind('/') + 1);
 }
 
-std::string BesideProgram(const std::string& name) {
+std::string PathNextToProgram(const std::string& name) {
     const auto folder = ProgramFolder();
     if (folder) return *folder + name;
-    Warn({"the folder of the program cannot be told: ", name, " is looked for in the working folder"});
+    Warn({"the program's folder is unknown, so ", name, " is looked for in the working folder"});
     return name;
 }
 

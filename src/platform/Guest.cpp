@@ -28,12 +28,12 @@ constexpr int folderToReturnTo = O_PATH | O_DIRECTORY | O_CLOEXEC;
 constexpr int folderToReturnTo = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 #endif
 
-// Those that POSIX has. The others count for child processes and for what the program does not use.
+// The limits defined by POSIX. Others concern child processes and things that the program does not use.
 constexpr auto limits =
     std::to_array({RLIMIT_AS, RLIMIT_CORE, RLIMIT_CPU, RLIMIT_DATA, RLIMIT_FSIZE, RLIMIT_NOFILE, RLIMIT_STACK});
 constexpr std::array guardedSignals{SIGINT, SIGTERM, SIGPIPE};
 
-// Where the hard limit was lowered and this process may not raise it again, the soft limit comes as near as it can.
+// If the hard limit was lowered and this process may not raise it again, sets the soft limit as near as possible.
 void RestoreLimit(decltype(RLIMIT_AS) resource, const rlimit& own) {
     rlimit now{};
     if (::getrlimit(resource, &now) != 0 || (now.rlim_cur == own.rlim_cur && now.rlim_max == own.rlim_max)) return;
@@ -42,8 +42,8 @@ void RestoreLimit(decltype(RLIMIT_AS) resource, const rlimit& own) {
     ::setrlimit(resource, &nearest);
 }
 
-// The state that the program runs in. It does not change after the start, so it is looked at once, and putting it back
-// costs one call of the system for each part.
+// The program's own state. It does not change after the start, so it is read only once, and restoring it takes one
+// system call for each part.
 class OwnState {
   public:
     OwnState() noexcept : mask(::umask(0)) {
@@ -77,7 +77,7 @@ const OwnState& Own() noexcept {
 
 int workingFolder = -1;  // a descriptor of the program's own working folder
 
-// The names of the last call, for the warning. Plain arrays, since they are read while the process ends.
+// The names of the last call, for the warning. Plain arrays, because they are read while the process is ending.
 struct Name {
     std::array<char, 256> text{};
 
@@ -98,8 +98,8 @@ void host::KeepWorkingFolder() noexcept {
 
 void host::EndInsideGuest() {
     const std::string sample = lastSample.text.data();
-    Warn(std::string("the process was ended inside the library ") + lastLibrary.text.data() +
-         (sample.empty() ? "" : " at " + sample));
+    Warn(std::string("the library ") + lastLibrary.text.data() + " ended the process" +
+         (sample.empty() ? "" : " during the base call of " + sample));
     std::fflush(nullptr);
     std::_Exit(EXIT_FAILURE);
 }
@@ -114,7 +114,7 @@ GuestCall::GuestCall(std::string_view library, std::string_view sample) noexcept
 GuestCall::~GuestCall() {
     Own().Restore();
     if (workingFolder >= 0) std::ignore = host::Try([] { return ::fchdir(workingFolder); });
-    host::KeepOutputAside();
+    host::KeepOutputRedirected();
 }
 
 }  // namespace platform

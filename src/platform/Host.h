@@ -1,4 +1,4 @@
-// Calls of the host, for the files of this folder only.
+// Helpers for system calls. For the files of this folder only.
 #pragma once
 
 #include <cerrno>
@@ -8,7 +8,7 @@
 
 namespace platform::host {
 
-// Calls `call` again for as long as a signal interrupts it; its result, -1 for a failure that errno names.
+// Repeats `call` as long as a signal interrupts it, and returns its result: -1, with errno set, on failure.
 template <class Call>
 auto Retry(Call call) {
     auto result = call();
@@ -17,14 +17,14 @@ auto Retry(Call call) {
     return result;
 }
 
-// The same for a call whose result is of no interest.
+// The same for a call whose result only shows success or failure.
 template <class Call>
 Error Try(Call call) {
     return Retry(call) == -1 ? Error(errno) : success;
 }
 
-// Gives each of two files in `folder` (AT_FDCWD for host paths) the name of the other, in one step. EINVAL, ENOSYS or
-// EOPNOTSUPP where that cannot be done.
+// Exchanges the names of two files in `folder`, a descriptor (AT_FDCWD for host paths), in one atomic step. EINVAL,
+// ENOSYS or EOPNOTSUPP if the volume does not support that.
 Error ExchangeNames(int folder, const std::string& a, const std::string& b);
 
 }  // namespace platform::host

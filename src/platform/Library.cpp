@@ -28,11 +28,11 @@ Library::~Library() {
 bool Library::Open(const std::string& path) {
     Close();
     auto native = NativePath(path);
-    // The empty name would be the program itself, and a name without a folder would be searched for.
+    // dlopen takes an empty name for the program itself, and searches for a name without a folder.
     if (!native || native->empty()) return false;
     if (native->find('/') == std::string::npos) native->insert(0, "./");
     name = native->substr(native->rfind('/') + 1);
-    const GuestCall call(name, {});  // its initialisers run
+    const GuestCall call(name, {});  // dlopen runs the library's initialisers
     handle = ::dlopen(native->c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     return IsOpen();
 }

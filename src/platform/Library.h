@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// A loaded library; movable, lets go of it on destruction.
+// A loaded library. Movable; releases the library on destruction.
 class Library {
   public:
     Library() = default;
@@ -15,16 +15,16 @@ class Library {
     Library& operator=(const Library&) = delete;
     ~Library();
 
-    // Loads the file at the program path `path` (all its symbols are bound at once, none become global). The path is
-    // used as it is: nothing is appended and no other folder is searched. False when it does not load. Its code stays
-    // in memory until the process ends, since threads of its own may still run in it.
+    // Loads the library at the program path `path`: nothing is appended to the path, and no other folder is searched.
+    // Its symbols are all bound at once and do not become global. False if it does not load. Its code stays in memory
+    // until the process ends, since threads of its own may still be running in it.
     bool Open(const std::string& path);
     bool IsOpen() const { return handle != nullptr; }
-    // The file's name without its folder; empty until a library has been opened.
+    // The file name without its folder; empty before the first Open.
     const std::string& Name() const { return name; }
-    // Address of an exported name, null when there is none or no library is open.
+    // Address of an exported symbol; null if there is none or no library is open.
     void* Symbol(const char* symbol) const;
-    // True when the library was let go of.
+    // Releases the library. True if there was one and that succeeded.
     bool Close();
 
   private:

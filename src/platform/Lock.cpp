@@ -11,13 +11,13 @@
 namespace platform::host {
 
 Error Lock(const Descriptor& file) {
-    constexpr int patience = 5000, longestPause = 50;  // ms
+    constexpr int timeout = 5000, maxPause = 50;  // ms
     int waited = 0;
-    // Turns are short, so the first tries follow soon upon each other.
-    for (int pause = 1;; pause = std::min(2 * pause, longestPause)) {
+    // Locks are held for a short time only, so the first tries follow each other quickly.
+    for (int pause = 1;; pause = std::min(2 * pause, maxPause)) {
         const Error error = Try([&] { return ::flock(file.Number(), LOCK_EX | LOCK_NB); });
         if (!(error == EWOULDBLOCK)) return success;
-        if (waited >= patience) return EBUSY;
+        if (waited >= timeout) return EBUSY;
         Sleep(pause);
         waited += pause;
     }

@@ -1,4 +1,4 @@
-// Advisory locks, by which processes of ours take turns. For the files of this folder only.
+// Advisory locks, with which several processes of this program take turns. For the files of this folder only.
 #pragma once
 
 #include "platform/Descriptor.h"
@@ -6,8 +6,8 @@
 
 namespace platform::host {
 
-// Locks the open file or folder until it is closed. EBUSY when another process holds the lock for more than 5 s. Where
-// the volume knows no locks it counts as locked.
+// Locks the open file or folder until it is closed. EBUSY if another process holds the lock for 5 s. If the volume does
+// not support locks it counts as locked.
 Error Lock(const Descriptor& file);
 
 }  // namespace platform::host

@@ -21,14 +21,14 @@ bool Ignore(int signalNumber) {
     return ::signal(signalNumber, SIG_IGN) != SIG_ERR;
 }
 
-// Memory that one sample gives back serves the next one. Left to itself, the allocator returns such large blocks to the
-// system, which then clears every page anew for each sample.
+// Keeps freed memory for the next sample. By default the allocator returns such large blocks to the system, which then
+// has to clear every page again for each sample.
 void KeepFreedMemory() {
 #ifdef __GLIBC__
-    constexpr int largestKeptBlock = 32 << 20;
-    constexpr int mostKept = 128 << 20;
-    ::mallopt(M_MMAP_THRESHOLD, largestKeptBlock);
-    ::mallopt(M_TRIM_THRESHOLD, mostKept);
+    constexpr int maxKeptBlock = 32 << 20;
+    constexpr int maxKept = 128 << 20;
+    ::mallopt(M_MMAP_THRESHOLD, maxKeptBlock);
+    ::mallopt(M_TRIM_THRESHOLD, maxKept);
 #endif
 }
 
@@ -42,13 +42,13 @@ void CheckEnd() {
 
 bool StartProcess() {
     KeepFreedMemory();
-    // A descriptor that is opened takes the lowest free place, so the three get filled from below.
+    // open gives the lowest free descriptor, so this fills any of the three that are closed.
     int opened = 0;
     while (opened >= 0 && opened <= STDERR_FILENO)
         opened = ::open("/dev/null", O_RDWR);
     if (opened < 0) return false;
     ::close(opened);
-    return Ignore(SIGPIPE) && Ignore(SIGXFSZ) && host::SetOutputAside() && std::atexit(CheckEnd) == 0 &&
+    return Ignore(SIGPIPE) && Ignore(SIGXFSZ) && host::RedirectOutput() && std::atexit(CheckEnd) == 0 &&
            std::at_quick_exit(CheckEnd) == 0;
 }
 

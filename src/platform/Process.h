@@ -1,17 +1,18 @@
-// What the program needs of the host before it does anything.
+// The start and the end of the process.
 #pragma once
 
 namespace platform {
 
-// Makes sure that standard input, output and error are open (to nothing when the starter closed them), so that no file
-// ever gets their place and receives the program's texts; and that a reader of them who goes away, or a limit on the
-// size of files, is an error of the write that meets it and not the end of the process. False when that cannot be had.
+// Prepares the process; call it first. Opens those of standard input, output and error that are closed to /dev/null, so
+// that no other file gets their descriptor and receives the program's texts. Makes a broken pipe and an exceeded file
+// size limit errors of the write instead of ending the process. False if any of this, or what follows, fails.
 //
-// Standard output is set aside: Print alone writes to it, and what the code of a library prints goes to standard error.
-// From here on a process that ends without EndProcess (exit, in a library) ends with exit code 1 and a warning.
+// Standard output is reserved for Print; descriptor 1 is redirected to standard error, so that what a library prints
+// goes there. From here on a process that ends without EndProcess, by exit in a library, gets exit code 1 and a
+// warning.
 bool StartProcess();
 
-// The run is over, and the exit code is what main returns.
+// Marks the run as over: from now on the exit code is the one that main returns.
 void EndProcess();
 
 }  // namespace platform

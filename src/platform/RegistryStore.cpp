@@ -1,6 +1,6 @@
 // Layout of the store, line by line:
-//   [sub-key]             starts a section; the same sub-key may come again
-//   value name = text     an entry of the section; the latest of a name counts
+//   [sub-key]             starts a section; a sub-key may have several
+//   value name = text     an entry of the section; the last one with a name counts
 //   ; or # ...            a comment, skipped like an empty line
 
 #include "platform/RegistryStore.h"
@@ -14,6 +14,7 @@
 #include "platform/Ascii.h"
 #include "platform/Console.h"
 #include "platform/Descriptor.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 
 namespace platform {
@@ -42,7 +43,7 @@ std::optional<std::string> FindText(std::string_view store, std::string_view sub
     return found;
 }
 
-// Full path of the folder of a file, ending in "/". Nothing when the working folder is needed and cannot be told.
+// Full path of the folder of a file, ending in "/". Nothing if the working folder is needed and unknown.
 std::optional<std::string> FolderOf(const std::string& hostPath) {
     const std::string folder = hostPath.substr(0, hostPath.rfind('/') + 1);
     if (folder.starts_with('/')) return folder;
@@ -78,7 +79,7 @@ std::optional<std::string> RegistryStorePath() {
     else if (home != nullptr && *home != '\0')
         candidates.push_back(std::string(home) + "/.config/quillion/registry.ini");
     candidates.push_back("/etc/quillion/registry.ini");
-    candidates.push_back(BesideProgram("registry.ini"));
+    candidates.push_back(PathNextToProgram("registry.ini"));
     for (const std::string& candidate : candidates) {
         if (IsFile(candidate)) return candidate;
     }
@@ -89,8 +90,8 @@ std::optional<std::string> ReadRegistryText(std::string_view subKey, std::string
     const auto path = RegistryStorePath();
     if (!path) return std::nullopt;
     std::string store;
-    // Drives are looked up here, so the store itself is read by its host path.
-    if (const Error error = host::ReadFile(*path, store, longestSettings)) {
+    // The store is read by its host path: a program path could name a drive, and drives are looked up in the store.
+    if (const Error error = host::ReadFile(*path, store, maxSettingsSize)) {
         if (!(error == ENOENT)) Warn(*path + " cannot be read: " + error.Text());
         return std::nullopt;
     }
