@@ -1,4 +1,4 @@
-// CSampleFile: which channel shows which base.
+// CSampleFile: finding out which channel shows which base.
 #include <algorithm>
 
 #include "config/RunSettings.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-// Files from this version on name the bases of their channels in the property tree.
+// From this version on a file gives the bases of its channels in the property tree.
 constexpr double versionWithNames = 1.2;
 
 }  // namespace
@@ -47,12 +47,12 @@ void CSampleFile::OrderFromFallback(const std::string& fallbackOrder) {
     }
 }
 
-// The order by the present description, which stays as it is; nothing is logged.
-void CSampleFile::FollowDescription(const std::string& fallbackOrder) {
+// Sets the order from the current description without changing or logging anything else.
+void CSampleFile::OrderFromDescription(const std::string& fallbackOrder) {
     const bool forced = plate->Settings().baseOrderForced != 0;
     const bool hasNames = info.version >= versionWithNames;
     if (forced || (!(hasNames && OrderFromNames()) && !OrderFromLetters(forced))) SetLetters(fallbackOrder);
-    EndBaseOrder();
+    FinishBaseOrder();
 }
 
 void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
@@ -64,10 +64,10 @@ void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
         OrderFromFallback(fallbackOrder);
         plate->Log(FormatMessage(MessageId::NoBaseOrder, {fileName}));
     }
-    EndBaseOrder();
+    FinishBaseOrder();
     if (hasNames) return;
 
-    // An old file says nothing of plate, well and sample, but its name does: "xyzA01.rsd".
+    // An old file does not contain plate, well and sample, but its name does: "xyzA01.rsd".
     constexpr std::size_t wellLength = 3;
     const std::string stem = WithoutExtension(fileName);
     const std::size_t well = stem.size() - std::min(stem.size(), wellLength);
@@ -76,8 +76,8 @@ void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
     if (info.sampleName.empty()) info.sampleName = stem.substr(0, well);
 }
 
-// Fills the tables of channels from the letters, and ends the order with the letter of no base.
-void CSampleFile::EndBaseOrder() {
+// Fills the channel tables from the letters of the order, and ends the order with "N" and a NUL.
+void CSampleFile::FinishBaseOrder() {
     constexpr std::string_view acgt = "ACGT", cagt = "CAGT";
     for (std::size_t j = 0; j < channelCount; ++j)
         for (std::size_t i = 0; i < channelCount; ++i) {

@@ -5,14 +5,15 @@
 #include <algorithm>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "samplestore/SampleInfo.h"
 
-// One called base: a library's record with a private copy of its peaks.
+// One called base: a copy of a library's record and of its peaks.
 class CCalledBase {
   public:
-    // Copies `record` and the `peaks` behind it; record.peaks and record.peakCount follow the copy.
+    // Copies `record` and `peaks`, which replace record.peaks and record.peakCount.
     CCalledBase(const BaseRecord& record, std::span<const PeakRecord> peaks);
 
     char Letter() const { return letter; }
@@ -22,33 +23,32 @@ class CCalledBase {
     std::span<const PeakRecord> Peaks() const {
         return peaks.empty() ? std::span(&onlyPeak, hasOnePeak ? 1 : 0) : std::span(peaks);
     }
-    // Position of the first peak, a raw scan number; 0 for a base without peaks.
+    // Position of the first peak as a raw scan number; 0 for a base without peaks.
     float Position() const { return Peaks().empty() ? 0.0f : Peaks().front().position; }
 
   private:
     char letter;
     float quality;
     bool hasOnePeak;
-    PeakRecord onlyPeak{};          // as nearly every base has, and all those from a file
-    std::vector<PeakRecord> peaks;  // of a base with several
+    PeakRecord onlyPeak{};          // of a base with one peak: almost every one, and all from a file
+    std::vector<PeakRecord> peaks;  // of a base with several peaks
     BaseStrengths strengths;
     std::int32_t descriptor;
 };
 
-// The bases in order with the good region. The bases lie in one block, so an access by index costs the same wherever it
-// lands and a pass over all bases is linear. The index of a base counts from 0; one that does not exist (below 0 or not
-// below Count()) gives the default told at each accessor.
+// The bases in order, with the good region. Indices start at 0. For an index that does not exist (below 0, or Count()
+// and above) each accessor returns the default noted beside it.
 class CCalledBases {
   public:
     float qualityIndex = 0;       // overall quality in percent
     std::int32_t goodStart = 0;   // base index of the first base of the good region
-    std::int32_t goodLength = 0;  // length of the good region in bases, as its source sets it
+    std::int32_t goodLength = 0;  // length of the good region in bases
 
     std::int32_t Count() const { return static_cast<std::int32_t>(bases.size()); }
     void Append(CCalledBase base) { bases.push_back(std::move(base)); }
-    // For `count` bases, when it is known that so many will come.
+    // Reserves memory for `count` bases.
     void MakeRoom(std::int32_t count) { bases.reserve(static_cast<std::size_t>(std::max(count, 0))); }
-    // Drops the bases; the good region and the quality stay.
+    // Removes the bases; the good region and the quality stay.
     void RemoveAll() { bases.clear(); }
     std::span<const CCalledBase> All() const { return bases; }
 
@@ -57,10 +57,11 @@ class CCalledBases {
     BaseStrengths GetStrengths(std::int32_t i) const;            // 1.0 each
     std::span<const PeakRecord> GetPeaks(std::int32_t i) const;  // empty
     double GetQuality(std::int32_t i) const;                     // 0.0
-    // Position of base i's first peak, a raw scan number; 0 for no base or no peak.
+    // Position of the first peak of base i as a raw scan number; 0 if there is no such base or peak.
     float GetPosition(std::int32_t i) const;
 
-    // Scans of the first and last base of the good region: the position plus 0.5, truncated; 0 without such a base.
+    // Raw scans of the first and last base of the good region: the position plus 0.5, truncated; 0 if there is no such
+    // base.
     std::int32_t GoodStartScan() const;
     std::int32_t GoodEndScan() const;
 

@@ -1,6 +1,6 @@
 #include "samplestore/CapTrace.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "samplestore/Truncate.h"
 

@@ -1,4 +1,4 @@
-// Traces: the electropherogram of one sample as arrays of doubles, one element a scan.
+// Traces: the electropherogram of one sample as arrays of doubles, one element per scan.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,6 @@
 #include <memory>
 #include <optional>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "samplestore/CalledBases.h"
@@ -29,21 +28,21 @@ class CCapTrace : public CObject {
 
     const CRuntimeClass& GetRuntimeClass() const override;
     virtual void FreeArrays() {}
-    // Fills the arrays from the records that TakeScans kept, if it kept any. Whoever reads the arrays of a raw trace
-    // that was loaded calls it before.
+    // Fills the arrays from the records that TakeScans kept, if any. Must be called before the arrays of a raw trace
+    // that was loaded from a file are read.
     virtual void FillArrays() {}
-    // Writes the trace back as scan records; the forms differ, see the derived classes.
+    // Converts the trace to scan records; see the derived classes.
     virtual void ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo& analysis) const;
-    // Fills the arrays from records; scanCount must be set before. Records that are missing read as zeros.
+    // Fills the arrays from records; scanCount must be set before. Missing records count as zeros.
     virtual void BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo& analysis);
-    // The same with the scanCount records of a file, which a raw trace keeps until its arrays are needed.
+    // The same with the scanCount records of a file; a raw trace keeps them until its arrays are needed.
     virtual void TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis);
 
-    // True once the trace has channels, even with 0 scans.
+    // True once the trace has been filled, even with 0 scans.
     bool HasChannels() const { return hasChannels; }
 
   protected:
-    // Fills `current` and `channels` from records; `valueOf` makes a channel's value of its word.
+    // Fills `current` and `channels` from records; `valueOf` converts the word of a channel to its value.
     template <class ValueOf>
     void FillFrom(std::span<const ScanRecord> scans, ValueOf valueOf);
     void ReleaseArrays();
@@ -57,14 +56,14 @@ class CRawTrace : public CCapTrace {
 
     const CRuntimeClass& GetRuntimeClass() const override;
     void FreeArrays() override;
-    // Integer records into `scans`, which must already hold scanCount records.
+    // Writes records of unsigned numbers over those of `scans`, which must already have scanCount elements.
     void ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo& analysis) const override;
     void BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo& analysis) override;
     void FillArrays() override;
     void TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis) override;
 
   private:
-    // Many operations on a sample need no more of the raw trace than that it could be read.
+    // The records of the file until FillArrays. Many operations never need the arrays of a raw trace.
     std::unique_ptr<ScanRecord[]> kept;
 };
 
@@ -74,7 +73,7 @@ class CProcessedTrace : public CCapTrace {
     static const CRuntimeClass runtimeClass;
 
     CCalledBases calledBases;
-    std::optional<Matrix4> separationMatrix;  // the spectral separation matrix in use, A, C, T, G in rows and columns
+    std::optional<Matrix4> separationMatrix;  // the matrix used; rows and columns are A, C, T, G
 
     CProcessedTrace();
     ~CProcessedTrace() override;
@@ -86,15 +85,16 @@ class CProcessedTrace : public CCapTrace {
     void ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo& analysis) const override;
     void BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo& analysis) override;
 
-    // Takes over a range of scans: channels and current of `count` elements each.
+    // Takes over the channels and the current, all of the same length, which becomes scanCount.
     void SetArrays(std::array<std::vector<double>, channelCount> newChannels, std::vector<double> newCurrent);
 
-    // Who called the bases: a caller of the run (not owned), or a private record with a name (owned), or none.
+    // Who called the bases: a caller of the run (not owned), or for a stored sample an owned record with only a name,
+    // or null.
     const CBaseCaller* CallerInfo() const { return callerInfo; }
     void SetCallerInfo(CBaseCaller* caller);
 
-    // Scale and offset that bring the samples to 0..range: `offset` gets the lowest value of the whole trace (1000 at
-    // the most), the result is what a value less `offset` is divided by.
+    // Computes how to map the values to 0..range: `offset` becomes the lowest value of the whole trace, at most 1000,
+    // and the result is the divisor for a value minus `offset`.
     double ScaleFor(double& offset, double range) const;
 
   private:
@@ -111,7 +111,7 @@ void CCapTrace::FillFrom(std::span<const ScanRecord> scans, ValueOf valueOf) {
         channel.clear();
         channel.reserve(scanCount);
     }
-    // In blocks, so that the zeros with which the arrays grow are still in the processor's nearest cache.
+    // Works in blocks, so that the zeros written by resize are still in the first-level cache.
     constexpr std::size_t block = 512;
     for (std::size_t first = 0; first < count; first += block) {
         const std::size_t end = std::min(first + block, count);

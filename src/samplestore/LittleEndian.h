@@ -1,12 +1,11 @@
-// Fixed-width numbers as the sample files hold them. The one place where the order of bytes is known.
+// Reading and writing the fixed-width numbers of sample files. The only place that depends on their byte order.
 #pragma once
 
 #include <bit>
 #include <cstdint>
-#include <cstring>
 
-// Scan records and the arrays of the property tree are moved between file and memory as they are.
-static_assert(std::endian::native == std::endian::little, "sample files are read and written in place");
+// Scan records and the arrays of the property tree are copied between file and memory unchanged.
+static_assert(std::endian::native == std::endian::little, "sample files are read and written without conversion");
 
 inline std::uint16_t LoadU16(const std::uint8_t* from) {
     return static_cast<std::uint16_t>(from[0] | from[1] << 8);

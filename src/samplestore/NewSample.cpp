@@ -11,7 +11,7 @@ Error WriteBareSample(const std::string& path, const CSampleInfo& info, std::spa
     CRsdTrailer trailer;
     trailer.Encode(info);
     trailer.SetPlateSize(info.plateColumns, info.plateRows);
-    trailer.SetChecksum(XorWords(std::as_bytes(scans)) ^ trailer.Share());
+    trailer.SetChecksum(XorWords(std::as_bytes(scans)) ^ trailer.ChecksumPart());
 
     platform::File file;
     if (const Error error = file.Open(path, platform::OpenMode::CreateOrEmpty)) return error;
@@ -25,7 +25,7 @@ Error WriteSample(const std::string& path, const CSampleInfo& info, std::span<co
     CRsdFile file;
     if (const Error error = file.Open(path, false)) return error;
     if (const Error error = file.WriteInfo(info)) return error;
-    // With scans in the same store the checksum is made from all that is written.
+    // Storing scans at the same time makes CRsdFile compute the checksum from all that it writes.
     if (const Error error = file.WriteScans({scans.begin(), scans.end()})) return error;
     return file.Close();
 }

@@ -1,7 +1,6 @@
-// Making sample files that did not exist before, for tools and tests. The program itself only ever updates copies.
+// Creates new sample files, for tools and tests. The program itself only updates copies of existing ones.
 #pragma once
 
-#include <cstdint>
 #include <span>
 #include <string>
 
@@ -9,11 +8,11 @@
 #include "samplestore/SampleInfo.h"
 #include "samplestore/ScanRecord.h"
 
-// Both write a sample file at `path`, replacing what is there, with a good checksum. info.scanCount and info.version go
-// in as they are: a file that is to be read again needs scans.size() and 1.1 or more. plateColumns and plateRows go in
-// too. Errors are those of CRsdFile.
+// Both write a sample file at `path` with a valid checksum, replacing any file there. info.scanCount, info.version,
+// plateColumns and plateRows are written unchanged; to be readable a file needs a scanCount of scans.size() and a
+// version from 1.1 to 1000. Errors are those of CRsdFile.
 
-// Without a property tree: only what the trailer holds can be read back.
+// Without a property tree: only the fields of the trailer can be read back.
 platform::Error WriteBareSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans);
 // With a property tree of all keys that the program stores for `info`.
 platform::Error WriteSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans);

@@ -1,5 +1,8 @@
 // CProcessedTrace: a sample after base calling.
+#include <lanewright/basecaller.h>
 #include <algorithm>
+#include <bit>
+#include <utility>
 
 #include "plugins/BaseCaller.h"
 #include "samplestore/CapTrace.h"
@@ -44,7 +47,7 @@ T ElementOr(const std::vector<T>& values, std::size_t i, const T& missing) {
     return i < values.size() ? values[i] : missing;
 }
 
-// The one peak that a stored base has. Words 0 and 7 mean nothing here and stay 0.
+// The one peak of a stored base. Words 0, 7, 8 and 9 are unused and stay 0.
 PeakRecord StoredPeak(std::uint32_t position) {
     const auto asFloat = static_cast<float>(position);
     const auto floatWord = std::bit_cast<std::uint32_t>(asFloat);
@@ -87,7 +90,7 @@ void CProcessedTrace::BuildFromScans(std::span<const ScanRecord> scans, const CA
     for (std::int32_t i = 0; i < analysis.basesCalled; ++i)
         calledBases.Append(StoredBase(analysis, static_cast<std::size_t>(i)));
     calledBases.goodStart = analysis.startGood;
-    // endGood - startGood + 1, in 32 bits whatever the file says
+    // endGood - startGood + 1, without overflow for any values in the file
     calledBases.goodLength = Minus(analysis.endGood, Minus(analysis.startGood, 1));
     calledBases.qualityIndex = analysis.qualityIndex;
 

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <limits>
 #include <new>
 #include <tuple>
+#include <utility>
 
+#include "platform/Error.h"
+#include "samplestore/PropertyItem.h"
 #include "samplestore/PropertyKeys.h"
 #include "samplestore/PropertyTree.h"
 #include "samplestore/XorWords.h"
@@ -16,7 +18,7 @@ using platform::success;
 
 namespace {
 
-constexpr std::uint32_t largestTree = 1000000;
+constexpr std::uint32_t maxTreeSize = 1000000;
 constexpr std::size_t newTreeSize = 2048;
 
 std::uint32_t RoundUp4(std::uint32_t size) {
@@ -24,7 +26,7 @@ std::uint32_t RoundUp4(std::uint32_t size) {
     return size >= largest ? largest : (size + 3) / 4 * 4;
 }
 
-// Fills `out` from the present position; a file that ends before is malformed.
+// Fills `out` from the current position; a file that ends before that is malformed.
 Error ReadAll(platform::File& file, std::span<std::byte> out) {
     std::size_t got = 0;
     if (const Error error = file.Read(out, got)) return error;
@@ -42,8 +44,8 @@ void CRsdFile::Reset() {
 }
 
 std::string CRsdFile::Reason(Error error) {
-    if (error == malformed || error == EINVAL) return "It is no well-formed sample file";
-    if (error == treeTooLarge) return "Its property tree is too large";
+    if (error == malformed || error == EINVAL) return "Not a well-formed sample file";
+    if (error == treeTooLarge) return "The property tree is too large";
     return error.Text();
 }
 
@@ -67,14 +69,14 @@ Error CRsdFile::ReadTrailer() {
     return success;
 }
 
-// Moves to `size` bytes before the end; a file that does not have so many is malformed.
+// Moves to `size` bytes before the end; a shorter file is malformed.
 Error CRsdFile::SeekFromEnd(std::int64_t size) {
     const Error error = file.SeekFromEnd(-size);
     return error == EINVAL ? malformed : error;
 }
 
-// Reads the tree block that the trailer tells of. A block that does not lie inside the file is malformed, and is found
-// so before there is any room made for it.
+// Reads the tree block described by the trailer. Checks that the block is inside the file before it allocates memory
+// for it.
 Error CRsdFile::ReadTree() {
     if (trailer->TreeSize() > trailer->TotalSize()) return malformed;
     if (const Error error = SeekFromEnd(trailer->TotalSize())) return error;
@@ -86,7 +88,7 @@ Error CRsdFile::ReadInfo(CSampleInfo& out) {
     if (!infoDirty) {
         if (const Error error = ReadTrailer()) return error;
         trailer->Decode(info);
-        if (trailer->TreeSize() > largestTree) return treeTooLarge;
+        if (trailer->TreeSize() > maxTreeSize) return treeTooLarge;
         if (trailer->TreeSize() != 0) {
             if (const Error error = ReadTree()) return error;
             ReadKeys(tree, info);
@@ -139,36 +141,37 @@ Error CRsdFile::WriteScans(std::vector<ScanRecord> records) {
     return success;
 }
 
-// Gives the checksum's share of tree and trailer as the file has them, and the tree in memory. Without a tree block the
-// share is 0 and `tree` stays as it is.
-Error CRsdFile::LoadTree(std::uint32_t& share) {
-    share = 0;
+// Reads the tree and computes `checksumPart`, what the tree and the trailer in the file contribute to the checksum.
+// Without a tree block that is 0 and `tree` stays as it is.
+Error CRsdFile::LoadTree(std::uint32_t& checksumPart) {
+    checksumPart = 0;
     if (const Error error = ReadTrailer()) return error;
     if (trailer->TotalSize() == 0 || trailer->TreeSize() == 0) return success;
     if (const Error error = ReadTree()) return error;
-    share = XorWords(std::as_bytes(std::span(tree))) ^ trailer->Share();
+    checksumPart = XorWords(std::as_bytes(std::span(tree))) ^ trailer->ChecksumPart();
     return success;
 }
 
-// Takes the scan block's share of the checksum from the stored one, so the scans need not be read, and goes to where
-// the next write replaces tree and trailer.
+// Derives `scansXor`, the checksum of the scan block, from the stored checksum, so that the scans need not be read, and
+// moves to where tree and trailer will be written.
 Error CRsdFile::SeekToTree(std::uint32_t& scansXor) {
-    std::uint32_t share = 0;
-    if (const Error error = LoadTree(share)) return error;
-    scansXor = trailer->Checksum() ^ share;
+    std::uint32_t checksumPart = 0;
+    if (const Error error = LoadTree(checksumPart)) return error;
+    scansXor = trailer->Checksum() ^ checksumPart;
     return SeekFromEnd(trailer->TotalSize() != 0 ? trailer->TotalSize() : CRsdTrailer::size);
 }
 
-// Writes the new scan block; behind it the tree and trailer that are there, unless StoreInfo is to write new ones.
+// Writes the new scan block and sets `scansXor` to its checksum. The old tree and trailer follow it, unless StoreInfo
+// is going to write new ones.
 Error CRsdFile::StoreScans(std::uint32_t& scansXor) {
-    std::uint32_t share = 0;
-    if (const Error error = LoadTree(share)) return error;
+    std::uint32_t checksumPart = 0;
+    if (const Error error = LoadTree(checksumPart)) return error;
     const auto block = std::as_bytes(std::span(scans));
     scansXor = XorWords(block);
     if (const Error error = file.SeekSet(0)) return error;
     if (const Error error = file.Write(block)) return error;
     if (infoDirty) return success;
-    trailer->SetChecksum(scansXor ^ share);
+    trailer->SetChecksum(scansXor ^ checksumPart);
     return WriteTail(tree.size());
 }
 
@@ -176,7 +179,7 @@ Error CRsdFile::StoreInfo(std::uint32_t scansXor) {
     trailer->Encode(info);
     const std::uint8_t* end = CPropertyTree::FindEnd(tree.data(), tree.data() + tree.size());
     if (!end) {
-        // No tree yet, or a damaged one that has lost its end.
+        // No tree yet, or a damaged one without an end marker.
         tree.assign(newTreeSize, 0);
         tree.front() = property::endMarkerByte;
         end = tree.data();
@@ -186,17 +189,17 @@ Error CRsdFile::StoreInfo(std::uint32_t scansXor) {
 
     const std::size_t used = tail + 1;
     const std::size_t treeSize = (used + 3) / 4 * 4;
-    if (treeSize > largestTree) return notStored;  // no reader would take it
+    if (treeSize > maxTreeSize) return notStored;  // ReadInfo would reject it
     tree.resize(std::max(tree.size(), treeSize));
     std::fill(tree.begin() + static_cast<std::ptrdiff_t>(used), tree.begin() + static_cast<std::ptrdiff_t>(treeSize),
               std::uint8_t{0});
     const auto size = static_cast<std::uint32_t>(treeSize);
     trailer->SetSizes(size + static_cast<std::uint32_t>(CRsdTrailer::size), size);
-    trailer->SetChecksum(trailer->Share() ^ XorWords(std::as_bytes(std::span(tree)).first(treeSize)) ^ scansXor);
+    trailer->SetChecksum(trailer->ChecksumPart() ^ XorWords(std::as_bytes(std::span(tree)).first(treeSize)) ^ scansXor);
     return WriteTail(treeSize);
 }
 
-// Writes `treeSize` bytes of the tree and the trailer in one go, and ends the file there.
+// Writes the first `treeSize` bytes of the tree and the trailer in one call, and cuts the file off there.
 Error CRsdFile::WriteTail(std::size_t treeSize) {
     std::vector<std::uint8_t> block;
     block.reserve(treeSize + CRsdTrailer::size);
@@ -224,7 +227,7 @@ Error CRsdFile::Store() {
 Error CRsdFile::Commit() {
     if (readOnly) return isReadOnly;
     if (const Error error = Store()) {
-        // The image may be ahead of the file by now; another try goes by what the file says.
+        // The trailer in memory may differ from the file now, so another try must read it again.
         trailer.reset();
         return error;
     }

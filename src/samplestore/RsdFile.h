@@ -1,5 +1,5 @@
-// Reading and writing of sample files: the scans, the property tree and the trailer as one container. The format is
-// told in docs/sample-file.md.
+// Reads and writes sample files, which consist of the scans, the property tree and the trailer. docs/sample-file.md
+// describes the format.
 #pragma once
 
 #include <cstdint>
@@ -13,56 +13,58 @@
 #include "samplestore/SampleInfo.h"
 #include "samplestore/ScanRecord.h"
 
-// One sample file at a time. Changes live in memory until Commit, which rewrites the file in place; a write that fails
-// part way leaves it damaged, so work on a copy.
+// One open sample file. Changes are kept in memory until Commit, which rewrites the file in place; a write that fails
+// halfway leaves it damaged, so work on a copy.
 //
-// Errors: those of the host, or one of these.
+// Errors are those of the host, or one of these.
 class CRsdFile {
   public:
     using Error = platform::Error;
-    static constexpr Error notStored{-1};    // Open on an open object; a key that the tree does not take, or too large
-    static constexpr Error treeTooLarge{1};  // a tree block above 1,000,000 bytes in a file
-    static constexpr Error isReadOnly{13};   // EACCES: a write on a file opened for reading
+    static constexpr Error notStored{-1};    // Open while a file is open; a key that does not fit in the tree
+    static constexpr Error treeTooLarge{1};  // a file with a tree block above 1,000,000 bytes
+    static constexpr Error isReadOnly{13};   // EACCES: a write to a file opened for reading
     static constexpr Error malformed{34};    // ERANGE: short read, bad version, sizes beyond the file
 
     CRsdFile() = default;
-    // Closes, and so commits; whoever needs the result calls Close.
+    // Commits and closes. Call Close to get the result.
     ~CRsdFile() { CloseQuietly(); }
     CRsdFile(const CRsdFile&) = delete;
     CRsdFile& operator=(const CRsdFile&) = delete;
 
-    // What is wrong, in words.
+    // A sentence that describes `error`.
     static std::string Reason(Error error);
 
     // Opens an existing file, for reading only or for update.
     Error Open(const std::string& path, bool readOnly);
     bool IsOpen() const { return file.IsOpen(); }
 
-    // Reads the trailer, if that has not been done yet; malformed for a file without a valid one, which is no sample.
+    // Reads the trailer unless it has been read already. `malformed` if the file has no valid one and so is not a
+    // sample.
     Error ReadTrailer();
-    // The description: as the file has it or, after WriteInfo, as it was given.
+    // Gives the description in the file or, after WriteInfo, the new one.
     Error ReadInfo(CSampleInfo& out);
+    // Replaces the description.
     Error WriteInfo(const CSampleInfo& newInfo);
 
     // Number of whole records in the scan block.
     Error GetScanCount(std::uint32_t& count);
-    // The first destination.size() records; malformed if the block has fewer.
+    // Reads the first destination.size() records; `malformed` if there are fewer.
     Error ReadScans(std::span<ScanRecord> destination);
     // Replaces the scan block.
     Error WriteScans(std::vector<ScanRecord> records);
 
-    // Brings the file up to date and has the system put it on the disk. What failed to be stored stays pending.
+    // Writes all changes to the file and waits until they are on the disk. After an error they are still pending.
     Error Commit();
-    // Commits unless read-only, and closes the file whatever the result. No error when nothing is open.
+    // Commits unless read-only, and closes the file whatever the result. Success if no file is open.
     Error Close();
-    // The same when nothing depends on the result, as after reading.
+    // The same without a result, for example after reading.
     void CloseQuietly() noexcept;
 
   private:
     void Reset();
     Error SeekFromEnd(std::int64_t size);
     Error ReadTree();
-    Error LoadTree(std::uint32_t& share);
+    Error LoadTree(std::uint32_t& checksumPart);
     Error Store();
     Error SeekToTree(std::uint32_t& scansXor);
     Error StoreScans(std::uint32_t& scansXor);
@@ -73,8 +75,8 @@ class CRsdFile {
     bool readOnly = false;
     CSampleInfo info;
     bool infoDirty = false;
-    std::unique_ptr<CRsdTrailer> trailer;  // from the first read or store on
-    std::vector<std::uint8_t> tree;        // the tree block; its size is the limit for the property tree
-    std::vector<ScanRecord> scans;         // a new scan block; the present one is read where it is wanted
+    std::unique_ptr<CRsdTrailer> trailer;  // null until the first read or store
+    std::vector<std::uint8_t> tree;        // the tree block
+    std::vector<ScanRecord> scans;         // the new scan block; the one in the file is only read on demand
     bool scansDirty = false;
 };

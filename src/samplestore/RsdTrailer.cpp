@@ -16,7 +16,7 @@ constexpr std::size_t rawFlagAt = 596, saturatedFlagAt = 600;
 constexpr std::size_t versionAt = 604, checksumAt = 628;
 constexpr std::int32_t defaultColumns = 12, defaultRows = 8;
 
-// At most size - 1 characters; the rest of the field becomes NUL.
+// Stores at most size - 1 characters; the rest of the field becomes NUL.
 void StoreText(std::uint8_t* field, std::size_t size, const std::string& text) {
     const std::size_t length = std::min(text.size(), size - 1);
     std::copy_n(text.begin(), length, field);
@@ -54,11 +54,11 @@ void WalkFields(Access access, Info& info) {
 
 bool CRsdTrailer::IsVersionValid() const {
     const float version = LoadFloat(&bytes[versionAt]);
-    // Compared as 64-bit values: the 32-bit value nearest 1.1 lies just above it.
+    // Compared as 64-bit values, since the 32-bit value nearest to 1.1 is slightly above it.
     return version >= 1.1 && version <= 1000.0;
 }
 
-// Fields are moved as they lie in memory, whose numbers are little-endian too (LittleEndian.h).
+// Fields are copied byte for byte, since numbers in memory are little-endian too (LittleEndian.h).
 
 void CRsdTrailer::Decode(CSampleInfo& info) const {
     WalkFields([&](std::size_t at, auto& field) { std::memcpy(&field, &bytes[at], sizeof field); }, info);
@@ -109,6 +109,6 @@ void CRsdTrailer::SetChecksum(std::uint32_t checksum) {
     StoreU32(&bytes[checksumAt], checksum);
 }
 
-std::uint32_t CRsdTrailer::Share() const {
+std::uint32_t CRsdTrailer::ChecksumPart() const {
     return XorWords(std::as_bytes(std::span(bytes)).first(checkedSize));
 }

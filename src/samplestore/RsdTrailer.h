@@ -23,17 +23,17 @@
 //   454     4     unsigned  totalSize: tree block and trailer together, 0 in a file without a tree block
 //   458     4     unsigned  treeSize: the tree block, 0 in a file without one
 //   462     34    -         kept
-//   496     4     int       plateColumns, read only; below 1 stands for 12
-//   500     4     int       plateRows, read only; below 1 stands for 8
+//   496     4     int       plateColumns, only read; below 1 means 12
+//   500     4     int       plateRows, only read; below 1 means 8
 //   504     64    -         kept
 //   568     6     bytes     runId
 //   574     18    text      plateId (W)
 //   592     4     -         kept
 //   596     4     int       rawFlag: 1 for a raw sample, written as 0 for a processed one
-//   600     4     int       saturatedFlag: 0 or not
+//   600     4     int       saturatedFlag: not 0 if saturated
 //   604     4     float     version, 1.1 to 1000
 //   608     4     int       runStart, seconds since 1 January 1970
-//   612     4     int       runStop, likewise
+//   612     4     int       runStop, seconds since 1 January 1970
 //   616     4     unsigned  scanCount
 //   620     4     int       scanRate
 //   624     1     -         kept
@@ -42,7 +42,7 @@
 //   627     1     -         kept
 //   628     4     unsigned  checksum
 //
-// (W): for programs that know the trailer only; these come from the property tree and are never read back from here.
+// (W): only written, for other programs that read the trailer alone; this program reads these from the property tree.
 #pragma once
 
 #include <array>
@@ -54,15 +54,16 @@
 class CRsdTrailer {
   public:
     static constexpr std::size_t size = 632;
-    static constexpr std::size_t checkedSize = 628;  // what the checksum covers: all but itself
+    static constexpr std::size_t checkedSize = 628;  // covered by the checksum: all but itself
 
     std::array<std::uint8_t, size> bytes{};
 
-    // True for a version that a sample file can have.
+    // True if the version is one that a sample file can have, 1.1 to 1000.
     bool IsVersionValid() const;
-    // The fields that are read back, into `info`; the others of `info` stay.
+    // Sets the fields of `info` that are read from the trailer; the others stay.
     void Decode(CSampleInfo& info) const;
-    // All fields that `info` covers, and the magic. Bytes that no field covers stay, plateColumns and plateRows too.
+    // Stores all fields that are written from `info`, and the magic. All other bytes stay, also plateColumns and
+    // plateRows.
     void Encode(const CSampleInfo& info);
 
     void SetPlateSize(std::int32_t columns, std::int32_t rows);
@@ -72,5 +73,5 @@ class CRsdTrailer {
     std::uint32_t Checksum() const;
     void SetChecksum(std::uint32_t checksum);
     // XorWords over the first checkedSize bytes.
-    std::uint32_t Share() const;
+    std::uint32_t ChecksumPart() const;
 };

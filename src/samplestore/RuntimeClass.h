@@ -1,23 +1,22 @@
-// Classes that know their own name: creation by name and tests of kind at run time.
+// Run-time class information: the name of an object's class, tests for its kind, and creation of objects.
 #pragma once
 
 #include <cstdint>
 #include <memory>
-#include <string_view>
 
 class CObject;
 
-// What is known of a class at run time. Records live for the whole process.
+// Describes a class at run time. These records exist for the whole life of the process.
 struct CRuntimeClass {
     const char* name;
     std::uint32_t schema;
-    std::unique_ptr<CObject> (*create)();  // null for a class that is not created by name
+    std::unique_ptr<CObject> (*create)();  // null for a class that cannot be created from its record
     const CRuntimeClass* base;             // null for CObject itself
 
     bool IsDerivedFrom(const CRuntimeClass& other) const;
 };
 
-// The schema of classes that no archive stores.
+// The schema of classes that are not stored in archives.
 constexpr std::uint32_t schemaNone = 0xFFFF;
 
 class CObject {
@@ -33,7 +32,7 @@ class CObject {
     bool IsKindOf(const CRuntimeClass& other) const { return GetRuntimeClass().IsDerivedFrom(other); }
 };
 
-// `object` as a T when it is of that kind, else null.
+// `object` as a T if it is of that class or derived from it, else null.
 template <class T>
 T* KindCast(CObject* object) {
     return object && object->IsKindOf(T::runtimeClass) ? static_cast<T*>(object) : nullptr;

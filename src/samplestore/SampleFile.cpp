@@ -1,19 +1,25 @@
-// CSampleFile: loading, and what a sample is made of.
+// CSampleFile: construction and loading.
 #include "samplestore/SampleFile.h"
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <new>
+#include <span>
+#include <utility>
 
 #include "config/RunSettings.h"
 #include "discovery/SplitPath.h"
 #include "platform/Ascii.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
+#include "samplestore/CapTrace.h"
 #include "samplestore/RsdFile.h"
+#include "samplestore/ScanRecord.h"
 
 using platform::Error;
 
@@ -39,8 +45,8 @@ SampleKind KindFromSignature(const std::string& path) {
     return SampleKind::Processed;
 }
 
-// The kind of the file. A sample file that reads well stays open in `file`, with its description in `description`, so
-// that a load need not read them again. One that does not gives the reason in `error`.
+// Finds out the kind of the file. A readable sample file stays open in `file`, with its description in `description`,
+// so that a load need not read them again. If it is unreadable `error` is the reason.
 SampleKind Examine(const std::string& path, CRsdFile& file, CSampleInfo& description, Error& error) {
     if (!HasSampleExtension(path)) return KindFromSignature(path);
     error = file.Open(path, true);
@@ -62,8 +68,8 @@ void LogFailure(CPlate& plate, const std::string& message, Error error) {
     plate.Log("\r\n");
 }
 
-// Scan count and scans of an open file into the trace. A count that is not the one of the description gives
-// `mismatch` and no error.
+// Reads the scans of an open file into the trace. If their number differs from the one in the description, `mismatch`
+// is set and there is no error.
 Error ReadTrace(CRsdFile& file, CCapTrace& trace, const CSampleInfo& info, bool& mismatch) {
     std::uint32_t count = 0;
     if (const Error error = file.GetScanCount(count)) return error;
@@ -146,7 +152,7 @@ bool CSampleFile::LoadStored() {
         info = former;
         return false;
     }
-    if (!rawTrace->trace->HasChannels()) FollowDescription(plate->Settings().baseOrder);
+    if (!rawTrace->trace->HasChannels()) OrderFromDescription(plate->Settings().baseOrder);
     return true;
 }
 

@@ -1,7 +1,7 @@
 // The description of one sample and the results of base calling.
 //
-// Plain value records: empty texts and arrays and zero numbers at first, copied whole. Where each field lies in a
-// sample file is told in RsdTrailer.h and PropertyKeys.h.
+// Plain value records. Texts and arrays are empty and numbers 0 until set. RsdTrailer.h and PropertyKeys.h show where
+// each field is in a sample file.
 #pragma once
 
 #include <array>
@@ -21,8 +21,9 @@ struct CChannelInfo {
     std::string filter;
 };
 
-// What base calling produced. N is `basesCalled`, Z `snZoneCount`, B `spacingCount`; a damaged file may hold arrays of
-// other lengths, so nothing may index by the counts alone. Qualities are in percent, positions are raw scan numbers.
+// The results of base calling. Arrays per base have `basesCalled` elements, those per zone `snZoneCount`, those per
+// spacing measurement `spacingCount`; but a damaged file may contain arrays of other lengths, so check the size before
+// indexing. Qualities are in percent, positions are raw scan numbers.
 struct CAnalysisInfo {
     std::string baseCaller;  // display name of the library
     std::int16_t basesCalled = 0;
@@ -45,7 +46,7 @@ struct CAnalysisInfo {
     std::int32_t snZoneCount = 0;
     std::vector<std::int32_t> snZoneStarts, snZoneEnds;
     std::array<std::vector<std::int32_t>, channelCount> snSignal, snNoise;
-    std::string basecallError;  // why the base call failed; empty when it did not
+    std::string basecallError;  // why the base call failed; empty if it did not
     std::int32_t spacingCount = 0;
     std::vector<float> spacingFwhm;
     std::vector<std::int32_t> spacingGaps;

@@ -1,21 +1,24 @@
-// CSampleFile: storing a base call as a new file, an updated copy of the raw one.
+// CSampleFile: storing a base call in a new file, which is an updated copy of the raw one.
 #include <cerrno>
+#include <utility>
 
 #include "export/Formats.h"
 #include "platform/AtomicFile.h"
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
 #include "samplestore/RsdFile.h"
 #include "samplestore/SampleFile.h"
+#include "samplestore/ScanRecord.h"
 
 namespace {
 
-constexpr std::int32_t highestProcedure = 5;
+constexpr std::int32_t lastProcedure = 5;
 
-// A folder in the place of the file counts too: the right to replace it by a file is never given.
+// A folder under the file's name counts too, since it can never be replaced by a file.
 bool IsAccessDenied(platform::Error error) {
     return error == EACCES || error == EPERM || error == EROFS || error == EISDIR;
 }
@@ -26,20 +29,20 @@ platform::Error CheckTrailer(const std::string& path) {
     return file.ReadTrailer();
 }
 
-// The stored file: a copy of the raw one that is changed under a temporary name, so a crash never leaves a partial file
-// that a later run would take for stored calls. Reports and logs its failures.
+// The output file: a copy of the raw file. It is changed under a temporary name and renamed when complete, so a crash
+// never leaves a partial file that a later run would take for stored calls. Reports or logs its own failures.
 class CSampleCopy {
   public:
     CSampleCopy(const CSampleFile& owner, const std::string& path) : sample(owner), target(path) {}
 
-    // Makes a writable copy of the raw file and opens it as `file`. The raw file is never touched, also when it is the
-    // target itself. What is no sample file is not copied: nobody could read what would come of it.
+    // Makes a writable copy of the raw file and opens it as `file`. Fails if the target is the raw file itself. A raw
+    // file without a valid trailer is not copied, since the copy could not be read as a sample.
     bool Open() {
         if (!sample.rawTrace) return false;
         if (!IsTargetFree(sample, target)) return false;
-        // Also through a link.
+        // True also when the target is a link to the raw file.
         if (platform::IsSameFile(sample.rawTrace->path, target)) {
-            platform::Warn({target, " leads to the sample itself and is not replaced"});
+            platform::Warn({target, " is the raw sample itself and is not replaced"});
             return false;
         }
         if (const platform::Error error = Copy()) {
@@ -57,7 +60,7 @@ class CSampleCopy {
     bool Store(const CSampleInfo& info, std::vector<ScanRecord> scans) {
         return !file.WriteInfo(info) && !file.WriteScans(std::move(scans));
     }
-    // Puts what was stored on the disk and gives the file its name.
+    // Writes the file to the disk and gives it its final name.
     bool Close() {
         if (!file.Close() && !copy.Commit()) return true;
         sample.plate->Log(FormatMessage(MessageId::WriteFailed, {target}));
@@ -76,7 +79,7 @@ class CSampleCopy {
     const CSampleFile& sample;
     const std::string target;
     platform::AtomicFile copy;
-    CRsdFile file;  // the copy, while it is changed
+    CRsdFile file;  // the copy, while it is being changed
 };
 
 }  // namespace
@@ -93,7 +96,7 @@ std::int32_t CSampleFile::SaveProcessedSample(CTraceFile& holder, std::int32_t p
         info.scanCount = trace->scanCount;
         info.analysis = std::move(analysis);
         info.processed = true;
-        if (procedureIndex == highestProcedure && trace->separationMatrix)
+        if (procedureIndex == lastProcedure && trace->separationMatrix)
             info.separationMatrix = *trace->separationMatrix;
         if (!copy.Store(info, std::move(scans))) return 0;
     }

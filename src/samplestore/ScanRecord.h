@@ -4,7 +4,7 @@
 //   0       4     current, unsigned 32-bit   current, unsigned 32-bit
 //   4       16    channels 1 to 4, unsigned  channels 1 to 4, 32-bit floats
 //
-// A record does not say which form it has; the trailer's flag does.
+// The record itself does not show which of the two it is; a flag in the trailer does.
 #pragma once
 
 #include <array>
@@ -15,7 +15,7 @@
 constexpr std::size_t scanRecordSize = 20;
 
 struct ScanRecord {
-    std::array<std::uint32_t, 5> words;  // in the host's byte order; not set unless the record is made with {}
+    std::array<std::uint32_t, 5> words;  // in the host's byte order; uninitialised unless made with {}
 
     std::uint32_t Word(int i) const { return words[static_cast<std::size_t>(i)]; }
     float Float(int i) const { return std::bit_cast<float>(words[static_cast<std::size_t>(i)]); }

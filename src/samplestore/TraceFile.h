@@ -1,10 +1,11 @@
-// A trace with the path of its file and its sample.
+// A trace together with the path of its file and the sample that it belongs to.
 #pragma once
 
 #include <memory>
 #include <string>
 
 #include "samplestore/CapTrace.h"
+#include "samplestore/RuntimeClass.h"
 
 class CBaseCaller;
 class CSampleFile;
@@ -15,12 +16,12 @@ class CTraceFile {
     std::unique_ptr<CCapTrace> trace;  // a CRawTrace or a CProcessedTrace, never null
     CSampleFile* sample = nullptr;     // not owned
 
-    // Makes an empty trace of the class that `processed` asks for; a processed one remembers `caller` (may be null).
+    // Makes an empty trace: a CProcessedTrace with `caller`, which may be null, if `processed`, else a CRawTrace.
     CTraceFile(std::string path, CSampleFile* sample, bool processed, CBaseCaller* caller);
     CTraceFile(const CTraceFile&) = delete;
     CTraceFile& operator=(const CTraceFile&) = delete;
     ~CTraceFile();
 
-    // The trace when it is a processed one, else null.
+    // The trace if it is a processed one, else null.
     CProcessedTrace* Processed() const { return KindCast<CProcessedTrace>(trace.get()); }
 };

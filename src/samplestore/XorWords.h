@@ -6,7 +6,7 @@
 #include <cstring>
 #include <span>
 
-// Exclusive-or of the whole 32-bit words of `bytes`; what remains at the end does not count.
+// Exclusive-or of the 32-bit words of `bytes`; up to 3 bytes that remain at the end are ignored.
 inline std::uint32_t XorWords(std::span<const std::byte> bytes) {
     std::uint64_t pairs = 0;
     std::size_t at = 0;
