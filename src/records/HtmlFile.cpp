@@ -1,8 +1,11 @@
 #include "records/HtmlFile.h"
 
+#include <cstdint>
+#include <memory>
 #include <tuple>
 
 #include "export/Formats.h"
+#include "samplestore/RuntimeClass.h"
 
 const CRuntimeClass CHtmlFile::runtimeClass{"CHtmlFile", schemaNone,
                                             []() -> std::unique_ptr<CObject> { return std::make_unique<CHtmlFile>(); },

@@ -1,12 +1,13 @@
 // The mark-up log of a plate, "log.xml": a list of the files written, grouped by kind between tags. Despite its name it
-// is no XML but a sectioned text file.
+// is not XML but a text file with sections.
 #pragma once
 
 #include <string>
 
 #include "records/QXIniFile.h"
+#include "samplestore/RuntimeClass.h"
 
-// The sections have an entry, the full path, for each file. Their numbers (SectionOf gives those that hold entries):
+// An entry is the full path of a file. The sections by number (SectionOf gives those that hold entries):
 //
 //   0 <log>    1 <files>                      13 </log>   12 </files>
 //   2 <esd>    processed and failed samples    3 </esd>
@@ -19,7 +20,7 @@ class CHtmlFile : public CQXIniFile {
     static const CRuntimeClass runtimeClass;
 
     CHtmlFile() = default;
-    // Opens the file, as Open does. Without success `sections` is empty.
+    // Opens the file as Open does. If that fails `sections` is empty.
     explicit CHtmlFile(const std::string& filePath);
 
     const CRuntimeClass& GetRuntimeClass() const override;

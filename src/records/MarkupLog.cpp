@@ -1,15 +1,19 @@
-// Entries of the mark-up log.
+// CPlate: adding entries to the mark-up log.
 #include <new>
+#include <string_view>
+#include <utility>
 
 #include "platform/Ascii.h"
 #include "platform/Console.h"
+#include "platform/Error.h"
+#include "records/HtmlFile.h"
 #include "records/PlateRecords.h"
 #include "run/InputSamples.h"
 #include "run/Plate.h"
 
 namespace {
 
-// True when the path is read back from the log as it was written, so that the log need not be read again.
+// True when reading the log back gives the path exactly as it was written. Otherwise the log is read again next time.
 bool IsReadBack(std::string_view path) {
     return !path.empty() && path.find_first_of("<\t\n\v\f\r") == std::string_view::npos &&
            platform::Trim(path, " ").size() == path.size();
@@ -19,21 +23,21 @@ bool IsReadBack(std::string_view path) {
 
 void CPlate::AddToMarkupLog(const std::string& path, std::int32_t section) try {
     const std::string logPath = scan.folder + "\\log.xml";
-    const auto lose = [&](std::string_view reason) {
-        if (!records->isMarkupLost) platform::Warn({path, " cannot be entered in ", logPath, ": ", reason});
-        records->isMarkupLost = true;
+    const auto warn = [&](std::string_view reason) {
+        if (!records->hasWarnedOfMarkup) platform::Warn({path, " cannot be entered in ", logPath, ": ", reason});
+        records->hasWarnedOfMarkup = true;
     };
-    // Kept for the next entry only if all goes well.
+    // Removed from the records, and put back for the next entry only if everything succeeds.
     std::unique_ptr<CHtmlFile> log = std::move(records->markup);
     if (!log) log = std::make_unique<CHtmlFile>();
-    if (const platform::Error error = log->Open(logPath)) return lose(error.Text());
+    if (const platform::Error error = log->Open(logPath)) return warn(error.Text());
     if (!log->IsOwn() && (InputSamples().ForbidWriting(logPath) || InputSamples().ForbidReplacing(log->FormerPath())))
-        return lose("it or its former state is a sample file");
-    if (section < 0 || section >= std::ssize(log->sections)) return lose("it cannot be read");
+        return warn("it or its former state is a sample file");
+    if (section < 0 || section >= std::ssize(log->sections)) return warn("it cannot be read");
     log->sections[static_cast<std::size_t>(section)].entries.Add(path);
     log->WriteSections();
     log->Close();
     if (IsReadBack(path)) records->markup = std::move(log);
 } catch (const std::bad_alloc&) {
-    platform::Warn({path, " cannot be entered in log.xml of ", scan.folder, ": there is no memory for it"});
+    platform::Warn({path, " cannot be entered in log.xml of ", scan.folder, ": there is not enough memory"});
 }

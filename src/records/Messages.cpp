@@ -1,56 +1,43 @@
 #include "records/Messages.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <utility>
+
 namespace {
 
+constexpr std::pair<MessageId, std::string_view> patterns[] = {
+    {MessageId::SyntaxError, "Syntax error in %s in %s section. The program will be terminated \r\n."},
+    {MessageId::DiskSpace,
+     "You have not enough disk space (assuming 200K per each processed .abd or .esd file). "
+     "Do you want to continue?"},
+    {MessageId::PathDoesNotExist, "Specified path doesn't exist: %s\r\n"},
+    {MessageId::CannotLocate, "Cannot locate  %s  file \r\n"},
+    {MessageId::CannotLoad, "Cannot load %s \r\n"},
+    {MessageId::BaseCallFailed, "failed to basecall  %s   with  %s\r\n"},
+    {MessageId::NotListed, "%s  is not listed in %s file \r\n"},
+    {MessageId::CannotReadRegistry, "Cannot read registry key %s  \r\n"},
+    {MessageId::LibraryNeeded, "You have to pass basecaller DLL when using switch '-e'  \r\n"},
+    {MessageId::BaseCallSucceeded, "successfully basecalled %s with %s\r\n"},
+    {MessageId::NoBaseOrder, "The base order is not specified in the %s.\r\n"},
+    {MessageId::Loading, "\tLoading %s  %s  %s\r\n"},
+    {MessageId::CannotOpenInput, "cannot open input file %s\r\n"},
+    {MessageId::Skipped, "skipped %s\r\n"},
+    {MessageId::AlreadyExists, "The processed file %s already exists.\r\n"},
+    {MessageId::CannotOpenForWriting, "cannot open file %s for writing \r\n"},
+    {MessageId::AbdFailed, "failed to export to ABD file format \r\n"},
+    {MessageId::AbdExported, "exported to ABD file format \r\n"},
+    {MessageId::FastaExported, "exported to FASTA file format \r\n"},
+    {MessageId::WriteFailed, "failed to write file %s \r\n"},
+    {MessageId::UsingBaseOrder, "Using base order %s. \r\n"},
+    {MessageId::ScfExported, "exported to SCF file format %s\r\n"},
+};
+
 std::string_view Pattern(MessageId id) {
-    switch (id) {
-        case MessageId::SyntaxError:
-            return "Syntax error in %s in %s section. The program will be terminated \r\n.";
-        case MessageId::DiskSpace:
-            return "You have not enough disk space (assuming 200K per each processed .abd or .esd file). "
-                   "Do you want to continue?";
-        case MessageId::PathDoesNotExist:
-            return "Specified path doesn't exist: %s\r\n";
-        case MessageId::CannotLocate:
-            return "Cannot locate  %s  file \r\n";
-        case MessageId::CannotLoad:
-            return "Cannot load %s \r\n";
-        case MessageId::BaseCallFailed:
-            return "failed to basecall  %s   with  %s\r\n";
-        case MessageId::NotListed:
-            return "%s  is not listed in %s file \r\n";
-        case MessageId::CannotReadRegistry:
-            return "Cannot read registry key %s  \r\n";
-        case MessageId::LibraryNeeded:
-            return "You have to pass basecaller DLL when using switch '-e'  \r\n";
-        case MessageId::BaseCallSucceeded:
-            return "successfully basecalled %s with %s\r\n";
-        case MessageId::NoBaseOrder:
-            return "The base order is not specified in the %s.\r\n";
-        case MessageId::Loading:
-            return "\tLoading %s  %s  %s\r\n";
-        case MessageId::CannotOpenInput:
-            return "cannot open input file %s\r\n";
-        case MessageId::Skipped:
-            return "skipped %s\r\n";
-        case MessageId::AlreadyExists:
-            return "The processed file %s already exists.\r\n";
-        case MessageId::CannotOpenForWriting:
-            return "cannot open file %s for writing \r\n";
-        case MessageId::AbdFailed:
-            return "failed to export to ABD file format \r\n";
-        case MessageId::AbdExported:
-            return "exported to ABD file format \r\n";
-        case MessageId::FastaExported:
-            return "exported to FASTA file format \r\n";
-        case MessageId::WriteFailed:
-            return "failed to write file %s \r\n";
-        case MessageId::UsingBaseOrder:
-            return "Using base order %s. \r\n";
-        case MessageId::ScfExported:
-            return "exported to SCF file format %s\r\n";
-    }
-    return {};
+    const auto* const found =
+        std::find_if(std::begin(patterns), std::end(patterns), [&](const auto& row) { return row.first == id; });
+    return found == std::end(patterns) ? std::string_view() : found->second;
 }
 
 }  // namespace

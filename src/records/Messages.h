@@ -27,9 +27,9 @@ enum class MessageId {
     FastaExported = 22,         //
     WriteFailed = 23,           // path
     UsingBaseOrder = 24,        // four letters
-    ScfExported,                // path; the only text without a number of its own
+    ScfExported,                // path; the only text without a documented number
 };
 
-// The text of a message with each "%s" replaced by the next argument (nothing when they run out). Arguments are taken
-// as they are: a percent sign in one stays a percent sign.
+// The text of a message with each "%s" replaced by the next argument, or by nothing when there are no more. Arguments
+// are inserted unchanged: a "%s" in one is not replaced.
 std::string FormatMessage(MessageId id, std::initializer_list<std::string_view> arguments = {});

@@ -1,4 +1,4 @@
-// What a plate keeps about its two logs from one entry to the next.
+// The state of a plate's two logs, kept from one entry to the next.
 #pragma once
 
 #include <memory>
@@ -9,8 +9,8 @@
 
 struct CPlateRecords {
     std::string folder;                 // of the plate
-    platform::FileIdentity log{};       // the basecall.log that is known to be no sample
-    std::unique_ptr<CHtmlFile> markup;  // log.xml as it was written last; none when it has to be read
-    bool isLogLost = false;             // the user has been warned that one of them cannot be written
-    bool isMarkupLost = false;
+    platform::FileIdentity log{};       // the basecall.log that has been checked not to be a sample
+    std::unique_ptr<CHtmlFile> markup;  // log.xml as last written; null when it must be read again
+    bool hasWarnedOfLog = false;        // of a lost entry
+    bool hasWarnedOfMarkup = false;
 };

@@ -1,19 +1,22 @@
 #include "records/QXIniFile.h"
 
+#include <memory>
+
 #include "platform/Ascii.h"
 #include "platform/Console.h"
+#include "platform/Error.h"
 
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view fieldEnd = "\t\t";
-constexpr std::size_t longestFile = std::size_t{1} << 30;
+constexpr std::size_t maxFileSize = std::size_t{1} << 30;
 
 std::string_view TrimField(std::string_view field) {
     return platform::Trim(field, " \t\n\v\f\r");
 }
 
-// Takes the text up to the next tab off `rest`.
+// Removes the text up to the next tab from `rest` and returns it, trimmed.
 std::string_view TakeField(std::string_view& rest) {
     return TrimField(platform::TakeUntil("\t", rest));
 }
@@ -45,17 +48,17 @@ platform::Error CQXIniFile::Open(const std::string& filePath) {
 void CQXIniFile::ReadSections() {
     DefineSections();
     written.clear();
-    if (file.Read(text, longestFile))
-        sections.clear();  // nothing may be written back over what could not be read
+    if (file.Read(text, maxFileSize))
+        sections.clear();  // so that nothing is written over a file that could not be read
     else
         Parse();
-    std::string().swap(text);  // the memory too
+    std::string().swap(text);  // releases the memory too
 }
 
 void CQXIniFile::Parse() {
     CIniSection* current = nullptr;
     for (std::string_view rest = text; !rest.empty();) {
-        // A line end at the very start belongs to the line, so an empty line and the one after it are read as one.
+        // A line end at the very start is part of the line, so an empty line and the one after it are read as one line.
         std::string_view value = platform::TakeUntil(lineEnd, rest, 1);
         const std::string_view key = TakeField(value);
         value = TrimField(value);
@@ -79,7 +82,7 @@ CIniSection* CQXIniFile::FindSection(std::string_view tag) {
 void CQXIniFile::WriteSections() {
     std::vector<std::string_view> parts;
     std::uint64_t size = 0, same = 0;
-    bool isSame = written.size() == sections.size();  // up to here
+    bool isSame = written.size() == sections.size();  // so far
     const auto add = [&](std::string_view part) {
         parts.push_back(part);
         size += part.size();
@@ -89,7 +92,7 @@ void CQXIniFile::WriteSections() {
         const std::string_view lines = section.entries.Lines();
         add(section.tag);
         add(section.ownLine ? lineEnd : fieldEnd);
-        // Entries are only added, so the file changes where the first section that has got some used to end.
+        // Entries are only ever added, so the file first differs where the first section with new entries ended before.
         if (isSame) same = size + written[i];
         isSame = isSame && written[i] == lines.size();
         add(lines.empty() ? lineEnd : lines);

@@ -7,8 +7,8 @@
 //   entry                                 each field with two tabs after it, CR LF
 //   section without entries               its head, CR LF
 //
-// Read back, fields lie between runs of tabs, without white space at their ends. A line that begins with a tag opens
-// that section; lines before the first tag are dropped.
+// When it is read back, fields are separated by runs of tabs and trimmed of white space. A line that begins with a tag
+// starts that section; lines before the first tag are dropped.
 #pragma once
 
 #include <cstdint>
@@ -16,18 +16,18 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Error.h"
 #include "platform/ExchangedFile.h"
 #include "samplestore/RuntimeClass.h"
 
-// The entries of one section, each a list of fields. They are kept as the lines that they are in the file, since a log
-// may have many thousands; entries are only ever added.
+// The entries of one section, each a list of fields. They are kept as lines of the file, since a log may have many
+// thousands of them and entries are only ever added.
 class CIniEntries {
   public:
     bool IsEmpty() const { return lines.empty(); }
-    // All entries as the file has them.
+    // All entries as lines of the file.
     std::string_view Lines() const { return lines; }
-    // An entry with this first field, and the further fields of `rest`, which stand between tabs; empty ones are left
-    // out.
+    // Adds an entry with this first field and the tab-separated fields of `rest`; empty ones are skipped.
     void Add(std::string_view field, std::string_view rest = {});
 
   private:
@@ -37,34 +37,34 @@ class CIniEntries {
 struct CIniSection {
     std::string tag;
     CIniEntries entries;
-    std::int32_t ownLine;  // 1 when the tag stands alone on its line
+    std::int32_t ownLine;  // 1 if the tag has a line to itself, else 0
 };
 
-// Holds the file's contents from one turn at the file to the next, and reads it again only when somebody else has
-// changed it. Any operation may throw std::bad_alloc; the object is of no use after that.
+// Keeps the contents of the file from one turn (Open to Close) to the next, and reads the file again only if somebody
+// else has changed it. Any operation may throw std::bad_alloc; the object must not be used after that.
 class CQXIniFile : public CObject {
   public:
     static const CRuntimeClass runtimeClass;
 
     std::string path;
-    std::string text;                   // the whole file, while it is read
+    std::string text;                   // the whole file, while it is being read
     std::vector<CIniSection> sections;  // in the order of the file
 
     const CRuntimeClass& GetRuntimeClass() const override;
-    // Begins a turn at the file `filePath`, which is `path` from now on, and brings `sections` up to date. Makes the
-    // file when it is not there; while others have it this waits, for 5 s at most (platform/ExchangedFile.h).
+    // Begins a turn at the file `filePath`, sets `path` to it and brings `sections` up to date. Creates the file if it
+    // does not exist. Waits up to 5 s while another process has the file (see platform/ExchangedFile.h for the errors).
     platform::Error Open(const std::string& filePath);
-    // Parses the file into `sections`. One that cannot be read leaves no sections at all.
+    // Parses the file into `sections`, which become empty if it cannot be read.
     virtual void ReadSections();
     // Sets up empty sections.
     virtual void DefineSections() {}
-    // Makes `sections` the new state of the file; the former one gets the name with ".temp" at its end. When that fails
-    // a box says so, and the file stays as it is.
+    // Writes `sections` as the new state of the file; the former state is kept under the name with ".temp" added. If
+    // that fails a box reports it and the file stays as it is.
     void WriteSections();
     // Ends the turn.
     void Close() { file.End(); }
 
-    // During a turn: true when the file is the one that this object wrote last; where the former state goes.
+    // During a turn: true when the file is still as this object last wrote it, and the path for the former state.
     bool IsOwn() const { return file.IsAsWritten(); }
     std::string FormerPath() const { return file.FormerPath(); }
 
@@ -73,5 +73,5 @@ class CQXIniFile : public CObject {
     CIniSection* FindSection(std::string_view tag);
 
     platform::ExchangedFile file;
-    std::vector<std::size_t> written;  // sizes of the sections' lines in the file; none when that is not known
+    std::vector<std::size_t> written;  // size of each section's lines in the file; empty when not known
 };

@@ -1,35 +1,39 @@
-// The plain log of a plate: a stream of texts without structure of its own.
+// CPlate: the plain log, a sequence of texts without any structure.
+#include <string_view>
+
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "records/PlateRecords.h"
 #include "run/InputSamples.h"
 #include "run/Plate.h"
 
 namespace {
 
-// Once for a plate.
-void WarnOfLoss(bool& isLost, const std::string& path, std::string_view reason) {
-    if (!isLost) platform::Warn({path, " cannot be written: ", reason});
-    isLost = true;
+// Warns once per plate.
+void WarnOfLoss(bool& hasWarned, const std::string& path, std::string_view reason) {
+    if (!hasWarned) platform::Warn({path, " cannot be written: ", reason});
+    hasWarned = true;
 }
 
-// Closes the log also when memory gives out.
-struct Closing {
+// Closes the log also when memory runs out.
+struct CloseAtExit {
     platform::AppendFile& file;
-    ~Closing() { file.CloseQuietly(); }
+    ~CloseAtExit() { file.CloseQuietly(); }
 };
 
 }  // namespace
 
 void CPlate::Log(const std::string& text) {
     const std::string path = scan.folder + "\\basecall.log";
-    if (const platform::Error error = logFile.Open(path)) return WarnOfLoss(records->isLogLost, path, error.Text());
-    const Closing closing{logFile};
+    if (const platform::Error error = logFile.Open(path))
+        return WarnOfLoss(records->hasWarnedOfLog, path, error.Text());
+    const CloseAtExit closeAtExit{logFile};
     if (logFile.Identity() != records->log && InputSamples().ForbidWriting(path))
-        return WarnOfLoss(records->isLogLost, path, "it is a sample file");
+        return WarnOfLoss(records->hasWarnedOfLog, path, "it is a sample file");
     records->log = logFile.Identity();
     const platform::Error added = logFile.Append(text);
-    // Closed after every text, so that all of it is there for other programs during a run and after a crash.
+    // Closed after every text, so that other programs can read all of it during a run and after a crash.
     const platform::Error closed = logFile.Close();
-    if (added || closed) WarnOfLoss(records->isLogLost, path, (added ? added : closed).Text());
+    if (added || closed) WarnOfLoss(records->hasWarnedOfLog, path, (added ? added : closed).Text());
     platform::Print(text);
 }

@@ -1,4 +1,4 @@
-// The text dump of a sample, for people and spreadsheets. Every line is told in docs/text-dump.md.
+// CSampleFile: the text dump, for people and spreadsheets. docs/text-dump.md describes every line.
 #include <string>
 #include <string_view>
 
@@ -6,37 +6,39 @@
 #include "export/Formats.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "records/TextFile.h"
 #include "run/Plate.h"
+#include "samplestore/CapTrace.h"
 #include "samplestore/SampleFile.h"
 #include "samplestore/Truncate.h"
 
 namespace {
 
-constexpr double processedFactor = 100.0;  // processed values are fractions
+constexpr double processedFactor = 100.0;  // shows the fractions of a processed trace as percent
 
-// Texts from a file may hold a NUL, which ends them.
+// Texts from a file may contain a NUL, which ends them.
 std::string_view UpToNul(std::string_view text) {
     return text.substr(0, text.find('\0'));
 }
 
-std::string_view Optional(std::string_view text) {
+std::string_view OrNA(std::string_view text) {
     const std::string_view shown = UpToNul(text);
     return shown.empty() ? "N/A" : shown;
 }
 
-// Lines of a label and a value in one of the dump's forms.
+// Writes lines of a label and a value in one of the dump's formats.
 class CLines {
   public:
     explicit CLines(CTextFile& file) : out(file) {}
 
     void Text(std::string_view label, std::string_view value) { out << label << UpToNul(value) << '\n'; }
-    void OptionalText(std::string_view label, std::string_view value) { out << label << Optional(value) << '\n'; }
+    void TextOrNA(std::string_view label, std::string_view value) { out << label << OrNA(value) << '\n'; }
     void Character(std::string_view label, std::uint8_t value) { out << label << static_cast<char>(value) << '\n'; }
     void Float(std::string_view label, float value) { out << label << value << '\n'; }
     void Integer(std::string_view label, std::int64_t value) { out << label << value << '\n'; }
     void Unsigned(std::string_view label, std::int32_t value) { Integer(label, static_cast<std::uint32_t>(value)); }
-    // The time's text has a line end of its own, so an empty line follows.
+    // The text of a time ends with a line feed already, so an empty line follows.
     void Time(std::string_view label, std::int32_t seconds) { out << label << platform::CtimeText(seconds) << '\n'; }
 
   private:
@@ -45,17 +47,17 @@ class CLines {
 
 void DumpDescription(CLines lines, const CSampleInfo& info, const std::string& path) {
     lines.Text("Run Info for the file : ", path);
-    lines.OptionalText("Sample name : ", info.sampleName);
-    lines.OptionalText("Plate name : ", info.plateId);
+    lines.TextOrNA("Sample name : ", info.sampleName);
+    lines.TextOrNA("Plate name : ", info.plateId);
     lines.Text("Instrument ID : ", FieldText(info.instrumentId));
     lines.Text("Run ID : ", FieldText(info.runId));
-    lines.OptionalText("Comment : ", info.comment);
-    lines.OptionalText("Chemistry name : ", info.chemistryName);
-    lines.OptionalText("Chemistry application : ", info.chemistryApplication);
-    lines.OptionalText("Beam Splitter1 : ", info.beamSplitterA);
-    lines.OptionalText("Beam Splitter2 : ", info.beamSplitterB);
+    lines.TextOrNA("Comment : ", info.comment);
+    lines.TextOrNA("Chemistry name : ", info.chemistryName);
+    lines.TextOrNA("Chemistry application : ", info.chemistryApplication);
+    lines.TextOrNA("Beam Splitter1 : ", info.beamSplitterA);
+    lines.TextOrNA("Beam Splitter2 : ", info.beamSplitterB);
     lines.Character("laserMode : ", info.laserMode);
-    lines.OptionalText("Base Caller : ", info.analysis.baseCaller);
+    lines.TextOrNA("Base Caller : ", info.analysis.baseCaller);
     lines.Text("Operator : ", FieldText(info.operatorName));
     lines.Float("Run Voltage : ", info.runVoltage);
     lines.Float("Run time : ", info.runTime);
@@ -99,7 +101,7 @@ double ValueOr0(const std::vector<double>& curve, std::size_t scan) {
     return scan < curve.size() ? curve[scan] : 0.0;
 }
 
-// The rows count from 0 at the first scan of this trace. A curve that breaks off goes on with zeros.
+// Rows are numbered from 0 at the first scan of this trace. A curve that is too short is continued with zeros.
 void DumpTable(CTextFile& out, const CCapTrace& trace, double factor) {
     out << "Scan\t"
         << "  Channel1\t"
@@ -116,7 +118,7 @@ void DumpTable(CTextFile& out, const CCapTrace& trace, double factor) {
     }
 }
 
-// A dump that cannot be made counts as done.
+// A failure only gives a warning: a dump that cannot be written counts as done.
 void WriteDump(const std::string& path, const CSampleFile& sample, const CTraceFile& holder) {
     CTextFile out(path);
     DumpDescription(CLines(out), sample.info, holder.path);

@@ -5,16 +5,18 @@
 #include <cstring>
 #include <tuple>
 
+#include "platform/Error.h"
+
 namespace {
 
 constexpr std::size_t bufferSize = std::size_t{256} << 10;
-constexpr std::size_t longestNumber = 24;  // of 64 bits, or a float with six digits
+constexpr std::size_t maxNumberLength = 24;  // characters of a 64-bit integer, or of a float with six digits
 constexpr int significantDigits = 6;
 
 }  // namespace
 
 CTextFile::CTextFile(const std::string& path) : buffer(bufferSize, '\0') {
-    std::ignore = file.Open(path);  // an error comes out of Commit
+    std::ignore = file.Open(path);  // Commit reports the error
 }
 
 char* CTextFile::Room(std::size_t count) {
@@ -43,14 +45,14 @@ CTextFile& CTextFile::operator<<(std::string_view text) {
 }
 
 CTextFile& CTextFile::operator<<(std::int64_t number) {
-    char* const at = Room(longestNumber);
-    used += static_cast<std::size_t>(std::to_chars(at, at + longestNumber, number).ptr - at);
+    char* const at = Room(maxNumberLength);
+    used += static_cast<std::size_t>(std::to_chars(at, at + maxNumberLength, number).ptr - at);
     return *this;
 }
 
 CTextFile& CTextFile::operator<<(float number) {
-    char* const at = Room(longestNumber);
-    const auto end = std::to_chars(at, at + longestNumber, number, std::chars_format::general, significantDigits).ptr;
+    char* const at = Room(maxNumberLength);
+    const auto end = std::to_chars(at, at + maxNumberLength, number, std::chars_format::general, significantDigits).ptr;
     used += static_cast<std::size_t>(end - at);
     return *this;
 }

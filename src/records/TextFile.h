@@ -1,4 +1,4 @@
-// A file of text with CR LF line ends, built in memory and written in large pieces.
+// A text file with CR LF line ends, written in large blocks.
 #pragma once
 
 #include <cstdint>
@@ -6,28 +6,29 @@
 #include <string_view>
 
 #include "platform/AtomicFile.h"
+#include "platform/Error.h"
 
 class CTextFile {
   public:
-    // Begins a file that is going to be `path`. When that fails, all that is put into it goes nowhere.
+    // Begins a file that Commit names `path`. If that fails all output is dropped and Commit returns the error.
     explicit CTextFile(const std::string& path);
     CTextFile(const CTextFile&) = delete;
     CTextFile& operator=(const CTextFile&) = delete;
 
-    // Texts go out byte for byte, but a line feed becomes CR LF wherever it stands.
+    // Writes the text byte for byte, except that every line feed becomes CR LF.
     CTextFile& operator<<(std::string_view text);
     CTextFile& operator<<(char c) { return *this << std::string_view(&c, 1); }
-    // Decimal.
+    // In decimal.
     CTextFile& operator<<(std::int64_t number);
-    // Six significant digits at most, as "%g" has them.
+    // With up to six significant digits, like "%g".
     CTextFile& operator<<(float number);
 
-    // Writes what is still in memory and gives the file its name; without it there is no file. After an error, the
-    // first of all, what stands under that name is as it was.
+    // Writes what is still in memory and gives the file its name; without Commit there is no file. Returns the first
+    // error of all operations; what had that name before is then unchanged.
     platform::Error Commit();
 
   private:
-    // Makes room for `count` more bytes, which is far less than the buffer holds, and gives the place.
+    // Makes room for `count` more bytes, far fewer than the buffer's size, and returns the place for them.
     char* Room(std::size_t count);
     void Append(std::string_view bytes);
     void Flush();
