@@ -3,13 +3,16 @@
 
 #include "config/RunSettings.h"
 #include "plugins/Conversation.h"
+#include "plugins/EntryPoints.h"
 #include "run/Plate.h"
+#include "samplestore/CapTrace.h"
+#include "samplestore/SampleFile.h"
 
 namespace {
 
-// The conversation but for its end; true when the base call succeeded.
-bool Talk(CConversation& conversation, CSampleFile& sample, CProcessedTrace& trace, CDyeMatrix& matrix,
-          std::int32_t first, std::int32_t last, std::int32_t procedureIndex) {
+// All steps of the conversation but End. True when the base call succeeded.
+bool RunSteps(CConversation& conversation, CSampleFile& sample, CProcessedTrace& trace, CDyeMatrix& matrix,
+              std::int32_t first, std::int32_t last, std::int32_t procedureIndex) {
     sample.rawTrace->trace->FillArrays();
     const bool annotate = sample.plate->Settings().annotationOn != 0;
     if (!conversation.SetUp(sample, matrix, first, last, annotate) || !conversation.RunProcedures(procedureIndex) ||
@@ -20,8 +23,8 @@ bool Talk(CConversation& conversation, CSampleFile& sample, CProcessedTrace& tra
     return true;
 }
 
-// What was taken over before the failure must not look like a result.
-void Empty(CProcessedTrace& trace) {
+// Removes what was copied before the failure, so that it does not look like a result.
+void Clear(CProcessedTrace& trace) {
     trace.FreeArrays();
     trace.scanCount = 0;
     trace.traceStart = trace.traceEnd = 0;
@@ -42,20 +45,20 @@ std::int32_t CSampleFile::BaseCall(const platform::Library& module, CDyeMatrix& 
     CConversation conversation(library, *rawTrace->trace);
     bool isCalled = false;
     try {
-        isCalled = Talk(conversation, *this, *trace, matrix, first, last, procedureIndex);
+        isCalled = RunSteps(conversation, *this, *trace, matrix, first, last, procedureIndex);
     } catch (const std::bad_alloc&) {
         conversation.End();
-        throw;  // costs the sample
+        throw;  // the caller skips the sample
     } catch (...) {
         conversation.Fail("The library broke the base call off with an exception");
     }
     conversation.End();
     if (!isCalled) {
-        Empty(*trace);
+        Clear(*trace);
         if (conversation.Failure()) error = *conversation.Failure();
         return 0;
     }
-    // An error of an earlier library on this sample would hide what this one found.
+    // Clears the error of the raw file or of an earlier library: this base call succeeded.
     error.clear();
     if (plate->Settings().allowUserGoodRegion != 0) FindGoodRegion();
     return 1;

@@ -9,15 +9,16 @@
 #include "plugins/EntryPoint.h"
 
 std::int32_t CBaseCaller::Load() {
-    // A drive is resolved before the working folder moves, because the registry store may be named relative to it.
+    // The path is resolved before the working folder changes, because the path of the registry store may be relative to
+    // it.
     const auto path = platform::NativePath(folder + '\\' + fileName);
-    // A library may read files of its own that lie beside it.
+    // A library may read files of its own in its folder.
     const auto workingFolder = platform::CurrentFolder();
     std::ignore = platform::SetCurrentFolder(folder);
     platform::Library loaded;
     const bool isLoaded = path && loaded.Open(*path);
     if (isLoaded) {
-        // Only now is an earlier load let go of, so a library that is loaded already stays so with all its state.
+        // An earlier load is released only now, so a library that is loaded already stays loaded and keeps its state.
         module = std::move(loaded);
         ReadFolderSuffix();
     }
@@ -29,7 +30,7 @@ void CBaseCaller::Unload() {
     if (!module.IsOpen()) return;
     try {
         if (const CEntryPoint<decltype(&::CleanUp)> cleanUp{module, "CleanUp", {}}) cleanUp();
-    } catch (...) {  // nothing depends on how the library leaves
+    } catch (...) {  // nothing depends on how the clean-up ends
     }
     module.Close();
 }
@@ -39,7 +40,7 @@ void CBaseCaller::ReadFolderSuffix() {
     const char* code = nullptr;
     try {
         if (getCode) code = getCode();
-    } catch (...) {  // a library that breaks off here has no code; its base calls tell what else is wrong with it
+    } catch (...) {  // a library that throws here has no code; its base calls will report what else is wrong
     }
     folderSuffix = std::string("_") + (code ? code : "N") + "_QX1";
 }

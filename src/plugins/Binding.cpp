@@ -3,6 +3,7 @@
 
 #include "config/IniSection.h"
 #include "platform/Ascii.h"
+#include "plugins/BaseCallerSet.h"
 #include "records/Messages.h"
 #include "run/RunDriver.h"
 
@@ -10,7 +11,7 @@ namespace {
 
 using Callers = std::vector<std::unique_ptr<CBaseCaller>>;
 
-// Index of the first entry whose `field` is `text` in any letter case; the length of the list when there is none.
+// Index of the first entry whose `field` is `text`, letter case ignored; the length of the list if there is none.
 std::size_t IndexOf(const Callers& callers, std::string CBaseCaller::*field, const std::string& text) {
     const auto found = std::find_if(callers.begin(), callers.end(), [&](const auto& caller) {
         return platform::EqualIgnoringCase(*caller.*field, text);
@@ -56,7 +57,7 @@ std::int32_t CBaseCallerSet::BindIndex(std::size_t i) {
         driver->Report(FormatMessage(MessageId::CannotLoad, {next.fileName}));
         return 0;
     }
-    // The new library is there before the old one goes: a selection that fails leaves the old one in use.
+    // The new library is loaded before the old one is released, so a failed selection leaves the old one in use.
     if (currentCaller && currentCaller->id != next.id) currentCaller->Unload();
     currentCaller = &next;
     return 1;

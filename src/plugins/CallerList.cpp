@@ -1,20 +1,22 @@
-// CBaseCallerSet: entries from the settings. Section "Base Callers" has one library a line: display name, TAB, file.
+// CBaseCallerSet: the list of libraries. Section "Base Callers" of the settings has one per line: display name, TAB,
+// file.
 #include <algorithm>
 #include <utility>
 
 #include "config/IniSection.h"
 #include "discovery/SplitPath.h"
 #include "platform/Ascii.h"
+#include "plugins/BaseCallerSet.h"
 #include "records/Messages.h"
 #include "run/RunDriver.h"
 
 namespace {
 
 constexpr const char* listSection = "Base Callers";
-constexpr std::size_t mostListed = 20;
+constexpr std::size_t maxListed = 20;
 constexpr std::int32_t firstId = 22912;
 
-// The libraries lie beside the settings file.
+// The libraries are in the folder of the settings file.
 std::unique_ptr<CBaseCaller> MakeEntry(const CBaseCallerSet& set, const std::string& file, const std::string& name) {
     auto caller = std::make_unique<CBaseCaller>();
     caller->fileName = file;
@@ -25,7 +27,7 @@ std::unique_ptr<CBaseCaller> MakeEntry(const CBaseCallerSet& set, const std::str
     return caller;
 }
 
-// The display name of a file in the list, empty for one that is not listed.
+// The display name that the settings give for a file; empty if the file is not listed.
 std::string ListedName(const std::string& file, const std::string& settings) {
     for (const std::string& line : ReadIniSection(listSection, settings)) {
         const auto entry = SplitIniLine(line);
@@ -47,7 +49,7 @@ void ReadAnnotationSetting(const std::string& settings, std::int32_t& annotation
 
 std::int32_t CBaseCallerSet::ReadCallerList() {
     std::vector<std::string> lines = ReadIniSection(listSection, driver->settingsIniPath);
-    if (lines.size() > mostListed) lines.resize(mostListed);
+    if (lines.size() > maxListed) lines.resize(maxListed);
     for (const std::string& line : lines) {
         const auto entry = SplitIniLine(line);
         if (!entry || !IsNewCaller(entry->value, entry->key)) {
@@ -55,7 +57,7 @@ std::int32_t CBaseCallerSet::ReadCallerList() {
             return 0;
         }
         auto caller = MakeEntry(*this, entry->value, entry->key);
-        // Only to learn folderSuffix; that it does not load matters when it is selected, and not before.
+        // Loaded only to set folderSuffix. A library that does not load is an error only once it is selected.
         caller->Load();
         caller->Unload();
         callers.push_back(std::move(caller));

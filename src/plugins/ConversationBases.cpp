@@ -1,4 +1,5 @@
 // CConversation: the called bases and the matrix.
+#include <lanewright/basecaller.h>
 #include <algorithm>
 #include <span>
 
@@ -7,16 +8,16 @@
 namespace {
 
 constexpr double percent = 100.0;
-constexpr std::int32_t mostPeaks = 256;  // of one base
+constexpr std::int32_t maxPeaks = 256;  // of one base
 
-// The peaks that can be kept. A count that no base can have may have nothing behind it but the first peak, which is the
-// one that counts.
+// The peaks to copy. With a count that no base can have, only the first peak is trusted to exist; it gives the
+// position.
 std::span<const PeakRecord> UsablePeaks(const BaseRecord& record) {
     if (!record.peaks || record.peakCount < 1) return {};
-    return {record.peaks, record.peakCount > mostPeaks ? 1 : static_cast<std::size_t>(record.peakCount)};
+    return {record.peaks, record.peakCount > maxPeaks ? 1 : static_cast<std::size_t>(record.peakCount)};
 }
 
-// Keeps the region inside the list, which every reader of it relies on. Without bases it is as reported.
+// Keeps the region inside the list of bases, as its users expect. Without bases it stays as reported.
 void SetGoodRegion(CCalledBases& bases, std::int32_t first, std::int32_t last) {
     if (bases.Count() == 0) {
         bases.goodStart = first;
@@ -45,14 +46,14 @@ bool CConversation::TakeBases(CCalledBases& bases) {
     for (std::int32_t i = 0; i < count; ++i) {
         BaseRecord record = records[i];
         const auto peaks = UsablePeaks(record);
-        // Behind the end of the trace there are no bases any more.
+        // Bases after the end of the trace are dropped.
         if (!peaks.empty() && static_cast<double>(peaks.front().position) > end) {
             lastGood = std::min(lastGood, i - 1);
             break;
         }
-        if (i == mostBases)
+        if (i == maxBases)
             return Fail("The library reports " + std::to_string(count) + " bases; a sample has " +
-                        std::to_string(mostBases) + " at the most");
+                        std::to_string(maxBases) + " at the most");
         record.quality = static_cast<float>(record.quality * percent);
         bases.Append(CCalledBase(record, peaks));
     }
@@ -64,7 +65,7 @@ bool CConversation::TakeBases(CCalledBases& bases) {
 void CConversation::TakeMatrix(std::optional<Matrix4>& matrix) {
     const float* const* rows = library.reportMatrixUsed(0);
     matrix.reset();
-    // Nothing can be made of a matrix with a row missing.
+    // A matrix that lacks a row is of no use.
     if (!rows || std::any_of(rows, rows + 4, [](const float* row) { return !row; })) return;
     matrix.emplace();
     for (std::size_t r = 0; r < matrix->size(); ++r)

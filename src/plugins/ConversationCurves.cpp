@@ -8,21 +8,21 @@
 
 namespace {
 
-// A library may carry its curves on behind the end of the run, but no processing makes a run twice as long.
-constexpr std::int64_t shortestExtension = 1000;  // scans
+// A library may extend its curves beyond the end of the run, but no processing makes a run more than twice as long.
+constexpr std::int64_t minExtension = 1000;  // scans
 
-std::int64_t LatestEnd(std::int64_t rawScans) {
-    return rawScans + std::max(rawScans, shortestExtension);
+std::int64_t MaxEnd(std::int64_t rawScans) {
+    return rawScans + std::max(rawScans, minExtension);
 }
 
-// Values `start` to `end` - 1 of a curve, negative ones as 0; zeros for a curve that is not there.
+// Values `start` to `end` - 1 of a curve, with 0 for negative ones; all zeros for a null curve.
 std::vector<double> CopyCurve(const double* curve, std::int32_t start, std::int32_t end) {
     std::vector<double> copy(static_cast<std::size_t>(end - start));
     if (curve) std::transform(curve + start, curve + end, copy.begin(), [](double v) { return v < 0.0 ? 0.0 : v; });
     return copy;
 }
 
-// The raw current at the same scans; behind the end of the run its last value.
+// The raw current at the same scans; beyond the end of the run its last value.
 std::vector<double> CopyCurrent(const std::vector<double>& current, std::int32_t start, std::int32_t end) {
     std::vector<double> copy(static_cast<std::size_t>(end - start));
     if (current.empty()) return copy;
@@ -40,7 +40,7 @@ bool CConversation::TakeCurves(CProcessedTrace& trace) {
     double** const curves = library.peekProcessedTrace(0, &scratch, &start, &end);
     start = std::max(start, 0);
     if (end < start) return false;
-    if (end > LatestEnd(raw.scanCount))
+    if (end > MaxEnd(raw.scanCount))
         return Fail("The library reports a processed trace up to scan " + std::to_string(end) + " of a run of " +
                     std::to_string(raw.scanCount) + " scans");
     if (end > start && (!curves || std::none_of(curves, curves + channelCount, [](double* curve) { return curve; })))

@@ -1,15 +1,15 @@
 // CConversation: the signal range and the annotation.
-#include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "plugins/Conversation.h"
 
 namespace {
 
-// The number of entries that can be read; a report with an array missing, or with a count that no run can have, has
-// none to keep. A count below 1 is the library's word and stays.
+// The number of entries to copy: 0 if an array is missing or no run can have that many. A count below 1 is kept as
+// reported.
 std::int32_t UsableCount(std::int32_t count, bool hasArrays) {
-    return count > 0 && (!hasArrays || count > mostBases) ? 0 : count;
+    return count > 0 && (!hasArrays || count > maxBases) ? 0 : count;
 }
 
 template <class T>
@@ -18,7 +18,7 @@ void CopyEntries(std::vector<T>& to, const T* from, std::int32_t count) {
     if (count > 0) to.assign(from, from + count);
 }
 
-// Every `stride`-th value from `first` on, one a zone.
+// Every `stride`-th value from `first` on, one per zone.
 void CopyColumn(std::vector<std::int32_t>& to, const std::int32_t* from, std::int32_t zones, std::int32_t first,
                 std::int32_t stride) {
     to.clear();
@@ -41,7 +41,7 @@ void CConversation::TakeMeasurements(CAnalysisInfo& analysis) {
     if (library.reportCurrentFixes) analysis.currentFixAreas = library.reportCurrentFixes(0);
     TakeSeparation(analysis);
     if (library.reportTrueRange) {
-        std::int32_t first = 0, last = 0;  // a library may leave them alone
+        std::int32_t first = 0, last = 0;  // a library may leave them unset
         library.reportTrueRange(0, &first, &last);
         analysis.startRawData = first;
         analysis.endRawData = last;

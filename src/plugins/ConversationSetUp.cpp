@@ -1,4 +1,4 @@
-// CConversation: from the sample to the end of the library's work on it.
+// CConversation: passes the sample to the library, runs its procedures, and ends the conversation.
 #include <algorithm>
 #include <string_view>
 
@@ -11,8 +11,8 @@
 namespace {
 
 constexpr double secondsToSignal = 800.0;  // of a run, before the first fragments arrive
-constexpr std::string_view rangedProgram = "QXBaseCaller";
-constexpr std::int32_t librarysChoice = -1;
+constexpr std::string_view programNeedingRange = "QXBaseCaller";
+constexpr std::int32_t chosenByLibrary = -1;
 
 }  // namespace
 
@@ -27,19 +27,20 @@ bool CConversation::SetUp(const CSampleFile& sample, CDyeMatrix& matrix, std::in
     library.setRawData(0, arrays->Pointers(), channelCount, arrays->Scans(), static_cast<float>(rate),
                        sample.baseOrder.c_str());
     if (!SetRange(first, last, rate)) return false;
-    library.setPeakWidth(0, librarysChoice);
+    library.setPeakWidth(0, chosenByLibrary);
     library.setMatrix(0, matrix.RowPointers());
     return true;
 }
 
-// Only for a library that relies on it, or for a range that somebody asked for; else it is the library's own business.
+// Sets the signal range for a library that needs it, or when a range was asked for. Otherwise the library finds its
+// own.
 bool CConversation::SetRange(std::int32_t first, std::int32_t last, double rate) {
     const char* program = library.getProgramName();
-    if (first <= 0 && !(program && platform::EqualIgnoringCase(program, rangedProgram))) return true;
+    if (first <= 0 && !(program && platform::EqualIgnoringCase(program, programNeedingRange))) return true;
     if (!library.setSignalRange) return Fail("The library lacks the entry point SetSignalRange");
     const std::int32_t lastScan = arrays->Scans() - 1;
     const std::int32_t signalEnd = last < 0 ? lastScan : std::min(last, lastScan);
-    // The default may lie behind the end of a short run.
+    // The default may be beyond the end of a short run.
     const std::int32_t signalStart =
         first < 0 ? static_cast<std::int32_t>(rate * secondsToSignal) : std::min(first, signalEnd);
     library.setSignalRange(0, signalStart, signalEnd);
@@ -66,6 +67,6 @@ void CConversation::End() {
     arrays.reset();
     try {
         library.cleanUp();
-    } catch (...) {  // nothing depends on how the library leaves
+    } catch (...) {  // nothing depends on how the clean-up ends
     }
 }

@@ -2,22 +2,25 @@
 //
 //   Where            What
 //   bytes 0 to 3     the order of the file's rows and columns: A, C, T and G in upper case, each once
-//   rest of line 1   ignored, the line feed with it
-//   behind it        16 decimal numbers with any white space between them, row after row
+//   rest of line 1   ignored, including the line feed
+//   after it         16 decimal numbers with any white space between them, row after row
 //
-// The number in row i, column j of the file is the one of the letters i and j of its first line. Anything else, numbers
-// that are missing or too large for a 32-bit float, makes the file a damaged one.
+// The number in row i, column j of the file belongs to letters i and j of the first line. A file in any other form is
+// damaged, and so is one with numbers that are missing or too large for a 32-bit float.
 #include "plugins/DyeMatrix.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 #include "platform/Ascii.h"
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "plugins/BaseCallerSet.h"
 
@@ -29,7 +32,7 @@ constexpr const char* fileName = "dyeMethod1.ini";
 
 using RowIndices = std::array<std::size_t, 4>;
 
-// The index in the matrix of each row of the file; nothing unless all four are there.
+// The index in the matrix of each row of the file; nothing unless all four letters are there.
 std::optional<RowIndices> TakeOrder(std::string_view& text) {
     RowIndices order{};
     std::array<bool, 4> seen{};
@@ -46,12 +49,13 @@ std::optional<RowIndices> TakeOrder(std::string_view& text) {
 
 std::optional<float> TakeNumber(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\v\f"), text.size()));
-    // A plus sign is for people; the conversion knows the minus sign only.
+    // from_chars does not accept a plus sign.
     if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
     float number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const auto length = static_cast<std::size_t>(end - text.data());
-    // A number too small for a 32-bit float is no damage: it is 0. One that is too large is infinite.
+    // strtof gives 0 or a denormal for a number too small for a 32-bit float, which is fine, and infinity for one too
+    // large.
     if (error == std::errc::result_out_of_range)
         number = std::strtof(std::string(text.substr(0, length)).c_str(), nullptr);
     else if (error != std::errc())
@@ -105,7 +109,7 @@ float** CDyeMatrix::RowPointers() {
 void CBaseCallerSet::ReadDyeMatrix() {
     if (!dyeMatrix) dyeMatrix = std::make_unique<CDyeMatrix>();
     dyeMatrix->SetIdentity();
-    for (const std::string& path : {std::string(installedFile), platform::BesideProgram(fileName)}) {
+    for (const std::string& path : {std::string(installedFile), platform::PathNextToProgram(fileName)}) {
         std::string text;
         const platform::Error error = platform::ReadFile(path, text);
         if (error == ENOENT) continue;
@@ -113,7 +117,8 @@ void CBaseCallerSet::ReadDyeMatrix() {
             platform::Warn({path, " cannot be read: ", error.Text()});
             continue;
         }
-        if (!dyeMatrix->Parse(text)) platform::Warn({path, " is damaged; calls go without a separation matrix"});
+        if (!dyeMatrix->Parse(text))
+            platform::Warn({path, " is damaged, so bases are called without a separation matrix"});
         return;
     }
 }

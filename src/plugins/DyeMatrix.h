@@ -1,4 +1,4 @@
-// How far each of the four dyes shows in each of the four channels.
+// How strongly each of the four dyes shows in each of the four channels.
 #pragma once
 
 #include <array>
@@ -6,18 +6,17 @@
 
 #include "samplestore/SampleInfo.h"
 
-// 4 rows of 4, rows and columns in the base order A, C, T, G.
+// 4 rows of 4 factors, rows and columns in the base order A, C, T, G.
 class CDyeMatrix {
   public:
-    // The identity.
-    CDyeMatrix();
-    // The rows as a library takes them: 4 pointers to 4 floats, owned by the matrix. A library may write through them;
-    // the copy handed out is refreshed at each call.
+    CDyeMatrix();  // the identity
+    // The rows in the form that a library takes: 4 pointers to 4 floats each, owned by this object. They point to a
+    // copy, refreshed at each call, so a library may write to it.
     float** RowPointers();
     const Matrix4& Values() const { return values; }
     void SetIdentity();
-    // Reads the text of a dye matrix file (see DyeMatrix.cpp for the format); the identity, and false, when it is
-    // damaged.
+    // Parses the text of a dye matrix file (format: see DyeMatrix.cpp). False for a damaged one, which gives the
+    // identity.
     bool Parse(const std::string& text);
 
   private:

@@ -6,7 +6,8 @@
 #include "platform/Guest.h"
 #include "platform/Library.h"
 
-// Every call into a library goes through one of these, and so finds and leaves the process as the program runs it.
+// Every call into a library goes through one of these, which restores the state of the process after the call (see
+// GuestCall).
 template <class Function>
 class CEntryPoint;
 
@@ -16,8 +17,8 @@ class CEntryPoint<Result (*)(Arguments...)> {
     using Function = Result (*)(Arguments...);
 
     CEntryPoint() = default;
-    // Empty when the library does not export `name`. `sampleName` (empty for none) goes into the warning about a
-    // process that ends in a call. Both outlive the entry point.
+    // Empty when the library does not export `name`. `sampleName`, empty for none, is used in the warning about a
+    // process that ends during a call. `module` and the text of `sampleName` must outlive the entry point.
     CEntryPoint(const platform::Library& module, const char* name, std::string_view sampleName)
         : function(reinterpret_cast<Function>(module.Symbol(name))), library(module.Name()), sample(sampleName) {}
     CEntryPoint& operator=(Function newFunction) {

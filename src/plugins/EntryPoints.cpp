@@ -2,7 +2,7 @@
 
 namespace {
 
-enum class Need { Always, Sometimes };  // Sometimes: tested where it is called
+enum class Need { Always, Sometimes };  // Sometimes: the caller tests for it
 
 }  // namespace
 

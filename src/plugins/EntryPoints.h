@@ -7,13 +7,13 @@
 #include "platform/Library.h"
 #include "plugins/EntryPoint.h"
 
-// Empty for what the library lacks; Missing tells whether that matters.
+// An entry point that the library lacks is empty; Missing reports whether it is needed.
 struct CEntryPoints {
-    // `withRange` tells whether the signal range will be set whatever the library's name is.
-    // Both names given, of the library and of the sample, go into warnings; both owners outlive the entry points.
+    // `withRange`: the signal range will be set whatever the library's name is. `library` and `sample`, whose names are
+    // used in warnings, must outlive the entry points.
     CEntryPoints(const platform::Library& library, const std::string& sample, bool withRange);
 
-    // The first entry point that the conversation needs and the library lacks; empty when it has them all.
+    // Name of the first entry point that is needed and that the library lacks; empty if it has them all.
     const std::string& Missing() const { return missing; }
 
     CEntryPoint<decltype(&::GetNumOfProcedures)> getNumOfProcedures;

@@ -1,16 +1,18 @@
-// CSampleFile: the good region that follows from the user's settings.
+// CSampleFile: finding the good region by the user's quality settings.
 //
-// It takes effect when allowUserGoodRegion is set, which only section "General" does, and so not in the program as main
-// starts it (see config/GeneralSettings.cpp).
+// Used only when allowUserGoodRegion is set, which only section "General" can do, so the program that main starts never
+// uses it (see config/GeneralSettings.cpp).
 #include <algorithm>
-#include <optional>
 
 #include "config/RunSettings.h"
 #include "run/Plate.h"
+#include "samplestore/CalledBases.h"
+#include "samplestore/CapTrace.h"
+#include "samplestore/SampleFile.h"
 
 namespace {
 
-// A run of bases under way. `start` is its first good base, -1 until there is one.
+// The run of bases being counted. `start` is its first good base, -1 until there is one.
 struct Stretch {
     std::int32_t start = -1;
     std::int32_t good = 0, bad = 0;
@@ -29,7 +31,7 @@ struct Region {
     std::int32_t good = 0;
 };
 
-// Of regions with as many good bases the first stays.
+// Among regions with equally many good bases the first one wins.
 void Prefer(Region& best, const Region& candidate) {
     if (candidate.good > best.good) best = candidate;
 }
@@ -43,7 +45,8 @@ Region BestRegion(const CCalledBases& bases, const CRunSettings& settings) {
         stretch.Add(i, bases.GetQuality(i) >= settings.userQualityCutoff);
         const bool isChecked = stretch.seen % window == 0 || i == lastBase - 1;
         if (!isChecked || stretch.JunkPercent() <= settings.allowedJunkPercent) continue;
-        // The window that brought too much junk does not count, and the walk resumes behind the stretch's first base.
+        // The window that exceeded the junk limit is not part of the region. The search resumes after the stretch's
+        // first base if that is in this window, else three bases on.
         const std::int32_t end = i - window;
         if (end > stretch.start) Prefer(best, {stretch.start, end, stretch.good});
         i = stretch.start != -1 && stretch.start > end ? stretch.start : i + 2;

@@ -5,6 +5,8 @@
 #include <new>
 #include <span>
 
+#include "samplestore/SampleInfo.h"
+
 namespace {
 
 std::int32_t CheckedScans(const CCapTrace& raw) {

@@ -6,13 +6,14 @@
 #include <memory>
 
 #include "samplestore/CapTrace.h"
+#include "samplestore/SampleInfo.h"
 
 class CRawArrays {
   public:
-    // Throws std::bad_alloc also when the scans are more than a library can be told.
+    // Throws std::bad_alloc, also when there are more scans than a 32-bit count can express.
     explicit CRawArrays(const CCapTrace& raw);
 
-    // 5 arrays of Scans() values: channels 1 to 4 and the current. A library may write into them and move the pointers.
+    // 5 arrays of Scans() values: channels 1 to 4 and the current. A library may change the values and the pointers.
     double** Pointers() { return pointers.data(); }
     std::int32_t Scans() const { return scans; }
 
