@@ -1,7 +1,9 @@
-// The entry of the program.
+// The program's entry point.
 #include <exception>
 #include <string>
+#include <vector>
 
+#include "discovery/FileTypeFilter.h"
 #include "platform/Console.h"
 #include "platform/Process.h"
 #include "run/RunDriver.h"
@@ -14,7 +16,7 @@ constexpr int exitDone = 0;
 constexpr int exitFailed = 1;
 
 int RunProgram(int argc, const char* const* argv) {
-    // Ahead of the log, which must not end up as standard output or end the process at a limit.
+    // Comes before the log: without it the log could open as descriptor 1, or end the process at a file size limit.
     const bool isStarted = platform::StartProcess();
     startuplog::Begin();
     if (!isStarted) {
@@ -27,7 +29,7 @@ int RunProgram(int argc, const char* const* argv) {
     for (int i = 0; i < argc; ++i)
         words.append(argv[i]).append("\n");
     startuplog::Append(words);
-    // The order of the types is the order in which a folder's samples are taken.
+    // Samples of a folder are processed in the order of these types.
     const std::vector<CFileTypeFilter> fileTypes{{"*.esd"}, {"*.rsd"}};
     return driver.ProcessCommandLine(argc, argv, SwitchNames(), fileTypes) != 0 ? exitDone : exitFailed;
 }
@@ -35,7 +37,7 @@ int RunProgram(int argc, const char* const* argv) {
 int RunAndReport(int argc, const char* const* argv) try {
     return RunProgram(argc, argv);
 } catch (const std::exception& error) {
-    // Without memory, which may be what is missing.
+    // Written without allocating memory, since a lack of memory may be the error.
     for (const char* text : {"Fatal Error: ", error.what(), "\n"})
         platform::PrintError(text);
     return exitFailed;

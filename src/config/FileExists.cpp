@@ -1,6 +1,7 @@
 #include "config/FileExists.h"
 
 #include <tuple>
+#include <vector>
 
 #include "platform/Files.h"
 

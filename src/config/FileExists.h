@@ -3,5 +3,5 @@
 #include <cstdint>
 #include <string>
 
-// Non-zero if a file search for `path` finds an entry, be it a file or a folder. Wildcards in the last component match.
+// Non-zero if there is a file or folder at `path`. The last component may have wildcards; one match is then enough.
 std::int32_t FileExists(const std::string& path);

@@ -1,8 +1,8 @@
 // Section "General" of the analysis settings.
 //
-// The program as main starts it does not look for an analysis settings file, so there these settings keep their
-// defaults. They are for a CRunDriver that is made with skipAnalysisIni 0: a program with settings of its own for
-// exports and good regions, which uses this code as a library. The tests are such a program.
+// The program that main starts does not read an analysis settings file, so there these settings keep their defaults.
+// They take effect with a CRunDriver made with skipAnalysisIni 0, in a program that uses this code as a library and has
+// settings of its own for exports and good regions. The tests are such a program.
 
 #include <array>
 
@@ -15,7 +15,7 @@ namespace {
 enum class Form { Flag, InverseFlag, Number };
 
 struct GeneralKey {
-    const char* key;  // compared with case, as the settings files in use have it
+    const char* key;  // case-sensitive, spelt as in the settings files in use
     Form form;
     std::int32_t CRunSettings::*field;
 };

@@ -8,6 +8,7 @@
 
 #include "platform/Ascii.h"
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 
 namespace {
@@ -20,7 +21,7 @@ std::string_view TakeIniLine(std::string_view& rest) {
     return platform::Trim(line, lineBlanks);
 }
 
-// The name between the brackets of a line that starts a section.
+// The name in brackets if the line starts a section.
 std::optional<std::string_view> SectionName(std::string_view line) {
     if (!line.starts_with('[')) return std::nullopt;
     const std::size_t end = line.find(']');
@@ -28,7 +29,7 @@ std::optional<std::string_view> SectionName(std::string_view line) {
     return line.substr(1, end - 1);
 }
 
-// All lines of the section, each with a NUL.
+// All lines of the section, each followed by a NUL.
 std::string SectionText(std::string_view text, std::string_view section) {
     std::string lines;
     bool inside = false;

@@ -1,4 +1,4 @@
-// The two fixed places of a run: the folder of the settings and the root of all output.
+// CRunDriver: where the settings files are and where the output goes.
 
 #include <cerrno>
 #include <optional>
@@ -18,8 +18,8 @@ std::optional<std::string> RegistryValue(const char* subKey, const char* valueNa
     return text.data();
 }
 
-// Finds `fileName` in the folder that the registry has for `subKey`. A box tells where it was not found, in unattended
-// runs too.
+// Sets `found` to the path of `fileName` in the folder that the registry gives for `subKey`. False, after showing a box
+// with that path, if there is no such file; the box is shown in unattended runs too.
 bool Locate(const char* subKey, const char* fileName, std::string& found) {
     const auto folder = RegistryValue(subKey, "Path");
     const std::string candidate = folder ? *folder + '\\' + fileName : std::string();
@@ -58,7 +58,7 @@ std::int32_t CRunDriver::SetDefaultOutputFolder() {
 }
 
 std::int32_t CRunDriver::MakeFolder(const std::string& path) {
-    // Any other error than a missing parent is left to the later write to the folder.
+    // Any error but a missing parent will show when the folder is written to.
     if (platform::MakeDirectory(path) != ENOENT) return 1;
     Report(FormatMessage(MessageId::PathDoesNotExist, {path}));
     return 0;

@@ -1,4 +1,4 @@
-// The instrument's registry.
+// Texts of the instrument's registry.
 #pragma once
 
 #include <array>
@@ -12,6 +12,6 @@ using RegistryText = std::array<char, registryTextSize>;
 inline constexpr const char* baseCallingKey = "Quillion\\Base Calling";
 inline constexpr const char* strandReaderKey = "Quillion\\Strand Reader";
 
-// Puts the text of `valueName` under `subKey` into `buffer`, with a NUL at its end. 0 if there is none or it does not
-// fit; nothing may be read from `buffer` then. Else not 0.
+// Copies the text of `valueName` under `subKey` into `buffer`, NUL-terminated. Non-zero on success; 0 if there is no
+// such text or it does not fit, and then `buffer` is unchanged.
 std::int32_t GetRegStr(std::string_view subKey, std::string_view valueName, RegistryText& buffer);

@@ -5,8 +5,8 @@
 #include <string>
 
 struct CRunSettings {
-    std::string baseOrder = "ACTGN0";
-    std::string fastaFile;
+    std::string baseOrder = "ACTGN0";  // for samples that do not give their own; letters of channels 1 to 4 first
+    std::string fastaFile;             // of -FA and -FA_; empty for a file per sample
     std::int32_t skipFailedExports = 0;
     std::int32_t procedureIndex = 5;  // highest procedure number that may run
     std::int32_t goodRegionOnly = 0;
@@ -17,5 +17,5 @@ struct CRunSettings {
     std::int32_t allowedJunkPercent = 100;  // percent
     std::int32_t qualityWindow = 20;        // bases; below 1 counts as 1
     std::int32_t annotationOn = 0;
-    std::int32_t baseOrderForced = 0;
+    std::int32_t baseOrderForced = 0;  // use baseOrder for every sample
 };

@@ -28,8 +28,8 @@ void CFolderScan::Scan(const std::string& path, const std::vector<CFileTypeFilte
     List(root, path, subfolders, true);
     std::set<platform::FileIdentity> entered;
     if (const auto identity = platform::IdentityOf(isWorkingFolder ? "." : root + '/')) entered.insert(*identity);
-    // The list grows while it is walked, and so the tree is taken level by level. A second way to a folder, by a link,
-    // would only lead to the same files once more, and one back to the root to what the pattern leaves out.
+    // The list grows while the loop runs, so the tree is scanned level by level. A link to a folder that has been
+    // entered would give the same files again, and a link to the root would give folders that the pattern excludes.
     for (std::size_t i = 0; i < subfolders.size(); ++i) {
         const std::string next = subfolders[i];
         const auto identity = platform::IdentityOf(next);

@@ -1,4 +1,4 @@
-// The listing of one folder.
+// The files and subfolders of one folder, or of a tree of folders.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 #include "discovery/FileTypeFilter.h"
 #include "platform/Error.h"
 
-// A folder whose listing is not complete.
+// A folder that could not be listed completely.
 struct UnlistedFolder {
     std::string folder;
     platform::Error error;
@@ -16,22 +16,24 @@ struct UnlistedFolder {
 class CFolderScan {
   public:
     std::string folder;                      // the folder last scanned
-    std::vector<CFileTypeFilter> fileTypes;  // the types looked for
-    std::vector<std::string> files;          // paths of the files found, type after type
-    std::vector<std::string> subfolders;     // paths of the folders found, without repeats
-    std::vector<UnlistedFolder> unlisted;    // folders whose contents are missing there, in part or at all
+    std::vector<CFileTypeFilter> fileTypes;  // the types of file to look for
+    std::vector<std::string> files;          // paths of the files found, in the order of fileTypes
+    std::vector<std::string> subfolders;     // paths of the folders found, each once
+    std::vector<UnlistedFolder> unlisted;    // folders whose contents are missing above, partly or completely
 
+    // Scans at once; see Scan.
     CFolderScan(const std::string& path, const std::vector<CFileTypeFilter>& types, bool foldersOnly);
-    // Looks into nothing: for those who know the file that they want.
+    // Only sets `folder`: for a caller that already knows its file.
     explicit CFolderScan(const std::string& path);
 
-    // Looks into `path`; with a "*" in it, into the whole tree below what matches, level by level. `foldersOnly` leaves
-    // the files out, but not in a tree. Folders that cannot be read give nothing. In a tree each folder is entered once
-    // (device and inode); a second path to it is listed and not entered.
+    // Lists the folder `path` or, if it contains a "*", the whole tree below each match, level by level. `foldersOnly`
+    // skips the files of a single folder, but not those of a tree. A folder that cannot be listed is added to
+    // `unlisted`. In a tree each folder (by device and inode) is entered once; a second path to it is listed but not
+    // entered.
     void Scan(const std::string& path, const std::vector<CFileTypeFilter>& types, bool foldersOnly);
 
   private:
     void LookInto(const std::string& path, bool withFiles);
-    // ListFolder of a pattern in the folder `path`.
+    // Adds the matches of `pattern`, which is in the folder `path`, to `out`; notes an error in `unlisted`.
     void List(const std::string& path, const std::string& pattern, std::vector<std::string>& out, bool foldersOnly);
 };

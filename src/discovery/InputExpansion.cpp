@@ -1,17 +1,18 @@
-// From the parameters of -ID, -IP and -IF to plate folders and sample files.
+// CCommandLine: turns the parameters of -ID, -IP and -IF into plate folders and sample files.
 
 #include "discovery/FolderScan.h"
 #include "discovery/ListFolder.h"
 #include "discovery/SplitPath.h"
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "run/CommandLine.h"
 #include "run/Switches.h"
 
 namespace {
 
-// Adds what `search` finds for a parameter with a "*", and warns when that is nothing. One without is taken as typed,
-// and one that begins with it is dropped.
+// Adds a parameter without a "*" to `out` as typed. For one with a "*" `search` adds the matches, with a warning if
+// there are none; one that begins with "*" is ignored, with a warning.
 template <class Search>
 void Expand(const std::string& parameter, std::vector<std::string>& out, Search search) {
     const std::size_t star = parameter.find('*');
@@ -21,7 +22,7 @@ void Expand(const std::string& parameter, std::vector<std::string>& out, Search 
     }
     const std::size_t before = out.size();
     if (star == 0)
-        platform::Warn({parameter, " begins with a wildcard and is left out"});
+        platform::Warn({parameter, " begins with a wildcard and is ignored"});
     else if (search(); out.size() == before)
         platform::Warn({parameter, " matches nothing"});
 }
@@ -39,7 +40,7 @@ void ExpandPlates(const std::string& parameter, const std::vector<CFileTypeFilte
     const CFolderScan scan(parameter, patterns, true);
     for (const auto& [folder, error] : scan.unlisted)
         WarnOfUnlisted(folder, error);
-    if (scan.subfolders.empty() && scan.unlisted.empty()) platform::Warn({parameter, " holds no folders"});
+    if (scan.subfolders.empty() && scan.unlisted.empty()) platform::Warn({parameter, " contains no folders"});
     Append(scan.subfolders, plates);
 }
 
@@ -54,7 +55,7 @@ void SearchPlates(const std::string& parameter, std::vector<std::string>& plates
 void SearchFiles(const std::string& parameter, std::vector<std::string>& files) {
     std::string folder = parameter;
     const std::string pattern = SplitPath(folder);
-    // Only a drive makes a folder absolute; a separator at its head does not.
+    // Only a drive makes a folder absolute; a leading separator does not.
     if (folder.find(':') == std::string::npos) {
         const auto working = platform::CurrentFolder();
         if (!working) return;

@@ -1,6 +1,7 @@
 #include "discovery/ListFolder.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "discovery/SplitPath.h"
 #include "platform/Files.h"

@@ -1,6 +1,7 @@
 #include "run/CommandLine.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/Ascii.h"
 #include "run/Switches.h"

@@ -1,4 +1,4 @@
-// The words of the command line, grouped into switches, and the input that they name.
+// The words of the command line grouped into switches, and the input they name.
 #pragma once
 
 #include <string>
@@ -8,31 +8,31 @@
 
 struct CParsedSwitch {
     std::string name;                     // in upper case
-    std::vector<std::string> parameters;  // as typed; words that are no switch
+    std::vector<std::string> parameters;  // as typed
 };
 
 class CCommandLine {
   public:
-    std::vector<CParsedSwitch> switches;  // in the order of the command line, repeats included
+    std::vector<CParsedSwitch> switches;  // in the order of the command line, with repeats
     std::vector<std::string> plates;      // plate folders
     std::vector<std::string> files;       // sample files
     std::vector<std::string> knownNames;  // the three input switches, then the others
-    std::vector<std::string> dropped;     // words ahead of the first switch
+    std::vector<std::string> dropped;     // words before the first switch
 
-    // Groups argv[1] and what follows, and expands the input switches. `switchNames` are the other switches in upper
-    // case; `patterns` are the types of the sample files. Nothing here is an error: a word that is no
-    // switch is a parameter of the switch before it, and is dropped where there is none.
+    // Groups argv[1] to argv[argc - 1] and expands the input switches. `switchNames` are the other switches in upper
+    // case; `patterns` are the types of sample file to look for in folders. Nothing is an error: a word that is not a
+    // switch is a parameter of the switch before it, or is added to `dropped` when there is none.
     CCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames,
                  const std::vector<CFileTypeFilter>& patterns);
     virtual ~CCommandLine() = default;
 
   protected:
-    // Groups only. A class that overrides OnOtherSwitch builds its base with this and calls ExpandInputs in its own
-    // constructor: not before that does a virtual call reach the override.
+    // Only groups the words. A class that overrides OnOtherSwitch uses this constructor and calls ExpandInputs from its
+    // own: a virtual call from the constructor above would not reach the override.
     CCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames);
 
-    // Fills `plates` and `files` from the input switches and hands every other switch to OnOtherSwitch, all in the
-    // order of the command line.
+    // Fills `plates` and `files` from the input switches and passes every other switch to OnOtherSwitch, in the order
+    // of the command line.
     void ExpandInputs(const std::vector<CFileTypeFilter>& patterns);
 
     virtual void OnOtherSwitch(const CParsedSwitch&) {}

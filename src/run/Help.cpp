@@ -1,4 +1,6 @@
-// The help of "-H". The lines of the switches stand in the table of Switches.cpp.
+// The help of "-H". The line of each switch is in the table in Switches.cpp.
+#include <string_view>
+
 #include "platform/Console.h"
 #include "run/Switches.h"
 

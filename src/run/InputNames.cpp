@@ -1,12 +1,13 @@
 #include "run/InputNames.h"
 
+#include "discovery/FolderScan.h"
 #include "platform/Console.h"
 #include "run/Plate.h"
 
 namespace {
 
-// As a path of its own: what precedes the first separator of a path is the root.
-std::string Shown(const std::string& folder) {
+// The folder part of "/a.rsd" is empty and stands for the root.
+std::string DisplayPath(const std::string& folder) {
     return folder.empty() ? "/" : folder;
 }
 
@@ -15,9 +16,9 @@ std::string Shown(const std::string& folder) {
 void CInputNames::AddPlate(const CPlate& plate) {
     const CFolderScan& scan = plate.scan;
     for (const auto& [folder, error] : scan.unlisted)
-        platform::Warn({"the plate ", Shown(folder), " cannot be listed: ", error.Text()});
+        platform::Warn({"the plate ", DisplayPath(folder), " cannot be listed: ", error.Text()});
     if (scan.files.empty() && scan.unlisted.empty())
-        platform::Warn({"the plate ", Shown(scan.folder), " holds no samples"});
+        platform::Warn({"the plate ", DisplayPath(scan.folder), " contains no samples"});
     AddFolder(plate, true);
 }
 
@@ -30,16 +31,16 @@ void CInputNames::AddFile(const std::string& path, const CPlate& plate) {
 }
 
 void CInputNames::AddFolder(const CPlate& plate, bool isWhole) {
-    const std::string folder = Shown(plate.scan.folder);
+    const std::string folder = DisplayPath(plate.scan.folder);
     const auto identity = platform::IdentityOf(folder);
     if (!identity) return;
     auto& known = folders[plate.name];
     const bool isFirst = known.empty();
     const auto [entry, isNew] = known.try_emplace(*identity, isWhole);
     if (isNew && plate.name.empty())
-        platform::Warn({"the plate ", folder, " has no name: a separator at the end of a path leaves none"});
+        platform::Warn({"the plate ", folder, " has no name, because its path ends with a separator"});
     if (isNew && !isFirst)
-        platform::Warn({"the plate ", folder, " shares its output folder with another one of the name ", plate.name});
+        platform::Warn({"the plate ", folder, " shares its output folder with another plate named ", plate.name});
     if (!isNew && isWhole && entry->second) platform::Warn({"the plate ", folder, " is given twice"});
     entry->second = entry->second || isWhole;
 }

@@ -1,4 +1,4 @@
-// Which inputs a run has had, to warn of those that get into each other's way.
+// The inputs that a run has processed so far, to warn of repeats and of plates that share an output folder.
 #pragma once
 
 #include <map>
@@ -9,19 +9,20 @@
 
 class CPlate;
 
-// Plates of one name share their output folder, wherever they lie.
+// Plates with the same name share an output folder, wherever they are.
 class CInputNames {
   public:
-    // Warns of what is odd about a plate of the run: no samples, no name, one that another folder had before, or a
-    // plate that is given twice.
+    // Warns of a plate that cannot be listed, has no samples or no name, has the name of an earlier plate in another
+    // folder, or is given twice.
     void AddPlate(const CPlate& plate);
-    // The same for a single file and the plate that its folder is.
+    // Warns of a single file that does not exist or is given twice, and of its plate as above.
     void AddFile(const std::string& path, const CPlate& plate);
 
   private:
+    // `isWhole`: the plate was given as a folder, not as the folder of a single file.
     void AddFolder(const CPlate& plate, bool isWhole);
 
-    // The folders of each name; true for one that was given as a whole.
+    // For each plate name its folders, each with whether it was given as a whole plate.
     std::map<std::string, std::map<platform::FileIdentity, bool>> folders;
     std::set<std::string> files;
 };

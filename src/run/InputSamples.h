@@ -1,4 +1,4 @@
-// The sample files that a run must not change, whatever name leads to them.
+// The sample files that a run must not change, under whatever name or link they are reached.
 #pragma once
 
 #include <string>
@@ -10,23 +10,23 @@
 class CInputSamples {
   public:
     CInputSamples() = default;
-    // Looks up the samples of a run's input, which is best done before the run writes anything: in each folder of
-    // `plates` the files of these types, and of the single `files` those that are named ".rsd" or ".esd" or have a
-    // sample's trailer. What cannot be looked at is left out.
+    // Looks up the samples of a run's input; call it before the run writes anything. Samples are the files of these
+    // types in each folder of `plates`, and those of the single `files` that are named ".rsd" or ".esd" or have a valid
+    // trailer. Files that cannot be examined are skipped.
     CInputSamples(const std::vector<std::string>& plates, const std::vector<std::string>& files,
                   const std::vector<CFileTypeFilter>& types);
 
-    // True for a sample of the input, or for a link by which the input names one.
+    // True for a sample of the input, or for a link through which the input names one.
     bool Has(const platform::FileIdentity& file) const;
-    // True when writing to `path`, as opening it and adding to it does, would change a sample: one of the input or, if
-    // `path` is a symbolic link, any file that is named like a sample or has a sample's trailer.
+    // True when opening `path` and writing to it would change a sample: one of the input or, if `path` is a symbolic
+    // link, any file that is named like a sample or has a valid trailer.
     bool ForbidWriting(const std::string& path) const;
-    // True when giving `path` to another file, or deleting it, would take a sample of the input away. A symbolic link
-    // may be replaced, as long as the input does not name a sample by it.
+    // True when replacing or deleting `path` would remove a sample of the input. A symbolic link may be replaced unless
+    // the input names a sample through it.
     bool ForbidReplacing(const std::string& path) const;
 
   private:
     void Add(const std::string& path);
 
-    std::vector<platform::FileIdentity> known;  // ascending
+    std::vector<platform::FileIdentity> known;  // sorted
 };

@@ -1,9 +1,9 @@
-// What a lack of memory may cost.
+// Limits what a lack of memory costs to one piece of work.
 #pragma once
 
 #include <new>
 
-// Does `work`; false when there is not enough memory for it, and then nothing more is lost.
+// Runs `work`. False when it ran out of memory; the caller then skips that piece and continues.
 template <class Work>
 bool WithinMemory(Work work) try {
     work();

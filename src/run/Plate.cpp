@@ -1,12 +1,15 @@
 #include "run/Plate.h"
 
+#include "config/RunSettings.h"
+#include "discovery/FileTypeFilter.h"
 #include "discovery/SplitPath.h"
 #include "records/PlateRecords.h"
+#include "run/InputSamples.h"
 #include "run/RunDriver.h"
 
 namespace {
 
-// Single files of one folder, and passes over one plate, share what is known about its logs.
+// Single files in one folder, and repeated passes over one plate, share the state of its logs.
 std::shared_ptr<CPlateRecords> RecordsOf(const std::string& folder, CRunDriver* driver) {
     if (driver && driver->records && driver->records->folder == folder) return driver->records;
     auto records = std::make_shared<CPlateRecords>();

@@ -7,14 +7,14 @@
 
 namespace {
 
-// A word that is no switch is no error, but it may be meant as one.
-void WarnOfWords(const CCommandLine& line) {
+// A word that is not a switch is no error, but may be a misspelt one.
+void WarnOfMisplacedWords(const CCommandLine& line) {
     for (const std::string& word : line.dropped)
-        platform::Warn({word, " stands ahead of the first switch and is left out"});
+        platform::Warn({word, " comes before the first switch and is ignored"});
     for (const CParsedSwitch& given : line.switches)
         for (const std::string& word : given.parameters)
             if (word.starts_with('-'))
-                platform::Warn({word, " is no switch and counts as a parameter of ", given.name});
+                platform::Warn({word, " is not a known switch and is taken as a parameter of ", given.name});
 }
 
 }  // namespace
@@ -23,12 +23,12 @@ std::int32_t CRunDriver::ProcessCommandLine(int argc, const char* const* argv,
                                             const std::vector<std::string>& switchNames,
                                             const std::vector<CFileTypeFilter>& types) {
     const CCommandLine line(argc, argv, switchNames, types);
-    WarnOfWords(line);
+    WarnOfMisplacedWords(line);
     inputPlates = line.plates;
     inputFiles = line.files;
     fileTypes = types;
     inputSamples = CInputSamples(inputPlates, inputFiles, fileTypes);
-    // Ahead of all else: how anything is reported depends on it.
+    // Comes first, because it decides how everything else is reported.
     for (const CParsedSwitch& given : line.switches)
         if (IsSwitch(given.name, Switch::Unattended)) unattended = 1;
 

@@ -1,22 +1,26 @@
-// CBaseCallerSet: what is done with the samples of a plate, and with each of them.
+// CBaseCallerSet: processing the samples of a plate, one operation after another.
 #include "config/FileExists.h"
 #include "discovery/SplitPath.h"
 #include "platform/Console.h"
 #include "platform/Files.h"
+#include "plugins/BaseCallerSet.h"
 #include "records/Messages.h"
+#include "run/InputSamples.h"
 #include "run/Memory.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
 #include "run/Switches.h"
+#include "samplestore/SampleFile.h"
+#include "samplestore/TraceFile.h"
 
 namespace {
 
-// Where the sample's calls are stored: both forms of raw file lead to one name.
+// Where the sample's calls are stored. Raw files of both types, .rsd and .esd, give an .esd file.
 std::string ProcessedPath(const CSampleFile& sample) {
     return sample.plate->outputFolder + '/' + WithoutExtension(sample.fileName) + ".esd";
 }
 
-// Removes what a failed storing left, but never a raw file, whatever name leads to it.
+// Removes what a failed store left behind, but never a sample of the input, under whatever name it is reached.
 void DeleteTarget(const CSampleFile& sample, const CInputSamples& inputs) {
     const std::string& path = sample.processedTrace->path;
     if (sample.rawTrace && platform::IsSameFile(sample.rawTrace->path, path)) return;
@@ -26,7 +30,7 @@ void DeleteTarget(const CSampleFile& sample, const CInputSamples& inputs) {
 }  // namespace
 
 std::int32_t CBaseCallerSet::PreparePlate(CPlate& plate) {
-    // Without any library there is no folder of its calls; why there is none has been reported.
+    // No library, so no folder for its calls. The reason has been reported already.
     if (currentCaller == nullptr) return 0;
     const std::string folder = driver->outputFolder + '/' + plate.name + currentCaller->folderSuffix;
     if (driver->MakeFolder(folder) == 0) return 0;
@@ -43,7 +47,7 @@ std::int32_t CBaseCallerSet::ProcessPlate(CPlate& plate) {
             if (isLoaded != 0) ProcessSample(*plate.currentSample, -1, -1);
         });
         if (isLoaded != 0 && hadMemory) continue;
-        // What the sample holds may be what is missing for the text.
+        // Frees the sample's memory, so that there is some for the message.
         if (!hadMemory) plate.currentSample.reset();
         if (!WithinMemory([&] { driver->Skip(plate, path, true); }))
             platform::Warn({"there is not enough memory for ", path});

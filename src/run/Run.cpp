@@ -1,4 +1,4 @@
-// CRunDriver: the walk over plates, base callers and single files.
+// CRunDriver: the loop over plates, base callers and single files.
 #include <algorithm>
 
 #include "discovery/SplitPath.h"
@@ -7,24 +7,26 @@
 #include "run/Memory.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
+#include "samplestore/SampleFile.h"
 
 namespace {
 
-// Results to be expected: of every sample, for every operation and base caller. Wraps at 32 bits like all that follows.
+// Number of results to expect: one for each sample, operation and base caller. Wraps at 32 bits, as CheckDiskSpace
+// does.
 std::int32_t UnitsFor(std::size_t samples, const CBaseCallerSet& set, const std::vector<std::string>& callerNames) {
     const std::size_t callers = std::max<std::size_t>(callerNames.size(), 1);
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(samples * set.sampleSwitches.size() * callers));
 }
 
-// The plate folder of a single file. A path without a separator names a file of the working folder.
+// The plate folder of a single file. A path without a separator names a file in the working folder.
 std::string FolderOf(std::string path) {
     if (path.find_first_of("\\/") == std::string::npos) return platform::CurrentFolder().value_or(".");
     SplitPath(path);
     return path;
 }
 
-// Runs `pass` with each library asked for in turn, or once with the one that binding left current. A name that cannot
-// be selected has been reported; its pass runs with the library that is current all the same.
+// Runs `pass` once for each library asked for, or once with the library that binding made current. A name that cannot
+// be selected has been reported, and its pass runs with whichever library is current.
 template <class Pass>
 void ForEachCaller(CBaseCallerSet& set, const std::vector<std::string>& callerNames, Pass pass) {
     if (callerNames.empty()) pass();

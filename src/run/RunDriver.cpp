@@ -1,11 +1,13 @@
-// CRunDriver: what it is made of, its messages, and the room on the disk.
+// CRunDriver: construction, messages, opening plates and samples, and the check for disk space.
 #include "run/RunDriver.h"
 
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "run/StartUpLog.h"
+#include "samplestore/SampleFile.h"
 
 CRunDriver::CRunDriver(std::int32_t skip) : skipAnalysisIni(skip) {}
 
@@ -35,7 +37,7 @@ void CRunDriver::Skip(CPlate& plate, const std::string& path, bool isReported) {
 }
 
 std::int32_t CRunDriver::OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate) {
-    // The old sample goes first, so that memory never holds two.
+    // The old sample is released first, so that memory never holds two.
     sample.reset();
     sample = std::make_unique<CSampleFile>(path, &plate);
     return sample->Load(path, 0);
@@ -49,7 +51,7 @@ void CRunDriver::SyncOutput() const {
 std::int32_t CRunDriver::CheckDiskSpace(std::int32_t units) {
     constexpr std::uint32_t bytesPerUnit = 20000;
     constexpr double reserve = 50000000.0;
-    // 32 bits are all that the product has; it wraps for very large runs.
+    // The product is a 32-bit number, which wraps for very large runs.
     const auto product = static_cast<std::int32_t>(static_cast<std::uint32_t>(units) * bytesPerUnit);
     const auto required = static_cast<std::int64_t>(product + reserve);
     const auto available = platform::FreeBytes(outputFolder);

@@ -1,4 +1,4 @@
-// The run: what goes in, where it comes out, and the way of the program through it.
+// One run of the program: its input, its output folder, and the loop over plates and samples.
 #pragma once
 
 #include <cstdint>
@@ -10,9 +10,9 @@
 #include "plugins/BaseCallerSet.h"
 #include "run/InputNames.h"
 #include "run/InputSamples.h"
-#include "samplestore/SampleFile.h"
 
 class CPlate;
+class CSampleFile;
 struct CPlateRecords;
 
 class CRunDriver {
@@ -20,16 +20,16 @@ class CRunDriver {
     std::vector<CFileTypeFilter> fileTypes;
     std::vector<std::string> inputFiles;     // single sample files
     std::vector<std::string> inputPlates;    // plate folders
-    std::shared_ptr<CPlateRecords> records;  // of the latest plate; the next one has them too if it has the same folder
-    CInputSamples inputSamples;              // which files of the input nothing may change
-    std::string analysisIniPath;             // stays empty unless LocateSettings looks for it
+    std::shared_ptr<CPlateRecords> records;  // of the latest plate; kept for the next one in the same folder
+    CInputSamples inputSamples;              // must not be changed
+    std::string analysisIniPath;             // empty when the analysis settings are not used
     std::string settingsIniPath;
     std::string outputFolder;  // root of all output
     std::unique_ptr<CBaseCallerSet> baseCallers;
     std::int32_t unattended = 0;
     std::int32_t skipAnalysisIni;
 
-    // While `skipAnalysisIni` is not 0 the analysis settings are not looked for.
+    // With a non-zero `skipAnalysisIni` the analysis settings are not looked for.
     explicit CRunDriver(std::int32_t skipAnalysisIni);
     virtual ~CRunDriver();
     CRunDriver(const CRunDriver&) = delete;
@@ -37,46 +37,49 @@ class CRunDriver {
 
     // --- run/ ---
 
-    // Applies the command line and runs. 0 if the run did not start or ended early.
+    // Applies the command line and runs. `switchNames` and `types` are as for CCommandLine. 0 if the run did not start
+    // or ended early; otherwise the result of Run.
     std::int32_t ProcessCommandLine(int argc, const char* const* argv, const std::vector<std::string>& switchNames,
                                     const std::vector<CFileTypeFilter>& types);
-    // A run-level message: a box, or the start-up log in an unattended run, and standard output in both.
+    // Shows a message of the run: in a box, or in the start-up log when unattended, and on standard output in both
+    // cases.
     void Report(const std::string& text);
-    // Reports a syntax error in a section of a settings file; what follows is the caller's business.
+    // Reports a syntax error in a section of a settings file. The caller decides how to go on.
     void ReportSyntaxError(const std::string& file, const std::string& section);
-    // Binds the base callers and walks the input. Non-zero if the walk was completed and the last single file went
-    // well.
+    // Binds the base callers and processes the input with each library of `callerNames`, or with the default one when
+    // there are none. Non-zero if all input was processed and the last single file succeeded.
     std::int32_t Run(const std::vector<std::string>& callerNames);
-    // Replaces `plate` by the plate of `folder`, whose samples are listed now.
+    // Replaces `plate` by a new plate for `folder` and lists its samples.
     void OpenPlate(const std::string& folder, std::unique_ptr<CPlate>& plate);
-    // Tells that a sample is left out, in the plate's log and, when it is one of a plate, to Report.
+    // Records that a sample is skipped in the plate's log and, with `isReported`, through Report.
     void Skip(CPlate& plate, const std::string& path, bool isReported);
-    // Replaces `sample` by the one at `path`. 0 if it did not load.
+    // Replaces `sample` by the one at `path`. 0 if it does not load; `sample` is then the one that failed.
     std::int32_t OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate);
-    // Waits until the output is on the disk; a failure is warned of.
+    // Waits until the output is on the disk; warns if that fails.
     void SyncOutput() const;
-    // 1 if there is room for `units` results on the output volume or the user goes on all the same.
+    // 1 if the output volume has room for `units` results or the user answers to go on, else 0.
     std::int32_t CheckDiskSpace(std::int32_t units);
 
     // --- config/ ---
 
-    // Finds the settings files. 1, or 0 after a box.
+    // Finds the settings files. 1, or 0 after showing a box.
     std::int32_t LocateSettings();
-    // Makes the folder if needed and takes it as outputFolder. 1, or 0 after a report.
+    // Makes the folder if needed and sets outputFolder to it. 1, or 0 after a report.
     std::int32_t SetOutputFolder(const std::string& path);
-    // The same with the folder from the registry, or else with the one below the installation's root.
+    // The same with the folder given in the registry or, if that fails, with "AnalyzedData" in the installation folder.
     std::int32_t SetDefaultOutputFolder();
-    // One level only. 0 (after a report) only when the parent is missing; any other failure counts as 1.
+    // Makes one folder level. 0, after a report, only when the parent is missing; any other failure counts as success
+    // (1).
     std::int32_t MakeFolder(const std::string& path);
 
   private:
-    // The two halves of Run. RunPlates: 0 when the user does not go on for want of room. RunFiles: the result of the
+    // The two halves of Run. RunPlates gives 0 when the user stops because of disk space, RunFiles the result of the
     // run.
     std::int32_t RunPlates(const std::vector<std::string>& callerNames);
     std::int32_t RunFiles(const std::vector<std::string>& callerNames);
-    // One plate through all base callers. 0 as for RunPlates.
+    // Processes one plate with all base callers. 0 as for RunPlates.
     std::int32_t RunPlate(const std::string& folder, const std::vector<std::string>& callerNames);
-    // One single file through all base callers. The result of its last pass; `before` when there was none.
+    // Processes one single file with all base callers. The result of the last pass, or `before` when no pass ran.
     std::int32_t RunFile(const std::string& path, const std::vector<std::string>& callerNames, std::int32_t before);
 
     CInputNames inputNames;

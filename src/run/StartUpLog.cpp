@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include "platform/Console.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 
 namespace startuplog {
@@ -13,7 +14,7 @@ constexpr const char* name = "BaseCallStartUp.log";
 
 platform::Error Add(platform::OpenMode mode, std::string_view text) {
     const auto folder = platform::ProgramFolder();
-    if (!folder) return ENOENT;  // in another folder nobody would look for it
+    if (!folder) return ENOENT;  // nobody would look for the log in another folder
     platform::File log;
     if (const platform::Error error = log.Open(*folder + name, mode)) return error;
     if (const platform::Error error = log.SeekFromEnd(0)) return error;
@@ -23,7 +24,7 @@ platform::Error Add(platform::OpenMode mode, std::string_view text) {
 
 void Write(platform::OpenMode mode, std::string_view text) {
     const platform::Error error = Add(mode, text);
-    // An installation that its users may not write to goes without, and that is nothing odd.
+    // An installation folder that users cannot write to is normal; it simply has no start-up log.
     if (!error || error == EACCES || error == EPERM || error == EROFS) return;
     platform::Warn({name, " cannot be written: ", error.Text()});
 }

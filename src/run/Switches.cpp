@@ -4,14 +4,16 @@
 #include <iterator>
 #include <utility>
 
+#include "config/RunSettings.h"
 #include "platform/Files.h"
+#include "plugins/BaseCallerSet.h"
 #include "run/CommandLine.h"
-#include "run/Plate.h"
 #include "run/RunDriver.h"
+#include "samplestore/SampleFile.h"
 
 namespace {
 
-// An empty word counts as no parameter.
+// An empty first word counts as no parameter.
 bool HasParameter(const CParsedSwitch& given) {
     return !given.parameters.empty() && !given.parameters.front().empty();
 }
@@ -62,7 +64,7 @@ StepResult ExportFasta(const SampleStep& step) {
     return std::nullopt;
 }
 
-// --- The table: id, name, whether it needs a base call, help; what it sets, its operation
+// --- The table: id, name, whether it needs a base call, help, what it sets, its operation on a sample
 
 constexpr CSwitch table[] = {
     {Switch::InputFolders, "-ID", false, "", nullptr, nullptr},
@@ -131,7 +133,7 @@ constexpr bool IsInOrder() {
         if (table[i].id != static_cast<Switch>(i)) return false;
     return true;
 }
-static_assert(IsInOrder(), "one row for each switch, in their order");
+static_assert(IsInOrder(), "one row for each switch, in the order of Switch");
 
 std::vector<std::string> NamesOf(std::span<const CSwitch> rows) {
     std::vector<std::string> names;
@@ -167,7 +169,7 @@ std::vector<std::string> SwitchNames() {
 void ApplySwitch(const CParsedSwitch& given, CRunDriver& driver, RunRequest& request) {
     const CSwitch* const row = FindSwitch(given.name);
     if (!row) return;
-    // Operations on a called sample need the base call ahead of the first of them, and need it once.
+    // The base call runs once, before the first operation that needs it.
     if (row->needsBaseCall && !std::exchange(request.callerSwitchAdded, true))
         driver.baseCallers->AddSwitch(table[static_cast<std::size_t>(Switch::BaseCall)].name);
     if (row->step) driver.baseCallers->AddSwitch(row->name);

@@ -1,4 +1,5 @@
-// The switches of the command line: all that the program knows of one stands in its row of one table, in Switches.cpp.
+// The switches of the command line. All that the program knows about a switch is in its row of the table in
+// Switches.cpp.
 #pragma once
 
 #include <cstdint>
@@ -37,12 +38,12 @@ enum class Switch {
     Help
 };
 
-// What the switches ask of the run itself; the rest goes into the base caller set.
+// What the switches ask of the run itself. Other settings are made in the base caller set.
 struct RunRequest {
     std::vector<std::string> callerNames;
     bool callerSwitchAdded = false;
     bool needDefaultOutput = true;
-    std::int32_t result = 0;  // of the latest choice of an output folder
+    std::int32_t result = 0;  // of the last attempt to set the output folder
 };
 
 // One operation on one sample.
@@ -55,27 +56,28 @@ struct SampleStep {
 struct CSwitch {
     Switch id;
     std::string_view name;  // in upper case
-    bool needsBaseCall;     // the first such switch makes the base call an operation
-    // Its line of the help; none for the switches that name input, which the head of the help explains.
+    bool needsBaseCall;     // the first such switch adds the base call to the operations
+    // Its line of the help; empty for the switches that name input, which the head of the help explains.
     std::string_view help;
-    // What it sets or asks for, when the command line is applied. Null for nothing.
+    // Makes its settings when the command line is applied. Null if it has none.
     void (*apply)(const CParsedSwitch& given, CRunDriver& driver, RunRequest& request);
-    // Its operation on every sample. The result, or nothing when that does not count. Null for none.
+    // Its operation on each sample; gives the result, or nothing if the operation has none. Null if it is not an
+    // operation.
     std::optional<std::int32_t> (*step)(const SampleStep& step);
 };
 
 // In the order of `Switch`.
 std::span<const CSwitch> AllSwitches();
-// The switch of that name; null when there is none.
+// The switch with that name; null if there is none.
 const CSwitch* FindSwitch(std::string_view name);
 // True when `name` is the name of `id`.
 bool IsSwitch(std::string_view name, Switch id);
-// The names of the three switches that name input, and of the others.
+// The names of the three switches that name input, and the names of all others.
 std::vector<std::string> InputSwitchNames();
 std::vector<std::string> SwitchNames();
 
-// Applies a switch to a run whose base caller set is there.
+// Applies a switch. The driver must already have its base caller set.
 void ApplySwitch(const CParsedSwitch& given, CRunDriver& driver, RunRequest& request);
 
-// The whole help on standard output, and then a wait for a key.
+// Prints the help on standard output and waits for a key.
 void ShowHelp();

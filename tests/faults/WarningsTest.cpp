@@ -38,22 +38,22 @@ TEST_F(Warnings, TellOfInputThatIsNotThere) {
     EXPECT_EQ(Of("-IP none file empty" + output),
               "the plate none cannot be listed: No such file or directory\n"
               "the plate file cannot be listed: Not a directory\n"
-              "the plate empty holds no samples\n");
+              "the plate empty contains no samples\n");
     EXPECT_EQ(Of("-IP '*ate' './no*' -ID empty 'no*' missing -IF '*.rsd' 'plate/*.esd'" + output),
-              "*ate begins with a wildcard and is left out\n"
+              "*ate begins with a wildcard and is ignored\n"
               "./no* matches nothing\n"
-              "empty holds no folders\n"
-              "no* holds no folders\n"
+              "empty contains no folders\n"
+              "no* contains no folders\n"
               "missing cannot be listed: No such file or directory\n"
-              "*.rsd begins with a wildcard and is left out\n"
+              "*.rsd begins with a wildcard and is ignored\n"
               "plate/*.esd matches nothing\n");
 }
 
 TEST_F(Warnings, TellOfWordsThatMayBeMeantOtherwise) {
     MakeSample("plate/a.rsd");
     EXPECT_EQ(Of("plate -e -IP plate -scff -OD out -BC tenth.so"),
-              "plate stands ahead of the first switch and is left out\n"
-              "-scff is no switch and counts as a parameter of -IP\n"
+              "plate comes before the first switch and is ignored\n"
+              "-scff is not a known switch and is taken as a parameter of -IP\n"
               "the plate -scff cannot be listed: No such file or directory\n");
 }
 
@@ -62,14 +62,13 @@ TEST_F(Warnings, TellOfPlatesThatGetIntoEachOthersWay) {
     for (const char* name : {"plate/a.rsd", "other/plate/b.rsd", "other/plate/c.rsd"})
         MakeSample(name);
     const std::string output = " -OD out -BC";
-    const std::string shares = " shares its output folder with another one of the name plate\n";
+    const std::string shares = " shares its output folder with another plate named plate\n";
     EXPECT_EQ(Of("-IP plate other/plate ./plate" + output),
               "the plate other/plate" + shares + "the plate ./plate is given twice\n");
     // Files of one folder are one input.
     EXPECT_EQ(Of("-IP plate -IF plate/a.rsd other/plate/b.rsd other/plate/c.rsd" + output),
               "the plate other/plate" + shares);
-    EXPECT_EQ(Of("-IP plate/" + output),
-              "the plate plate/ has no name: a separator at the end of a path leaves none\n");
+    EXPECT_EQ(Of("-IP plate/" + output), "the plate plate/ has no name, because its path ends with a separator\n");
 }
 
 TEST_F(Warnings, TellOfWhatCannotBeStored) {
