@@ -1,8 +1,8 @@
-# Sourced by the scripts of this folder: moves to the top of the tree, and has Debian install what a script needs.
+# Sourced by the scripts in this folder: changes to the top of the tree, and provides need_packages and quietly.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# Installs those of the packages that are missing; says nothing when all are there.
+# Installs those of the Debian packages that are missing; prints nothing if none is.
 need_packages() {
     local missing=() package
     for package in "$@"; do
@@ -19,7 +19,7 @@ need_packages() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# Runs a command with its output kept from sight; shows that output only when the command fails.
+# Runs a command without showing its output, unless the command fails.
 quietly() {
     local output
     output=$(mktemp)
