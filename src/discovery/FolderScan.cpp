@@ -18,7 +18,7 @@ void CFolderScan::Scan(const std::string& path, const std::vector<CFileTypeFilte
     unlisted.clear();
     fileTypes = types;
     if (path.find('*') == std::string::npos) {
-        LookInto(path, !foldersOnly);
+        ListContents(path, !foldersOnly);
         return;
     }
 
@@ -33,11 +33,11 @@ void CFolderScan::Scan(const std::string& path, const std::vector<CFileTypeFilte
     for (std::size_t i = 0; i < subfolders.size(); ++i) {
         const std::string next = subfolders[i];
         const auto identity = platform::IdentityOf(next);
-        if (!identity || entered.insert(*identity).second) LookInto(next, true);
+        if (!identity || entered.insert(*identity).second) ListContents(next, true);
     }
 }
 
-void CFolderScan::LookInto(const std::string& path, bool withFiles) {
+void CFolderScan::ListContents(const std::string& path, bool withFiles) {
     folder = path;
     List(path, path + "\\*", subfolders, true);
     if (!withFiles) return;

@@ -33,7 +33,7 @@ class CFolderScan {
     void Scan(const std::string& path, const std::vector<CFileTypeFilter>& types, bool foldersOnly);
 
   private:
-    void LookInto(const std::string& path, bool withFiles);
+    void ListContents(const std::string& path, bool withFiles);
     // Adds the matches of `pattern`, which is in the folder `path`, to `out`; notes an error in `unlisted`.
     void List(const std::string& path, const std::string& pattern, std::vector<std::string>& out, bool foldersOnly);
 };

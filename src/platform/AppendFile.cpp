@@ -32,7 +32,7 @@ Error AppendFile::Append(std::string_view record) {
         const ssize_t count = host::Retry([&] { return ::write(file.Number(), rest.data(), rest.size()); });
         if (count <= 0) {
             const Error error = count < 0 ? errno : ENOSPC;
-            CutOff(record.size() - rest.size());
+            RemoveLast(record.size() - rest.size());
             return error;
         }
         rest.remove_prefix(static_cast<std::size_t>(count));
@@ -41,7 +41,7 @@ Error AppendFile::Append(std::string_view record) {
 }
 
 // Removes the last `count` bytes, which have just been written.
-void AppendFile::CutOff(std::size_t count) {
+void AppendFile::RemoveLast(std::size_t count) {
     const off_t end = ::lseek(file.Number(), 0, SEEK_CUR);
     if (count == 0 || end < static_cast<off_t>(count)) return;
     std::ignore = host::Try([&] { return ::ftruncate(file.Number(), end - static_cast<off_t>(count)); });

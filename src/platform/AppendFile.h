@@ -24,7 +24,7 @@ class AppendFile {
     void CloseQuietly() noexcept { file.CloseQuietly(); }
 
   private:
-    void CutOff(std::size_t count);
+    void RemoveLast(std::size_t count);
 
     host::Descriptor file;
     FileIdentity identity{};

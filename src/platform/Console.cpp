@@ -95,7 +95,7 @@ void SetOneKeyMode(termios mode) {
 }
 
 // Waits a short time for a key. True also at the end of input, when none will ever come.
-bool IsKeyThere() {
+bool PollForKey() {
     constexpr int timeout = 50;  // ms
     pollfd ready{STDIN_FILENO, POLLIN, 0};
     return ::poll(&ready, 1, timeout) > 0;
@@ -163,12 +163,12 @@ void WaitForKey() {
         return;
     }
     BlockedSignals signals;
-    bool isThere = false;
-    while (!isThere) {
+    bool hasKey = false;
+    while (!hasKey) {
         SetOneKeyMode(before);
-        while (!isThere && !signals.HasPending())
-            isThere = IsKeyThere();
-        if (isThere) ReadKey();
+        while (!hasKey && !signals.HasPending())
+            hasKey = PollForKey();
+        if (hasKey) ReadKey();
         // Some keys send several bytes; TCSAFLUSH discards the rest.
         ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before);
         signals.DeliverPending();

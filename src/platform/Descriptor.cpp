@@ -17,7 +17,7 @@ namespace platform::host {
 
 namespace {
 
-constexpr int openAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+constexpr int commonOpenFlags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
 
 }  // namespace
 
@@ -32,19 +32,19 @@ Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
 }
 
 Error Descriptor::Open(const std::string& hostPath, int flags, unsigned permissions, struct stat* status) {
-    return Take(Retry([&] { return ::open(hostPath.c_str(), flags | openAlways, permissions); }), flags, status);
+    return Take(Retry([&] { return ::open(hostPath.c_str(), flags | commonOpenFlags, permissions); }), flags, status);
 }
 
 Error Descriptor::Create(const std::string& hostPath, unsigned permissions) {
     CloseQuietly();
     constexpr int flags = O_RDWR | O_CREAT | O_EXCL;
-    fd = Retry([&] { return ::open(hostPath.c_str(), flags | openAlways, permissions); });
+    fd = Retry([&] { return ::open(hostPath.c_str(), flags | commonOpenFlags, permissions); });
     return IsOpen() ? success : Error(errno);
 }
 
 Error Descriptor::OpenAt(const Descriptor& folder, const std::string& name, int flags, unsigned permissions,
                          struct stat* status) {
-    return Take(Retry([&] { return ::openat(folder.fd, name.c_str(), flags | openAlways, permissions); }), flags,
+    return Take(Retry([&] { return ::openat(folder.fd, name.c_str(), flags | commonOpenFlags, permissions); }), flags,
                 status);
 }
 
@@ -151,9 +151,9 @@ Error ReadFile(const std::string& hostPath, std::string& text, std::size_t limit
     struct stat status {};
     if (::fstat(file.Number(), &status) != 0) return errno;
     // The length is only a hint: the file may be growing, and some files do not report theirs.
-    constexpr std::size_t smallestBlock = 4096;
+    constexpr std::size_t minBlock = 4096;
     const std::size_t expected = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
-    std::string bytes(std::min(std::max(expected, smallestBlock), limit), '\0');
+    std::string bytes(std::min(std::max(expected, minBlock), limit), '\0');
     std::size_t used = 0;
     while (true) {
         std::size_t got = 0;

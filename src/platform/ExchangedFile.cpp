@@ -40,7 +40,7 @@ FileState StateFrom(const struct stat& status) {
             status.st_nlink};
 }
 
-bool HaveSameRights(const FileState& a, const FileState& b) {
+bool HaveSamePermissions(const FileState& a, const FileState& b) {
     return a.mode == b.mode && a.owner == b.owner && a.group == b.group;
 }
 
@@ -135,8 +135,8 @@ Error ExchangedFile::Read(std::string& text, std::size_t limit) {
 
 FileState ExchangedFile::StateOf(const std::string& name) const {
     struct stat status {};
-    const bool isThere = ::fstatat(folder.Number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
-    return isThere ? StateFrom(status) : FileState();
+    const bool exists = ::fstatat(folder.Number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+    return exists ? StateFrom(status) : FileState();
 }
 
 // --- The new state
@@ -148,8 +148,8 @@ Error ExchangedFile::Replace(Parts parts, std::uint64_t same) {
     if (!IsAsWritten()) former = {};
     Error error = EINVAL;
     if (canExchange) {
-        const bool isKnown = former.size >= 0 && former.names == 1 && HaveSameRights(former, now);
-        error = isKnown ? WriteOver(parts, same, total) : WriteAnew(parts);
+        const bool isKnown = former.size >= 0 && former.names == 1 && HaveSamePermissions(former, now);
+        error = isKnown ? OverwriteFormer(parts, same, total) : WriteNewFile(parts);
         canExchange = !CannotExchange(error);
     }
     if (!canExchange || IsForbidden(error)) error = WriteInPlace(parts, total);
@@ -157,7 +157,7 @@ Error ExchangedFile::Replace(Parts parts, std::uint64_t same) {
     return error;
 }
 
-Error ExchangedFile::WriteAnew(Parts parts) {
+Error ExchangedFile::WriteNewFile(Parts parts) {
     AtomicFile next;
     if (const Error error = next.Open(hostPath)) return error;
     next.Write(parts);
@@ -168,11 +168,11 @@ Error ExchangedFile::WriteAnew(Parts parts) {
     return success;
 }
 
-Error ExchangedFile::WriteOver(Parts parts, std::uint64_t same, std::uint64_t total) {
+Error ExchangedFile::OverwriteFormer(Parts parts, std::uint64_t same, std::uint64_t total) {
     Descriptor second;
     struct stat status {};
     if (second.OpenAt(folder, formerLeaf, O_RDWR | O_NOFOLLOW, 0, &status) || StateFrom(status) != former)
-        return WriteAnew(parts);
+        return WriteNewFile(parts);
     Error error = second.WriteAt(parts, std::min(same, sameAsFormer));
     if (!error && former.size > static_cast<std::int64_t>(total)) error = second.Truncate(total);
     if (!error && ::fstat(second.Number(), &status) != 0) error = errno;

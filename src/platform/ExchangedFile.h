@@ -54,8 +54,8 @@ class ExchangedFile {
     Error Find(std::string path);
     Error OpenFolder(const std::string& path);
     Error OpenFile(int flags);
-    Error WriteAnew(std::span<const std::string_view> parts);
-    Error WriteOver(std::span<const std::string_view> parts, std::uint64_t same, std::uint64_t total);
+    Error WriteNewFile(std::span<const std::string_view> parts);
+    Error OverwriteFormer(std::span<const std::string_view> parts, std::uint64_t same, std::uint64_t total);
     Error WriteInPlace(std::span<const std::string_view> parts, std::uint64_t total);
     Error KeepFormer(std::string_view text);
     FileState StateOf(const std::string& name) const;

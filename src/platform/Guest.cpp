@@ -23,9 +23,9 @@ namespace platform {
 namespace {
 
 #ifdef O_PATH
-constexpr int folderToReturnTo = O_PATH | O_DIRECTORY | O_CLOEXEC;
+constexpr int folderFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 #else
-constexpr int folderToReturnTo = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 #endif
 
 // The limits defined by POSIX. Others concern child processes and things that the program does not use.
@@ -92,7 +92,7 @@ Name lastLibrary, lastSample;
 }  // namespace
 
 void host::KeepWorkingFolder() noexcept {
-    const int opened = host::Retry([] { return ::open(".", folderToReturnTo); });
+    const int opened = host::Retry([] { return ::open(".", folderFlags); });
     if (const int former = std::exchange(workingFolder, opened); former >= 0) ::close(former);
 }
 

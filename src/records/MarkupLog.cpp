@@ -14,7 +14,7 @@
 namespace {
 
 // True when reading the log back gives the path exactly as it was written. Otherwise the log is read again next time.
-bool IsReadBack(std::string_view path) {
+bool ReadsBackUnchanged(std::string_view path) {
     return !path.empty() && path.find_first_of("<\t\n\v\f\r") == std::string_view::npos &&
            platform::Trim(path, " ").size() == path.size();
 }
@@ -37,7 +37,7 @@ void CPlate::AddToMarkupLog(const std::string& path, std::int32_t section) try {
     log->sections[static_cast<std::size_t>(section)].entries.Add(path);
     log->WriteSections();
     log->Close();
-    if (IsReadBack(path)) records->markup = std::move(log);
+    if (ReadsBackUnchanged(path)) records->markup = std::move(log);
 } catch (const std::bad_alloc&) {
     platform::Warn({path, " cannot be entered in log.xml of ", scan.folder, ": there is not enough memory"});
 }

@@ -47,7 +47,7 @@ class CCalledBases {
     std::int32_t Count() const { return static_cast<std::int32_t>(bases.size()); }
     void Append(CCalledBase base) { bases.push_back(std::move(base)); }
     // Reserves memory for `count` bases.
-    void MakeRoom(std::int32_t count) { bases.reserve(static_cast<std::size_t>(std::max(count, 0))); }
+    void Reserve(std::int32_t count) { bases.reserve(static_cast<std::size_t>(std::max(count, 0))); }
     // Removes the bases; the good region and the quality stay.
     void RemoveAll() { bases.clear(); }
     std::span<const CCalledBase> All() const { return bases; }

@@ -86,7 +86,7 @@ void CProcessedTrace::BuildFromScans(std::span<const ScanRecord> scans, const CA
     traceStart = analysis.startTrace;
     traceEnd = analysis.endTrace;
 
-    calledBases.MakeRoom(analysis.basesCalled);
+    calledBases.Reserve(analysis.basesCalled);
     for (std::int32_t i = 0; i < analysis.basesCalled; ++i)
         calledBases.Append(StoredBase(analysis, static_cast<std::size_t>(i)));
     calledBases.goodStart = analysis.startGood;

@@ -25,7 +25,7 @@ void StoreText(std::uint8_t* field, std::size_t size, const std::string& text) {
 
 // The fields that are both read and written. Info is CSampleInfo or const CSampleInfo.
 template <class Access, class Info>
-void WalkFields(Access access, Info& info) {
+void ForEachField(Access access, Info& info) {
     access(24, info.operatorName);
     access(54, info.runVoltage);
     access(58, info.runTime);
@@ -61,7 +61,7 @@ bool CRsdTrailer::IsVersionValid() const {
 // Fields are copied byte for byte, since numbers in memory are little-endian too (LittleEndian.h).
 
 void CRsdTrailer::Decode(CSampleInfo& info) const {
-    WalkFields([&](std::size_t at, auto& field) { std::memcpy(&field, &bytes[at], sizeof field); }, info);
+    ForEachField([&](std::size_t at, auto& field) { std::memcpy(&field, &bytes[at], sizeof field); }, info);
     info.plateColumns = LoadI32(&bytes[plateColumnsAt]);
     if (info.plateColumns < 1) info.plateColumns = defaultColumns;
     info.plateRows = LoadI32(&bytes[plateRowsAt]);
@@ -71,7 +71,7 @@ void CRsdTrailer::Decode(CSampleInfo& info) const {
 }
 
 void CRsdTrailer::Encode(const CSampleInfo& info) {
-    WalkFields([&](std::size_t at, const auto& field) { std::memcpy(&bytes[at], &field, sizeof field); }, info);
+    ForEachField([&](std::size_t at, const auto& field) { std::memcpy(&bytes[at], &field, sizeof field); }, info);
     StoreI32(&bytes[rawFlagAt], info.processed ? 0 : 1);
     StoreI32(&bytes[saturatedFlagAt], info.saturated ? 1 : 0);
     StoreText(&bytes[0], 24, info.sampleName);
