@@ -8,7 +8,6 @@
 #include <tuple>
 
 #include "platform/Drives.h"
-#include "platform/Error.h"
 #include "platform/Host.h"
 #include "platform/Lock.h"
 

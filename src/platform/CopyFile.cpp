@@ -7,7 +7,6 @@
 #include <memory>
 
 #include "platform/Drives.h"
-#include "platform/Error.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
 

@@ -13,7 +13,6 @@
 #include "platform/AtomicFile.h"
 #include "platform/Clock.h"
 #include "platform/Drives.h"
-#include "platform/Error.h"
 #include "platform/Host.h"
 #include "platform/Lock.h"
 

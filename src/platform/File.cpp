@@ -5,7 +5,6 @@
 #include <cerrno>
 
 #include "platform/Drives.h"
-#include "platform/Error.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
 

@@ -5,8 +5,6 @@
 #include <new>
 #include <span>
 
-#include "samplestore/SampleInfo.h"
-
 namespace {
 
 std::int32_t CheckedScans(const CCapTrace& raw) {

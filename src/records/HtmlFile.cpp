@@ -5,7 +5,6 @@
 #include <tuple>
 
 #include "export/Formats.h"
-#include "samplestore/RuntimeClass.h"
 
 const CRuntimeClass CHtmlFile::runtimeClass{"CHtmlFile", schemaNone,
                                             []() -> std::unique_ptr<CObject> { return std::make_unique<CHtmlFile>(); },

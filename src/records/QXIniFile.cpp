@@ -4,7 +4,6 @@
 
 #include "platform/Ascii.h"
 #include "platform/Console.h"
-#include "platform/Error.h"
 
 namespace {
 

@@ -5,8 +5,6 @@
 #include <cstring>
 #include <tuple>
 
-#include "platform/Error.h"
-
 namespace {
 
 constexpr std::size_t bufferSize = std::size_t{256} << 10;

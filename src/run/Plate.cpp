@@ -1,7 +1,6 @@
 #include "run/Plate.h"
 
 #include "config/RunSettings.h"
-#include "discovery/FileTypeFilter.h"
 #include "discovery/SplitPath.h"
 #include "records/PlateRecords.h"
 #include "run/InputSamples.h"

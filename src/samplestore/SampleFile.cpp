@@ -17,7 +17,6 @@
 #include "platform/Files.h"
 #include "records/Messages.h"
 #include "run/Plate.h"
-#include "samplestore/CapTrace.h"
 #include "samplestore/RsdFile.h"
 #include "samplestore/ScanRecord.h"
 

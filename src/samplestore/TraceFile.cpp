@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "samplestore/RuntimeClass.h"
-
 CTraceFile::CTraceFile(std::string filePath, CSampleFile* owner, bool processed, CBaseCaller* caller)
     : path(std::move(filePath)), sample(owner) {
     const CRuntimeClass& kind = processed ? CProcessedTrace::runtimeClass : CRawTrace::runtimeClass;
