@@ -32,4 +32,4 @@ quietly() {
     rm -f "$output"
 }
 
-build_packages=(g++ cmake ninja-build pkg-config libcli11-dev libhts-dev nlohmann-json3-dev zlib1g-dev)
+build_packages=(g++ cmake ninja-build pkg-config libcli11-dev libhts-dev nlohmann-json3-dev zlib1g-dev scdoc)
