@@ -65,13 +65,15 @@ void CSampleFile::ResolveBaseOrder(const std::string& fallbackOrder) {
         plate->Log(FormatMessage(MessageId::NoBaseOrder, {fileName}));
     }
     FinishBaseOrder();
-    if (hasNames) return;
+    NameByFile(info, fileName, plate->name);
+}
 
-    // An old file does not contain plate, well and sample, but its name does: "xyzA01.rsd".
+void NameByFile(CSampleInfo& info, const std::string& fileName, const std::string& plateName) {
+    if (info.version >= versionWithNames) return;
     constexpr std::size_t wellLength = 3;
     const std::string stem = WithoutExtension(fileName);
     const std::size_t well = stem.size() - std::min(stem.size(), wellLength);
-    info.plateId = plate->name;
+    info.plateId = plateName;
     info.wellId = stem.substr(well);
     if (info.sampleName.empty()) info.sampleName = stem.substr(0, well);
 }

@@ -46,6 +46,8 @@ void CRsdFile::Reset() {
 std::string CRsdFile::Reason(Error error) {
     if (error == malformed || error == EINVAL) return "Not a well-formed sample file";
     if (error == treeTooLarge) return "The property tree is too large";
+    if (error == wrongChecksum) return "The checksum is wrong";
+    if (error == wrongScanCount) return "The number of scans is not the recorded one";
     return error.Text();
 }
 
@@ -132,6 +134,35 @@ Error CRsdFile::ReadScans(std::span<ScanRecord> destination) {
     if (destination.empty()) return success;
     if (const Error error = file.SeekSet(0)) return error;
     return ReadAll(file, std::as_writable_bytes(destination));
+}
+
+// Exclusive-or of all words of the file, as it is on the disk.
+Error CRsdFile::XorFile(std::uint32_t& words) {
+    std::vector<std::byte> piece(std::size_t{1} << 18);
+    std::size_t got = piece.size();
+    words = 0;
+    if (const Error error = file.SeekSet(0)) return error;
+    while (got == piece.size()) {
+        if (const Error error = file.Read(piece, got)) return error;
+        words ^= XorWords(std::span(piece).first(got));
+    }
+    return success;
+}
+
+Error CRsdFile::Verify() {
+    if (const Error error = ReadTrailer()) return error;
+    std::int64_t length = 0;
+    if (const Error error = file.Length(length)) return error;
+    const std::int64_t tail = std::int64_t{trailer->TreeSize()} + static_cast<std::int64_t>(CRsdTrailer::size);
+    const bool isTailGood = trailer->TotalSize() == tail || (trailer->TotalSize() == 0 && trailer->TreeSize() == 0);
+    constexpr auto record = static_cast<std::int64_t>(scanRecordSize);
+    if (!isTailGood || length < tail || (length - tail) % record != 0) return malformed;
+    std::uint32_t words = 0;
+    if (const Error error = XorFile(words)) return error;
+    if (words != 0) return wrongChecksum;
+    CSampleInfo described;
+    trailer->Decode(described);
+    return (length - tail) / record == std::int64_t{described.scanCount} ? success : wrongScanCount;
 }
 
 Error CRsdFile::WriteScans(std::vector<ScanRecord> records) {

@@ -22,8 +22,9 @@ class CRsdFile {
     using Error = platform::Error;
     static constexpr Error notStored{-1};    // Open while a file is open; a key that does not fit in the tree
     static constexpr Error treeTooLarge{1};  // a file with a tree block above 1,000,000 bytes
-    static constexpr Error isReadOnly{13};   // EACCES: a write to a file opened for reading
-    static constexpr Error malformed{34};    // ERANGE: short read, bad version, sizes beyond the file
+    static constexpr Error wrongChecksum{-2}, wrongScanCount{-3};  // results of Verify
+    static constexpr Error isReadOnly{13};                         // EACCES: a write to a file opened for reading
+    static constexpr Error malformed{34};  // ERANGE: short read, bad version, sizes beyond the file
 
     CRsdFile() = default;
     // Commits and closes. Call Close to get the result.
@@ -50,6 +51,10 @@ class CRsdFile {
     Error GetScanCount(std::uint32_t& count);
     // Reads the first destination.size() records; `malformed` if there are fewer.
     Error ReadScans(std::span<ScanRecord> destination);
+    // Checks what no other operation looks at, and what the program stores always holds: that whole scans, tree and
+    // trailer fill the file (malformed), that the checksum is right (wrongChecksum), and that the trailer counts as
+    // many scans as there are (wrongScanCount). Reads the whole file; changes that are not committed do not count.
+    Error Verify();
     // Replaces the scan block.
     Error WriteScans(std::vector<ScanRecord> records);
 
@@ -64,6 +69,7 @@ class CRsdFile {
     void Reset();
     Error SeekFromEnd(std::int64_t size);
     Error ReadTree();
+    Error XorFile(std::uint32_t& words);
     Error LoadTree(std::uint32_t& checksumPart);
     Error Store();
     Error SeekToTree(std::uint32_t& scansXor);

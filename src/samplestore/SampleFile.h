@@ -30,6 +30,9 @@ enum class SampleKind : std::int32_t {
 
 // True for a path that ends in ".rsd" or ".esd" (case ignored).
 bool HasSampleExtension(const std::string& path);
+// An old file (below version 1.2) says nothing of plate and well, and may not say the sample's name, but its own name
+// does: "xyzA01.rsd". Fills these in; a newer file's description stays as it is.
+void NameByFile(CSampleInfo& info, const std::string& fileName, const std::string& plateName);
 
 class CSampleFile {
   public:

@@ -1,9 +1,10 @@
-#include <algorithm>
 #include <filesystem>
 #include <map>
+#include <string_view>
 #include <system_error>
 
 #include "lanetools/ExitCode.h"
+#include "lanetools/samples/ListEntries.h"
 #include "lanetools/samples/StoredSample.h"
 
 namespace lanetools {
@@ -12,21 +13,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The entries of a folder. Throws CRefused when it cannot be listed.
-std::vector<fs::path> List(const fs::path& folder) {
-    std::error_code error;
-    std::vector<fs::path> entries;
-    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error))
-        entries.push_back(at->path());
-    if (error) throw CRefused(folder.string() + ": " + error.message());
-    std::sort(entries.begin(), entries.end());
-    return entries;
-}
-
 COutputFolder OutputFolder(const fs::path& folder, const std::vector<fs::path>& entries) {
     std::map<std::string, std::string> files;  // by stem; ".esd" sorts before ".fsd"
+    std::error_code ignored;
     for (const fs::path& entry : entries)
-        if (entry.extension() == ".esd" || entry.extension() == ".fsd")
+        if ((entry.extension() == ".esd" || entry.extension() == ".fsd") && !fs::is_directory(entry, ignored))
             files.emplace(entry.stem().string(), entry.string());
     COutputFolder output{folder.string(), folder.filename().string(), {}};
     for (auto& [stem, path] : files)
@@ -34,27 +25,41 @@ COutputFolder OutputFolder(const fs::path& folder, const std::vector<fs::path>& 
     return output;
 }
 
+bool IsNamedAsOutput(const fs::path& folder) {
+    return std::string_view(folder.native()).ends_with(outputSuffix);
+}
+
 }  // namespace
 
-std::vector<COutputFolder> FindOutputs(const std::vector<std::string>& roots) {
+std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots) {
     std::map<fs::path, COutputFolder> found;
     const auto add = [&](const fs::path& folder, const std::vector<fs::path>& entries) {
         COutputFolder output = OutputFolder(folder, entries);
-        if (!output.files.empty()) found.emplace(folder, std::move(output));
+        if (!output.files.empty() || IsNamedAsOutput(folder)) found.emplace(folder, std::move(output));
     };
     for (const std::string& root : roots) {
         std::error_code error;
         const fs::path folder = fs::canonical(root, error);
         if (error) throw CRefused(root + ": " + error.message());
-        const auto entries = List(folder);
+        const auto entries = ListEntries(folder);
         add(folder, entries);
-        for (const fs::path& entry : entries)
-            if (fs::is_directory(entry, error)) add(entry, List(entry));
+        for (const fs::path& entry : entries) {
+            if (!fs::is_directory(entry, error)) continue;
+            const fs::path inner = fs::canonical(entry, error);
+            // What is no output is nobody's business here, also when it cannot be listed.
+            if (!error && (IsNamedAsOutput(inner) || IsListable(inner))) add(inner, ListEntries(inner));
+        }
     }
-    if (found.empty()) throw CRefused(roots.front() + ": there is no stored sample in it");
     std::vector<COutputFolder> outputs;
     for (auto& [path, output] : found)
         outputs.push_back(std::move(output));
+    return outputs;
+}
+
+std::vector<COutputFolder> FindOutputs(const std::vector<std::string>& roots) {
+    std::vector<COutputFolder> outputs = ListOutputs(roots);
+    std::erase_if(outputs, [](const COutputFolder& output) { return output.files.empty(); });
+    if (outputs.empty()) throw CRefused(roots.front() + ": there is no stored sample in it");
     return outputs;
 }
 

@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <system_error>
 
-#include "lanetools/ExitCode.h"
 #include "samplestore/RsdFile.h"
 
 namespace lanetools {
@@ -12,6 +10,8 @@ namespace lanetools {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* failedExtension = ".fsd";
 
 CStoredSample& Damage(CStoredSample& sample, std::string reason) {
     sample.state = SampleState::Damaged;
@@ -22,7 +22,8 @@ CStoredSample& Damage(CStoredSample& sample, std::string reason) {
 bool HasAllBases(const CAnalysisInfo& analysis) {
     const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
     return analysis.sequence.size() >= count && analysis.qualityScores.size() >= count &&
-           analysis.peakPositions.size() >= count;
+           analysis.peakPositions.size() >= count && analysis.descriptors.size() >= count &&
+           analysis.strengths.size() >= count;
 }
 
 }  // namespace
@@ -41,17 +42,29 @@ const char* StateName(SampleState state) {
     return "damaged";
 }
 
-CStoredSample ReadStoredSample(const std::string& path) {
+CStoredSample ReadStoredFile(const std::string& path) {
     CStoredSample sample;
     sample.path = path;
     sample.stem = fs::path(path).stem().string();
     CRsdFile file;
     if (const auto error = file.Open(path, true)) return Damage(sample, CRsdFile::Reason(error));
+    const auto fault = file.Verify();
+    // The description of a damaged file may still say which sample it is.
     if (const auto error = file.ReadInfo(sample.info)) return Damage(sample, CRsdFile::Reason(error));
-    if (!HasAllBases(sample.info.analysis)) return Damage(sample, "An array is shorter than the bases");
+    if (fault) return Damage(sample, CRsdFile::Reason(fault));
+    if (!sample.info.processed) return Damage(sample, "It holds a raw sample");
     sample.reason = sample.info.analysis.basecallError;
-    sample.state = sample.reason.empty() ? SampleState::Called : SampleState::Failed;
+    const bool isFailed = !sample.reason.empty() || fs::path(path).extension() == failedExtension;
+    if (!isFailed && !HasAllBases(sample.info.analysis)) return Damage(sample, "An array is shorter than the bases");
+    sample.state = isFailed ? SampleState::Failed : SampleState::Called;
     return sample;
+}
+
+CStoredSample ReadStoredSample(const std::string& path) {
+    CStoredSample sample = ReadStoredFile(path);
+    if (sample.state != SampleState::Damaged || fs::path(path).extension() == failedExtension) return sample;
+    CStoredSample failed = ReadStoredFile(fs::path(path).replace_extension(failedExtension).string());
+    return failed.state == SampleState::Failed ? failed : sample;
 }
 
 }  // namespace lanetools

@@ -23,14 +23,18 @@ struct CStoredSample {
     std::string stem;  // its name without folder and extension
     SampleState state = SampleState::Damaged;
     std::string reason;  // bytes as stored; empty for a called sample
-    // The description. Of a called sample sequence, qualityScores and peakPositions have at least basesCalled elements
-    // each. Empty or in part for a damaged one.
+    // The description. Of a called sample all arrays of the bases have at least basesCalled elements each. Empty or in
+    // part for a damaged one, and not to be trusted.
     CSampleInfo info;
 };
 
 // Reads the file at `path`. Whatever is wrong with it, also that it cannot be opened, gives a damaged sample.
-// A file is damaged when its container checksum is wrong, its scan count is not that of its scan block, or an array is
-// shorter than the bases.
+// A file is damaged when its scans, tree and trailer do not fill it, its container checksum is wrong, its scan count is
+// not that of its scan block, it holds a raw sample, or an array of a called sample is shorter than the bases.
+CStoredSample ReadStoredFile(const std::string& path);
+
+// The same, but when an .esd is damaged and there is a good .fsd of the same stem, gives that: the call was repeated
+// and failed. This is what to read the `files` of an output folder with.
 CStoredSample ReadStoredSample(const std::string& path);
 
 // One folder of stored samples, as the program makes it for each plate and library.
@@ -40,8 +44,14 @@ struct COutputFolder {
     std::vector<std::string> files;  // paths of its stored samples, one per stem (.esd before .fsd), sorted by stem
 };
 
-// The folders with stored samples among `roots` and the folders directly in them, each once, sorted by path. Throws
-// CRefused for a root that is no folder or cannot be listed, or when there is no stored sample at all.
+// What the program adds to the name of a plate for its output folder: "_", the library's code and this.
+inline constexpr const char* outputSuffix = "_QX1";
+
+// The folders with stored samples, or with a name that ends in outputSuffix, among `roots` and the folders directly in
+// them, each once, sorted by path. Throws CRefused for a root that is no folder or cannot be listed. May be empty.
+std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots);
+
+// Those of them that hold a stored sample. Throws CRefused also when there is none.
 std::vector<COutputFolder> FindOutputs(const std::vector<std::string>& roots);
 
 }  // namespace lanetools

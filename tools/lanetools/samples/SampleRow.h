@@ -1,0 +1,76 @@
+// The row of one sample in the summary: 18 columns, which titles of exported reads can take up too.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lanetools/samples/StoredSample.h"
+
+namespace lanetools {
+
+// Texts are UTF-8 and may hold control characters. A number that is not known, or of a sample that is not called, is
+// absent. Numbers with a fraction have one decimal.
+struct CSampleRow {
+    std::string plate, well, sample;
+    std::string file;  // the stem
+    SampleState state = SampleState::Missing;
+    std::string reason, caller;
+    std::optional<std::int64_t> bases;
+    std::optional<std::int64_t> goodStart;  // counts from 1; absent without a good region
+    std::optional<std::int64_t> goodLength;
+    std::optional<std::int64_t> q20, q30;
+    std::optional<std::int64_t> crl;
+    std::optional<double> traceScore;
+    std::optional<double> signal, noise;
+    std::optional<std::int64_t> rawPeak;
+    std::string runStart;  // "2024-05-01T10:20:30Z", empty for 0
+
+    std::string path;                               // of the stored sample, empty when missing; no column
+    std::int32_t plateColumns = 12, plateRows = 8;  // wells of the plate; no column
+};
+
+// Calls visit(name, value) for each column in order; values are std::string, std::optional<std::int64_t> or
+// std::optional<double>.
+template <class Visit>
+void VisitColumns(const CSampleRow& row, Visit visit) {
+    visit("plate", row.plate);
+    visit("well", row.well);
+    visit("sample", row.sample);
+    visit("file", row.file);
+    visit("state", std::string(StateName(row.state)));
+    visit("reason", row.reason);
+    visit("caller", row.caller);
+    visit("bases", row.bases);
+    visit("good_start", row.goodStart);
+    visit("good_length", row.goodLength);
+    visit("q20", row.q20);
+    visit("q30", row.q30);
+    visit("crl", row.crl);
+    visit("trace_score", row.traceScore);
+    visit("signal", row.signal);
+    visit("noise", row.noise);
+    visit("raw_peak", row.rawPeak);
+    visit("run_start", row.runStart);
+}
+
+// The names of the columns, in order.
+std::vector<std::string> ColumnNames();
+// A value as text: "" for an absent one, one decimal for a fraction.
+std::string ValueText(const std::string& value);
+std::string ValueText(const std::optional<std::int64_t>& value);
+std::string ValueText(const std::optional<double>& value);
+// The text of one column, which may hold control characters; nothing for a name that is no column.
+std::optional<std::string> ColumnText(const CSampleRow& row, std::string_view column);
+
+// The row of a stored sample. `plateFolder` names the plate where the sample does not. rawPeak is absent.
+CSampleRow MakeRow(const CStoredSample& sample, const std::string& plateFolder);
+// Fills the columns that say which sample it is, from its description: plate to file but the stem, and runStart.
+void Identify(CSampleRow& row, const CSampleInfo& info, const std::string& plateFolder);
+// The name of the plate's folder, as far as the name of the output folder tells: "p1" for "p1_LC1_QX1". A code with "_"
+// in it cannot be told from the plate's name. Any other name stays as it is.
+std::string PlateFolderOf(const std::string& outputFolderName);
+
+}  // namespace lanetools
