@@ -1,10 +1,158 @@
+// lanetools summary: one row per sample, checked on the way.
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+
 #include "lanetools/Subcommand.h"
+#include "lanetools/samples/Summarize.h"
+#include "lanetools/summary/Reports.h"
+#include "platform/AtomicFile.h"
+#include "samplestore/SampleFile.h"
 
 namespace lanetools {
 
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CSummaryOptions {
+    std::vector<std::string> outputs, raw;
+    std::string format = "tsv", target;
+    double minPass = 100;
+};
+
+constexpr const char* about =
+    "Sums up what the program stored: one row per sample, with its state and figures.\n"
+    "Each stored sample is verified on the way, and nothing is changed.\n"
+    "\n"
+    "An OUT is an output root, or a folder with stored samples. With --raw, samples\n"
+    "without a result show as missing; a PLATES is a folder with raw samples, or one\n"
+    "with such folders.";
+
+constexpr const char* notes =
+    "Exit codes: 0 all samples are called (or --min-pass percent of them), 1 could not be\n"
+    "done, 2 refused or nothing found, 3 samples are missing, failed or damaged, 130 Ctrl-C.\n"
+    "\n"
+    "Examples:\n"
+    "  lanetools summary analyzed\n"
+    "  lanetools summary analyzed --raw plates --min-pass 95 -o summary.tsv\n"
+    "  lanetools summary analyzed --raw plates --format multiqc -o report && multiqc report";
+
+bool IsSampleName(const fs::path& path) {
+    return HasSampleExtension(path.string()) || path.extension() == ".fsd";
+}
+
+// Where the report goes. It is opened before the samples are read, so that a target that cannot be written costs no
+// time.
+class CTarget {
+  public:
+    // `path` is empty for standard output. Throws CRefused.
+    CTarget(const std::string& format, const std::string& path) : target(path), isFolder(format == "multiqc") {
+        if (isFolder)
+            MakeFolder();
+        else if (!target.empty())
+            OpenFile();
+    }
+    // Throws std::runtime_error when it cannot be written.
+    void Write(std::string_view text) {
+        if (target.empty()) {
+            std::fwrite(text.data(), 1, text.size(), stdout);
+            if (std::fflush(stdout) != 0) throw std::runtime_error("standard output cannot be written");
+            return;
+        }
+        file.Write(text);
+        if (const auto error = file.Commit()) throw std::runtime_error(target + ": " + error.Text());
+    }
+    void Write(const std::vector<CReportFile>& files) {
+        for (const CReportFile& one : files) {
+            const std::string path = (fs::path(target) / one.name).string();
+            platform::AtomicFile report;
+            auto error = report.Open(path);
+            report.Write(one.text);
+            if (!error) error = report.Commit();
+            if (error) throw std::runtime_error(path + ": " + error.Text());
+        }
+        RemoveOthers(files);
+    }
+
+  private:
+    void OpenFile() {
+        if (IsSampleName(target)) throw CRefused(target + ": is named as a sample file and is not written to");
+        if (const auto error = file.Open(target)) throw CRefused(target + ": " + error.Text());
+    }
+    void MakeFolder() {
+        if (target.empty()) throw CRefused("--format multiqc writes several files: -o names a folder for them");
+        std::error_code error;
+        fs::create_directory(target, error);
+        if (error) throw CRefused(target + ": " + error.message());
+        if (!fs::is_directory(target, error)) throw CRefused(target + ": is no folder");
+    }
+    // Maps of an earlier summary with more plates would show beside these.
+    void RemoveOthers(const std::vector<CReportFile>& files) {
+        std::error_code error;
+        for (const fs::directory_entry& entry : fs::directory_iterator(target, error)) {
+            const std::string name = entry.path().filename().string();
+            const bool isOurs = name.starts_with(multiqcPrefix) && name.ends_with(multiqcSuffix);
+            const bool isNew =
+                std::any_of(files.begin(), files.end(), [&](const CReportFile& one) { return one.name == name; });
+            if (isOurs && !isNew) fs::remove(entry.path(), error);
+        }
+    }
+
+    std::string target;
+    bool isFolder;
+    platform::AtomicFile file;
+};
+
+ExitCode Judge(const std::vector<CSampleRow>& rows, double minPass) {
+    const CStateCounts counts = CountStates(rows);
+    if (counts.Passes(minPass)) return ExitCode::Done;
+    std::fprintf(stderr, "lanetools: %zu of %zu samples are called (%zu failed, %zu missing, %zu damaged)\n",
+                 counts.called, counts.All(), counts.failed, counts.missing, counts.damaged);
+    return ExitCode::Incomplete;
+}
+
+ExitCode RunSummary(const CSummaryOptions& options) {
+    const auto plates = FindRawPlates(options.raw);
+    // Without raw samples there is nothing to tell of an output without results.
+    const auto outputs = plates.empty() ? FindOutputs(options.outputs) : ListOutputs(options.outputs);
+    CTarget target(options.format, options.target);
+    const std::vector<CSampleRow> rows = Summarize(outputs, plates);
+    if (options.format == "multiqc")
+        target.Write(MultiqcReport(rows));
+    else
+        target.Write(options.format == "json" ? JsonReport(rows) : TsvReport(rows));
+    return Judge(rows, options.minPass);
+}
+
+std::string CheckPercent(const std::string& text) {
+    double percent = -1;
+    const bool isNumber = CLI::detail::lexical_cast(text, percent);
+    return isNumber && percent >= 0 && percent <= 100 ? "" : "must be a number from 0 to 100";
+}
+
+}  // namespace
+
 CSubcommand AddSummary(CLI::App& tools) {
-    CLI::App* app = tools.add_subcommand("summary", "");
-    return {app, [] { return ExitCode::Failed; }};
+    const auto options = std::make_shared<CSummaryOptions>();
+    CLI::App* app = tools.add_subcommand("summary", about);
+    app->footer(notes);
+    app->add_option("out", options->outputs, "Folders with results")->required()->type_name("OUT");
+    app->add_option("--raw", options->raw, "Raw samples that there must be results of")->type_name("PLATES...");
+    app->add_option("--format", options->format, "tsv, json or multiqc")
+        ->check(CLI::IsMember({"tsv", "json", "multiqc"}))
+        ->type_name("FORMAT")
+        ->capture_default_str();
+    app->add_option("-o,--output", options->target,
+                    "File for the report instead of standard output;\nfor multiqc a folder")
+        ->type_name("PATH");
+    app->add_option("--min-pass", options->minPass, "Called samples in percent that give exit code 0")
+        ->check(CLI::Validator(CheckPercent, ""))
+        ->type_name("PERCENT")
+        ->capture_default_str();
+    return {app, [options] { return RunSummary(*options); }};
 }
 
 }  // namespace lanetools

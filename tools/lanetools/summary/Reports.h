@@ -1,0 +1,28 @@
+// The rows of a summary as files. Same rows, same bytes.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "lanetools/samples/SampleRow.h"
+
+namespace lanetools {
+
+// A header line and a line per row, tabs between; control characters are blanks.
+std::string TsvReport(const std::vector<CSampleRow>& rows);
+
+// {schema, version, plates: [{plate, called, failed, missing, damaged}], samples: [{a key per column}]}; what is absent
+// is null.
+std::string JsonReport(const std::vector<CSampleRow>& rows);
+
+struct CReportFile {
+    std::string name, text;
+};
+
+// Files of custom content for MultiQC: a table of all rows, bars of the states of each plate, and a map of the wells of
+// each plate and caller. The names begin with multiqcPrefix and end in multiqcSuffix.
+std::vector<CReportFile> MultiqcReport(const std::vector<CSampleRow>& rows);
+inline constexpr const char* multiqcPrefix = "lanetools_";
+inline constexpr const char* multiqcSuffix = "_mqc.tsv";
+
+}  // namespace lanetools
