@@ -1,8 +1,13 @@
-// Custom content of MultiQC: tab-separated files whose first lines, after "#", configure the section as JSON.
+// Custom content of MultiQC: files whose first lines, in a comment, configure a section as JSON.
 //
-// What its reader makes of a cell: a number when it looks like one, else a text, whose quotes at both ends it removes.
-// All texts stand in quotes, so that a sample named 1e5 keeps its name and none begins with "#". Sections go into a
-// page as they are, so texts are escaped as HTML.
+// The table is a tab-separated file. What its reader makes of a cell: a number when it looks like one, else a text,
+// whose quotes at both ends it removes. All texts stand in quotes, so that a sample named 1e5 keeps its name and none
+// begins with "#".
+//
+// Bars and maps are drawn here as HTML. MultiQC would draw them with a library that is not free, and so is not in
+// Debian: there such plots stay empty.
+//
+// Texts go into the page as they are, so they are escaped.
 #include <algorithm>
 #include <charconv>
 #include <map>
@@ -47,40 +52,69 @@ std::string Cell(const std::optional<Number>& value) {
     return ValueText(value);
 }
 
-// All sections go under one heading.
-std::string Header(const std::string& id, Json configuration) {
-    configuration["id"] = multiqcPrefix + id;
+// The configuration of a section; all go under one heading.
+std::string Configuration(const std::string& id, Json configuration) {
+    configuration["id"] = "lanetools_" + id;
     configuration["parent_id"] = "lanetools";
     configuration["parent_name"] = "Lanewright";
     configuration["parent_description"] = "Base calls as lanetools summary finds them.";
-    configuration["file_format"] = "tsv";
-    return "# " + configuration.dump() + "\n";
+    return configuration.dump();
 }
 
-std::string FileName(const std::string& id) {
-    return multiqcPrefix + id + multiqcSuffix;
+CReportFile HtmlSection(const std::string& id, const char* name, const char* description) {
+    const Json configuration{{"section_name", name}, {"description", description}};
+    return {"lanetools_" + id + "_mqc.html", "<!--\n" + Configuration(id, configuration) + "\n-->\n"};
+}
+
+const char* Color(SampleState state) {
+    switch (state) {
+        case SampleState::Called:
+            return "#4c8dc9";
+        case SampleState::Failed:
+            return "#f0a35e";
+        case SampleState::Missing:
+            return "#bdbdbd";
+        case SampleState::Damaged:
+            break;
+    }
+    return "#d9534f";
 }
 
 // --- Bars of states
 
+constexpr SampleState states[] = {SampleState::Called, SampleState::Failed, SampleState::Missing, SampleState::Damaged};
+
+std::string Legend() {
+    std::string html = "<p>";
+    for (const SampleState state : states)
+        html +=
+            std::string("<span style=\"background:") + Color(state) + "\">&emsp;</span> " + StateName(state) + "&emsp;";
+    return html + "</p>\n";
+}
+
+// As wide as its share.
+std::string Part(std::size_t count, SampleState state) {
+    if (count == 0) return "";
+    const std::string number = std::to_string(count);
+    return "<div title=\"" + number + " " + StateName(state) + "\" style=\"flex:" + number +
+           ";overflow:hidden;background:" + Color(state) + "\">&nbsp;" + number + "</div>";
+}
+
+std::string Bar(const std::string& plate, const CStateCounts& counts) {
+    const std::size_t numbers[] = {counts.called, counts.failed, counts.missing, counts.damaged};
+    std::string html = "<tr><td style=\"padding:2px 8px;white-space:nowrap\">" + Html(plate) +
+                       "</td><td style=\"width:100%\"><div style=\"display:flex\">";
+    for (std::size_t i = 0; i < std::size(states); ++i)
+        html += Part(numbers[i], states[i]);
+    return html + "</div></td></tr>\n";
+}
+
 CReportFile States(const std::vector<CSampleRow>& rows) {
-    const Json categories{{"called", {{"name", "Called"}, {"color", "#3a923a"}}},
-                          {"failed", {{"name", "Failed"}, {"color", "#e1812c"}}},
-                          {"missing", {{"name", "Missing"}, {"color", "#9a9a9a"}}},
-                          {"damaged", {{"name", "Damaged"}, {"color", "#c03d3e"}}}};
-    CReportFile file{FileName("states"),
-                     Header("states", {{"section_name", "States"},
-                                       {"description", "Samples of each plate by state."},
-                                       {"plot_type", "bargraph"},
-                                       {"categories", categories},
-                                       {"pconfig", {{"title", "Samples by state"}, {"ylab", "Samples"}}}})};
-    file.text += "plate\tcalled\tfailed\tmissing\tdamaged\n";
-    for (const auto& [plate, counts] : PlateStates(rows)) {
-        file.text += Cell(plate.empty() ? std::string("(no name)") : plate);
-        for (const std::size_t count : {counts.called, counts.failed, counts.missing, counts.damaged})
-            file.text += '\t' + std::to_string(count);
-        file.text += '\n';
-    }
+    CReportFile file = HtmlSection("states", "States", "Samples of each plate by state.");
+    file.text += Legend() + "<table style=\"width:100%\">\n";
+    for (const auto& [plate, counts] : PlateStates(rows))
+        file.text += Bar(plate, counts);
+    file.text += "</table>\n";
     return file;
 }
 
@@ -91,7 +125,7 @@ struct CColumnStyle {
     const char* title;
     const char* description;
     const char* format;  // of numbers; none for texts
-    bool isHidden;
+    bool isHidden;       // until the reader asks for it
 };
 
 constexpr CColumnStyle styles[] = {
@@ -115,10 +149,24 @@ constexpr CColumnStyle styles[] = {
     {"run_start", "Run start", "Start of the run, UTC", nullptr, true},
 };
 
-Json TableHeaders() {
+// Columns with a value in some row.
+std::set<std::string> FilledColumns(const std::vector<CSampleRow>& rows) {
+    std::set<std::string> filled;
+    for (const CSampleRow& row : rows)
+        VisitColumns(row, [&](const char* name, const auto& value) {
+            if (!ValueText(value).empty()) filled.insert(name);
+        });
+    return filled;
+}
+
+Json TableHeaders(const std::vector<CSampleRow>& rows) {
+    const std::set<std::string> filled = FilledColumns(rows);
     Json headers;
     for (const CColumnStyle& style : styles) {
-        Json header{{"title", style.title}, {"description", style.description}, {"hidden", style.isHidden}};
+        Json header{{"title", style.title},
+                    {"description", style.description},
+                    {"placement", headers.size()},
+                    {"hidden", style.isHidden || !filled.contains(style.name)}};
         if (style.format)
             header.update({{"format", style.format}, {"min", 0}, {"scale", "Blues"}});
         else
@@ -147,16 +195,15 @@ std::vector<std::string> RowNames(const std::vector<CSampleRow>& rows) {
 }
 
 CReportFile Table(const std::vector<CSampleRow>& rows) {
-    CReportFile file{
-        FileName("samples"),
-        Header(
-            "samples",
-            {{"section_name", "Samples"},
-             {"description", "One row per sample and base caller."},
-             {"plot_type", "table"},
-             {"pconfig",
-              {{"namespace", "lanetools"}, {"table_title", "Samples"}, {"col1_header", "Row"}, {"no_beeswarm", true}}},
-             {"headers", TableHeaders()}})};
+    const Json table{{"id", "lanetools_samples_table"},
+                     {"namespace", "lanetools"},
+                     {"table_title", "Samples"},
+                     {"col1_header", "Row"},
+                     {"no_beeswarm", true}};
+    const Json section{{"section_name", "Samples"}, {"description", "One row per sample and base caller."},
+                       {"plot_type", "table"},      {"file_format", "tsv"},
+                       {"pconfig", table},          {"headers", TableHeaders(rows)}};
+    CReportFile file{"lanetools_samples_mqc.tsv", "# " + Configuration("samples", section) + "\n"};
     file.text += "row";
     for (const std::string& column : ColumnNames())
         file.text += '\t' + column;
@@ -174,6 +221,7 @@ CReportFile Table(const std::vector<CSampleRow>& rows) {
 
 struct CWell {
     std::size_t row, column;  // from 0
+    auto operator<=>(const CWell&) const = default;
 };
 
 // "B07" or "B7"; nothing for what lies on no plate of 24 x 16 wells, the largest.
@@ -187,66 +235,101 @@ std::optional<CWell> ParseWell(const std::string& text) {
     return CWell{row, number - 1};
 }
 
-struct CWellMap {
-    std::size_t rows = 8, columns = 12;
-    std::map<std::pair<std::size_t, std::size_t>, std::int64_t> values;  // by row and column
-
-    void Add(const CWell& well, std::int64_t value) {
-        if (well.row >= 8 || well.column >= 12) rows = 16, columns = 24;
-        auto& held = values[{well.row, well.column}];
-        held = std::max(held, value);
-    }
-};
-
-CReportFile WellMap(std::size_t number, const std::string& plate, const std::string& caller, const CWellMap& map) {
-    const std::string id = "wells_" + std::to_string(number);
-    const std::string name = Html(plate) + (caller.empty() ? "" : ", " + Html(caller));
-    CReportFile file{
-        FileName(id),
-        Header(id, {{"section_name", "Wells of " + name},
-                    {"description", "Q20 bases of each well; 0 also where nothing is called, or no sample."},
-                    {"plot_type", "heatmap"},
-                    {"pconfig",
-                     {{"title", "Q20 bases: " + name},
-                      {"xTitle", "Column"},
-                      {"yTitle", "Row"},
-                      {"min", 0},
-                      {"square", false},
-                      {"reverseColors", false},
-                      {"decimalPlaces", 0}}}})};
-    file.text += "well";
-    for (std::size_t column = 1; column <= map.columns; ++column)
-        file.text += "\t\"" + std::to_string(column) + '"';
-    file.text += '\n';
-    for (std::size_t row = 0; row < map.rows; ++row) {
-        file.text += std::string("\"") + static_cast<char>('A' + row) + '"';
-        for (std::size_t column = 0; column < map.columns; ++column) {
-            const auto found = map.values.find({row, column});
-            file.text += '\t' + std::to_string(found == map.values.end() ? 0 : found->second);
-        }
-        file.text += '\n';
-    }
-    return file;
+// From nearly white, for 0, to a blue that black text can still be read on, for `most`.
+std::string Blue(std::int64_t value, std::int64_t most) {
+    const std::int64_t percent = most > 0 ? 100 * value / most : 0;
+    const auto mix = [&](std::int64_t light, std::int64_t dark) {
+        return std::to_string(light + (dark - light) * percent / 100);
+    };
+    return "rgb(" + mix(236, 90) + "," + mix(243, 155) + "," + mix(250, 213) + ")";
 }
 
-void AddWellMaps(const std::vector<CSampleRow>& rows, std::vector<CReportFile>& files) {
-    std::map<std::pair<std::string, std::string>, CWellMap> maps;  // by plate and caller
-    for (const CSampleRow& row : rows) {
-        const auto well = ParseWell(row.well);
-        // A missing sample has no caller, and so no map of its own.
-        if (well && row.state == SampleState::Called) maps[{row.plate, row.caller}].Add(*well, row.q20.value_or(0));
+std::string WellCell(const std::string& background, const std::string& title, const std::string& text) {
+    return "<td style=\"width:48px;height:24px;border:1px solid #fff;background:" + background + "\" title=\"" +
+           Html(title) + "\">" + text + "</td>";
+}
+
+// The samples of a plate, called by one library.
+class CWellMap {
+  public:
+    // Of two samples in one well the better stays.
+    void Add(const CWell& well, const CSampleRow& row) {
+        if (well.row >= 8 || well.column >= 12) rows = 16, columns = 24;
+        const CSampleRow*& held = wells[well];
+        if (!held || row.q20.value_or(-1) > held->q20.value_or(-1)) held = &row;
     }
-    std::size_t number = 0;
-    for (const auto& [key, map] : maps)
-        files.push_back(WellMap(++number, key.first, key.second, map));
+    void AddIfFree(const CWell& well, const CSampleRow& row) {
+        if (!wells.contains(well)) Add(well, row);
+    }
+    // `most` is the value of the darkest blue.
+    std::string Html(std::int64_t most) const {
+        std::string html = "<table style=\"font-size:11px;text-align:center\">\n<tr><th></th>";
+        for (std::size_t column = 1; column <= columns; ++column)
+            html += "<th style=\"text-align:center\">" + std::to_string(column) + "</th>";
+        html += "</tr>\n";
+        for (std::size_t row = 0; row < rows; ++row) {
+            html += std::string("<tr><th>") + static_cast<char>('A' + row) + "&nbsp;</th>";
+            for (std::size_t column = 0; column < columns; ++column)
+                html += Cell({row, column}, most);
+            html += "</tr>\n";
+        }
+        return html + "</table>\n";
+    }
+
+  private:
+    std::string Cell(const CWell& well, std::int64_t most) const {
+        const auto found = wells.find(well);
+        if (found == wells.end()) return WellCell("#f4f4f4", "no sample", "");
+        const CSampleRow& row = *found->second;
+        const std::string state = StateName(row.state);
+        const std::string title = row.well + " " + row.sample + " (" + row.file + "): " + state +
+                                  (row.reason.empty() ? "" : ", " + row.reason);
+        if (row.state != SampleState::Called) return WellCell(Color(row.state), title, state);
+        return WellCell(Blue(row.q20.value_or(0), most), title, ValueText(row.q20));
+    }
+
+    std::size_t rows = 8, columns = 12;
+    std::map<CWell, const CSampleRow*> wells;
+};
+
+using CWellMaps = std::map<std::pair<std::string, std::string>, CWellMap>;  // by plate and caller
+
+// Shows a sample without a caller, as missing ones are, on each map of its plate where the well is free.
+void AddToAll(CWellMaps& maps, const CWell& well, const CSampleRow& row) {
+    auto map = maps.lower_bound({row.plate, ""});
+    if (map == maps.end() || map->first.first != row.plate) map = maps.try_emplace({row.plate, std::string()}).first;
+    for (; map != maps.end() && map->first.first == row.plate; ++map)
+        map->second.AddIfFree(well, row);
+}
+
+CWellMaps WellMaps(const std::vector<CSampleRow>& rows) {
+    CWellMaps maps;
+    for (const CSampleRow& row : rows)
+        if (const auto well = ParseWell(row.well); well && !row.caller.empty())
+            maps[{row.plate, row.caller}].Add(*well, row);
+    for (const CSampleRow& row : rows)
+        if (const auto well = ParseWell(row.well); well && row.caller.empty()) AddToAll(maps, *well, row);
+    return maps;
+}
+
+CReportFile Wells(const std::vector<CSampleRow>& rows) {
+    CReportFile file = HtmlSection("wells", "Wells", "Bases of Phred 20 or more, by well.");
+    std::int64_t most = 0;
+    for (const CSampleRow& row : rows)
+        most = std::max(most, row.q20.value_or(0));
+    const CWellMaps maps = WellMaps(rows);
+    if (maps.empty()) file.text += "<p>No sample says its well.</p>\n";
+    for (const auto& [key, map] : maps) {
+        const std::string name = key.second.empty() ? key.first : key.first + ", " + key.second;
+        file.text += "<h4>" + Html(name) + "</h4>\n" + map.Html(most);
+    }
+    return file;
 }
 
 }  // namespace
 
 std::vector<CReportFile> MultiqcReport(const std::vector<CSampleRow>& rows) {
-    std::vector<CReportFile> files{States(rows), Table(rows)};
-    AddWellMaps(rows, files);
-    return files;
+    return {States(rows), Table(rows), Wells(rows)};
 }
 
 }  // namespace lanetools

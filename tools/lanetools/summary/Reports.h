@@ -19,10 +19,8 @@ struct CReportFile {
     std::string name, text;
 };
 
-// Files of custom content for MultiQC: a table of all rows, bars of the states of each plate, and a map of the wells of
-// each plate and caller. The names begin with multiqcPrefix and end in multiqcSuffix.
+// Files of custom content for MultiQC, always the same three: a table of all rows, bars of the states of each plate,
+// and a map of the wells of each plate and caller.
 std::vector<CReportFile> MultiqcReport(const std::vector<CSampleRow>& rows);
-inline constexpr const char* multiqcPrefix = "lanetools_";
-inline constexpr const char* multiqcSuffix = "_mqc.tsv";
 
 }  // namespace lanetools

@@ -74,7 +74,6 @@ class CTarget {
             if (!error) error = report.Commit();
             if (error) throw std::runtime_error(path + ": " + error.Text());
         }
-        RemoveOthers(files);
     }
 
   private:
@@ -88,17 +87,6 @@ class CTarget {
         fs::create_directory(target, error);
         if (error) throw CRefused(target + ": " + error.message());
         if (!fs::is_directory(target, error)) throw CRefused(target + ": is no folder");
-    }
-    // Maps of an earlier summary with more plates would show beside these.
-    void RemoveOthers(const std::vector<CReportFile>& files) {
-        std::error_code error;
-        for (const fs::directory_entry& entry : fs::directory_iterator(target, error)) {
-            const std::string name = entry.path().filename().string();
-            const bool isOurs = name.starts_with(multiqcPrefix) && name.ends_with(multiqcSuffix);
-            const bool isNew =
-                std::any_of(files.begin(), files.end(), [&](const CReportFile& one) { return one.name == name; });
-            if (isOurs && !isNew) fs::remove(entry.path(), error);
-        }
     }
 
     std::string target;
