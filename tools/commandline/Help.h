@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <string>
 
 namespace commandline {
@@ -32,6 +33,13 @@ class CHelpFormatter : public CLI::Formatter {
     std::string make_option_desc(const CLI::Option* option) const override {
         const bool hasDefault = option->get_items_expected_max() != 0 && !option->get_default_str().empty();
         return option->get_description() + (hasDefault ? " [" + option->get_default_str() + "]" : "");
+    }
+    // In the list of subcommands each has the first line of its description.
+    std::string make_subcommand(const CLI::App* app) const override {
+        const std::string about = app->get_description();
+        std::stringstream line;
+        CLI::detail::format_help(line, app->get_name(), about.substr(0, about.find('\n')), get_column_width());
+        return line.str();
     }
     std::string make_footer(const CLI::App* app) const override { return app->get_footer() + "\n"; }
 };

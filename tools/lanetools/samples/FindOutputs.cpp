@@ -13,13 +13,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-COutputFolder OutputFolder(const fs::path& folder, const std::vector<fs::path>& entries) {
+COutputFolder OutputFolder(const fs::path& given, const fs::path& folder) {
     std::map<std::string, std::string> files;  // by stem; ".esd" sorts before ".fsd"
     std::error_code ignored;
-    for (const fs::path& entry : entries)
+    for (const fs::path& entry : ListEntries(folder))
         if ((entry.extension() == ".esd" || entry.extension() == ".fsd") && !fs::is_directory(entry, ignored))
             files.emplace(entry.stem().string(), entry.string());
-    COutputFolder output{folder.string(), folder.filename().string(), {}};
+    COutputFolder output{folder.string(), LastName(given), {}};
     for (auto& [stem, path] : files)
         output.files.push_back(std::move(path));
     return output;
@@ -33,22 +33,18 @@ bool IsNamedAsOutput(const fs::path& folder) {
 
 std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots) {
     std::map<fs::path, COutputFolder> found;
-    const auto add = [&](const fs::path& folder, const std::vector<fs::path>& entries) {
-        COutputFolder output = OutputFolder(folder, entries);
-        if (!output.files.empty() || IsNamedAsOutput(folder)) found.emplace(folder, std::move(output));
+    const auto add = [&](const fs::path& given, const fs::path& folder) {
+        COutputFolder output = OutputFolder(given, folder);
+        if (!output.files.empty() || IsNamedAsOutput(output.name)) found.emplace(folder, std::move(output));
     };
     for (const std::string& root : roots) {
-        std::error_code error;
-        const fs::path folder = fs::canonical(root, error);
-        if (error) throw CRefused(root + ": " + error.message());
-        const auto entries = ListEntries(folder);
-        add(folder, entries);
-        for (const fs::path& entry : entries) {
-            if (!fs::is_directory(entry, error)) continue;
-            const fs::path inner = fs::canonical(entry, error);
-            // What is no output is nobody's business here, also when it cannot be listed.
-            if (!error && (IsNamedAsOutput(inner) || IsListable(inner))) add(inner, ListEntries(inner));
-        }
+        const fs::path folder = Resolve(root);
+        add(root, folder);
+        std::error_code ignored;
+        // What is no output is nobody's business here, also when it cannot be listed.
+        for (const fs::path& entry : ListEntries(folder))
+            if (fs::is_directory(entry, ignored) && (IsNamedAsOutput(entry) || IsListable(entry)))
+                add(entry, Resolve(entry));
     }
     std::vector<COutputFolder> outputs;
     for (auto& [path, output] : found)

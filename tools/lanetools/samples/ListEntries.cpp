@@ -25,4 +25,17 @@ bool IsListable(const fs::path& folder) {
     return !error;
 }
 
+fs::path Resolve(const fs::path& path) {
+    std::error_code error;
+    fs::path resolved = fs::canonical(path, error);
+    if (error) throw CRefused(path.string() + ": " + error.message());
+    return resolved;
+}
+
+std::string LastName(const fs::path& given) {
+    std::error_code error;
+    const fs::path full = fs::absolute(given, error).lexically_normal();
+    return full.has_filename() ? full.filename().string() : full.parent_path().filename().string();
+}
+
 }  // namespace lanetools

@@ -17,10 +17,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-CRawPlate RawPlate(const fs::path& folder, const std::vector<fs::path>& entries) {
-    CRawPlate plate{folder.string(), folder.filename().string(), {}};
+CRawPlate RawPlate(const fs::path& given, const fs::path& folder) {
+    CRawPlate plate{folder.string(), folder.filename().string(), LastName(given), {}};
     std::error_code ignored;
-    for (const fs::path& entry : entries)
+    for (const fs::path& entry : ListEntries(folder))
         if (HasSampleExtension(entry.filename().string()) && !fs::is_directory(entry, ignored))
             plate.files.push_back(entry.string());
     return plate;
@@ -30,22 +30,20 @@ CRawPlate RawPlate(const fs::path& folder, const std::vector<fs::path>& entries)
 
 std::vector<CRawPlate> FindRawPlates(const std::vector<std::string>& folders) {
     std::map<std::string, CRawPlate> found;
-    const auto add = [&](CRawPlate plate) {
+    const auto add = [&](const fs::path& given, const fs::path& folder) {
+        CRawPlate plate = RawPlate(given, folder);
         const bool hasSamples = !plate.files.empty();
         if (hasSamples) found.emplace(plate.path, std::move(plate));
         return hasSamples;
     };
-    for (const std::string& folder : folders) {
-        std::error_code error;
-        const fs::path path = fs::canonical(folder, error);
-        if (error) throw CRefused(folder + ": " + error.message());
-        const auto entries = ListEntries(path);
-        bool hasSamples = add(RawPlate(path, entries));
+    for (const std::string& given : folders) {
+        const fs::path folder = Resolve(given);
+        bool hasSamples = add(given, folder);
         if (hasSamples) continue;
-        for (const fs::path& entry : entries)
-            if (fs::is_directory(entry, error) && IsListable(entry))
-                hasSamples |= add(RawPlate(fs::canonical(entry), ListEntries(fs::canonical(entry))));
-        if (!hasSamples) throw CRefused(folder + ": there is no raw sample in it");
+        std::error_code ignored;
+        for (const fs::path& entry : ListEntries(folder))
+            if (fs::is_directory(entry, ignored) && IsListable(entry)) hasSamples |= add(entry, Resolve(entry));
+        if (!hasSamples) throw CRefused(given + ": there is no raw sample in it");
     }
     std::vector<CRawPlate> plates;
     for (auto& [path, plate] : found)

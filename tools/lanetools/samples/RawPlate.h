@@ -12,8 +12,9 @@ namespace lanetools {
 
 // A folder of raw samples.
 struct CRawPlate {
-    std::string path;                // without separators at its end
+    std::string path;                // with all links resolved
     std::string name;                // its last component, which the program names output folders after
+    std::string givenName;           // that of the path as it was given, which may be a link
     std::vector<std::string> files;  // paths of its .esd and .rsd files, in any letter case, sorted
 };
 

@@ -39,8 +39,8 @@ CStoredSample ReadStoredSample(const std::string& path);
 
 // One folder of stored samples, as the program makes it for each plate and library.
 struct COutputFolder {
-    std::string path;                // without separators at its end
-    std::string name;                // its last component, such as "plate1_LC1_QX1"
+    std::string path;                // with all links resolved
+    std::string name;                // its last component as it was given, such as "plate1_LC1_QX1"
     std::vector<std::string> files;  // paths of its stored samples, one per stem (.esd before .fsd), sorted by stem
 };
 

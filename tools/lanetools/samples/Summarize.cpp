@@ -38,6 +38,24 @@ std::vector<CReadPlate> ReadPlates(const std::vector<CRawPlate>& plates, CProgre
     return read;
 }
 
+// A stored sample that has been read: its row, and of its description what says which sample it is.
+struct CResult {
+    CStoredSample stored;
+    CSampleRow row;  // without the name of the plate's folder
+};
+
+std::vector<CResult> ReadFolder(const COutputFolder& folder, CProgress& progress) {
+    std::vector<CResult> results;
+    for (const std::string& path : folder.files) {
+        CheckInterrupt();
+        CResult& result = results.emplace_back(CResult{ReadStoredSample(path), {}});
+        result.row = MakeRow(result.stored, "");
+        result.stored.info.analysis = {};  // large, and no longer needed
+        progress.Step();
+    }
+    return results;
+}
+
 // True when the program may have named the output folder after the plate.
 bool IsNamedAfter(std::string_view folder, std::string_view plate) {
     if (!folder.ends_with(outputSuffix)) return false;
@@ -61,26 +79,27 @@ struct CFit {
     auto operator<=>(const CFit&) const = default;
 };
 
-CFit Fit(const CReadPlate& plate, const std::vector<CStoredSample>& stored) {
+CFit Fit(const CReadPlate& plate, const std::vector<CResult>& results) {
     CFit fit{0, 0, plate.plate->name.size()};
-    for (const CStoredSample& sample : stored) {
-        const auto [first, last] = plate.byStem.equal_range(sample.stem);
-        if (std::none_of(first, last, [&](const auto& raw) { return Matches(sample, *raw.second); })) continue;
+    for (const CResult& result : results) {
+        const auto [first, last] = plate.byStem.equal_range(result.stored.stem);
+        if (std::none_of(first, last, [&](const auto& raw) { return Matches(result.stored, *raw.second); })) continue;
         ++fit.matches;
-        if (sample.state != SampleState::Damaged) ++fit.certain;
+        if (result.stored.state != SampleState::Damaged) ++fit.certain;
     }
     return fit;
 }
 
-CReadPlate* PlateOf(const COutputFolder& folder, const std::vector<CStoredSample>& stored,
-                    std::vector<CReadPlate>& plates) {
+CReadPlate* PlateOf(const COutputFolder& folder, const std::vector<CResult>& results, std::vector<CReadPlate>& plates) {
     CReadPlate* best = nullptr;
     CFit bestFit;
-    const bool isAnyReadable = std::any_of(
-        stored.begin(), stored.end(), [](const CStoredSample& sample) { return sample.state != SampleState::Damaged; });
+    const bool isAnyReadable = std::any_of(results.begin(), results.end(), [](const CResult& result) {
+        return result.stored.state != SampleState::Damaged;
+    });
     for (CReadPlate& plate : plates) {
-        if (!IsNamedAfter(folder.name, plate.plate->name)) continue;
-        const CFit fit = Fit(plate, stored);
+        if (!IsNamedAfter(folder.name, plate.plate->name) && !IsNamedAfter(folder.name, plate.plate->givenName))
+            continue;
+        const CFit fit = Fit(plate, results);
         if ((isAnyReadable && fit.certain == 0) || (best && fit <= bestFit)) continue;
         best = &plate;
         bestFit = fit;
@@ -96,43 +115,41 @@ CSampleRow MissingRow(const CRawSample& raw, const std::string& plateFolder) {
     return row;
 }
 
+CSampleRow ResultRow(const CResult& result, const std::string& plateFolder) {
+    CSampleRow row = result.row;
+    if (row.plate.empty()) row.plate = ToUtf8(plateFolder);
+    return row;
+}
+
 // The row of a raw sample with its result.
-CSampleRow ResultRow(const CStoredSample& stored, const CRawSample& raw, const std::string& plateFolder) {
-    CSampleRow row = MakeRow(stored, plateFolder);
+CSampleRow ResultRow(const CResult& result, const CRawSample& raw, const std::string& plateFolder) {
+    CSampleRow row = ResultRow(result, plateFolder);
     if (row.state == SampleState::Damaged && raw.reason.empty()) Identify(row, raw.info, plateFolder);
     if (row.state == SampleState::Called) row.rawPeak = RawPeak(raw.path);
     return row;
 }
 
 // The rows of an output folder and its plate.
-void AddRows(const CReadPlate& plate, const std::vector<CStoredSample>& stored, std::vector<CSampleRow>& rows) {
-    std::map<std::string_view, const CStoredSample*> byStem;
-    for (const CStoredSample& sample : stored)
-        byStem.emplace(sample.stem, &sample);
+void AddRows(const CReadPlate& plate, const std::vector<CResult>& results, std::vector<CSampleRow>& rows) {
+    const std::string& folder = plate.plate->name;
+    std::map<std::string_view, const CResult*> byStem;
+    for (const CResult& result : results)
+        byStem.emplace(result.stored.stem, &result);
     std::set<std::string_view> used;
     for (const CRawSample& raw : plate.samples) {
+        CheckInterrupt();
         const auto found = byStem.find(raw.stem);
-        if (found != byStem.end() && Matches(*found->second, raw)) {
+        if (found != byStem.end() && Matches(found->second->stored, raw)) {
             used.insert(found->first);
-            rows.push_back(ResultRow(*found->second, raw, plate.plate->name));
+            rows.push_back(ResultRow(*found->second, raw, folder));
             continue;
         }
-        rows.push_back(MissingRow(raw, plate.plate->name));
+        rows.push_back(MissingRow(raw, folder));
         if (found != byStem.end() && rows.back().reason.empty())
             rows.back().reason = "The result of this name is of another sample";
     }
-    for (const CStoredSample& sample : stored)
-        if (!used.contains(sample.stem)) rows.push_back(MakeRow(sample, plate.plate->name));
-}
-
-std::vector<CStoredSample> ReadFolder(const COutputFolder& folder, CProgress& progress) {
-    std::vector<CStoredSample> stored;
-    for (const std::string& path : folder.files) {
-        CheckInterrupt();
-        stored.push_back(ReadStoredSample(path));
-        progress.Step();
-    }
-    return stored;
+    for (const CResult& result : results)
+        if (!used.contains(result.stored.stem)) rows.push_back(ResultRow(result, folder));
 }
 
 void Sort(std::vector<CSampleRow>& rows) {
@@ -159,13 +176,13 @@ std::vector<CSampleRow> Summarize(const std::vector<COutputFolder>& outputs, con
         const bool isRawPlate = std::any_of(plates.begin(), plates.end(),
                                             [&](const CRawPlate& plate) { return plate.path == folder.path; });
         if (isRawPlate) continue;  // plates and their outputs may lie side by side
-        const std::vector<CStoredSample> stored = ReadFolder(folder, progress);
-        if (CReadPlate* plate = PlateOf(folder, stored, read)) {
+        const std::vector<CResult> results = ReadFolder(folder, progress);
+        if (CReadPlate* plate = PlateOf(folder, results, read)) {
             plate->hasOutput = true;
-            AddRows(*plate, stored, rows);
+            AddRows(*plate, results, rows);
         } else {
-            for (const CStoredSample& sample : stored)
-                rows.push_back(MakeRow(sample, PlateFolderOf(folder.name)));
+            for (const CResult& result : results)
+                rows.push_back(ResultRow(result, PlateFolderOf(folder.name)));
         }
     }
     for (const CReadPlate& plate : read) {

@@ -245,7 +245,7 @@ std::string Blue(std::int64_t value, std::int64_t most) {
 }
 
 std::string WellCell(const std::string& background, const std::string& title, const std::string& text) {
-    return "<td style=\"width:48px;height:24px;border:1px solid #fff;background:" + background + "\" title=\"" +
+    return "<td style=\"width:56px;height:24px;border:1px solid #fff;background:" + background + "\" title=\"" +
            Html(title) + "\">" + text + "</td>";
 }
 
