@@ -110,13 +110,13 @@ TEST_F(Summary, EachRawSampleHasARowForEachOutputOfItsPlate) {
     temp.Write("raw/p/d.rsd", "no sample");
     temp.MakeFolder("out/p_Y_QX1");  // a library that stored nothing
     EXPECT_EQ(States("out --raw raw/p"),
-              "p  d missing The raw file cannot be read: It is no well-formed sample file\n"
-              "p  d missing The raw file cannot be read: It is no well-formed sample file\n"
+              "p  d missing The raw file cannot be read: Not a well-formed sample file\n"
+              "p  d missing The raw file cannot be read: Not a well-formed sample file\n"
               "plate A01 a missing \n"
               "plate A01 a called \n"
               "plate A02 b missing \n"
               "plate A02 b failed No signal\n"
-              "plate A03 c missing The result of this name is of another sample\n"
+              "plate A03 c missing The result with this name is of another sample\n"
               "plate A03 c missing \n"
               "plate A03 c called \n");
     EXPECT_EQ(States("out/p_X_QX1"), "plate A01 a called \nplate A02 b failed No signal\nplate A03 c called \n");
@@ -145,7 +145,7 @@ TEST_F(Summary, AGoodResultCountsMoreThanABadOne) {
     temp.Write("out/p_X_QX1/a.esd", "gone");
     EXPECT_EQ(States("out --raw p"), "plate A01 a failed old\n");
     temp.Write("out/p_X_QX1/a.fsd", "gone");
-    EXPECT_EQ(States("out --raw p"), "plate A01 a damaged It is no well-formed sample file\n");
+    EXPECT_EQ(States("out --raw p"), "plate A01 a damaged Not a well-formed sample file\n");
 }
 
 TEST_F(Summary, EveryDamageIsFound) {
@@ -172,11 +172,11 @@ TEST_F(Summary, EveryDamageIsFound) {
         Write("hurt.esd", stored);
         return lanetools::ReadStoredFile(Path("hurt.esd")).reason;
     };
-    EXPECT_EQ(reasonOf(Raw("A01", "a")), "It holds a raw sample");
+    EXPECT_EQ(reasonOf(Raw("A01", "a")), "A raw sample, not a result");
     info.analysis.qualityScores.pop_back();
     EXPECT_EQ(reasonOf(info), "An array is shorter than the bases");
     info.scanCount = 11;
-    EXPECT_EQ(reasonOf(info), "Its scans are not as many as it says");
+    EXPECT_EQ(reasonOf(info), "The number of scans is not the recorded one");
 }
 
 TEST_F(Summary, FormatsHoldTheSameRows) {

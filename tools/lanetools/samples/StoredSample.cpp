@@ -52,7 +52,7 @@ CStoredSample ReadStoredFile(const std::string& path) {
     // The description of a damaged file may still say which sample it is.
     if (const auto error = file.ReadInfo(sample.info)) return Damage(sample, CRsdFile::Reason(error));
     if (fault) return Damage(sample, CRsdFile::Reason(fault));
-    if (!sample.info.processed) return Damage(sample, "It holds a raw sample");
+    if (!sample.info.processed) return Damage(sample, "A raw sample, not a result");
     sample.reason = sample.info.analysis.basecallError;
     const bool isFailed = !sample.reason.empty() || fs::path(path).extension() == failedExtension;
     if (!isFailed && !HasAllBases(sample.info.analysis)) return Damage(sample, "An array is shorter than the bases");

@@ -146,7 +146,7 @@ void AddRows(const CReadPlate& plate, const std::vector<CResult>& results, std::
         }
         rows.push_back(MissingRow(raw, folder));
         if (found != byStem.end() && rows.back().reason.empty())
-            rows.back().reason = "The result of this name is of another sample";
+            rows.back().reason = "The result with this name is of another sample";
     }
     for (const CResult& result : results)
         if (!used.contains(result.stored.stem)) rows.push_back(ResultRow(result, folder));

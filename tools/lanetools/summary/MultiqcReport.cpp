@@ -318,7 +318,7 @@ CReportFile Wells(const std::vector<CSampleRow>& rows) {
     for (const CSampleRow& row : rows)
         most = std::max(most, row.q20.value_or(0));
     const CWellMaps maps = WellMaps(rows);
-    if (maps.empty()) file.text += "<p>No sample says its well.</p>\n";
+    if (maps.empty()) file.text += "<p>No sample records its well.</p>\n";
     for (const auto& [key, map] : maps) {
         const std::string name = key.second.empty() ? key.first : key.first + ", " + key.second;
         file.text += "<h4>" + Html(name) + "</h4>\n" + map.Html(most);
