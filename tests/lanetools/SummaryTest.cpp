@@ -224,6 +224,10 @@ TEST_F(Summary, ExitCodes) {
           "out --format xml", "out --format multiqc", "out -o p/A04.rsd", "out -o none/table", "out -o empty"})
         EXPECT_EQ(Summarize(wrong), 2) << wrong << temp.Read("printed");
     EXPECT_EQ(temp.Read("p/A04.rsd"), before);
+    ASSERT_EQ(Run("mkfifo pipe && ln -s table link"), 0);
+    EXPECT_EQ(Summarize("out -o pipe"), 2);
+    EXPECT_EQ(Summarize("out -o table") + Summarize("out -o link"), 0);
+    EXPECT_TRUE(fs::is_fifo(Path("pipe")) && fs::is_symlink(Path("link")) && temp.Read("link").starts_with("plate\t"));
     EXPECT_EQ(Run(LANETOOLS_PROGRAM " summary out > /dev/full; test $? = 1"), 0);
     EXPECT_TRUE(fs::is_empty(Path("empty")));
 }

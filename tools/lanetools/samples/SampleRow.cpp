@@ -97,8 +97,6 @@ void Identify(CSampleRow& row, const CSampleInfo& info, const std::string& plate
     row.well = ToUtf8(info.wellId);
     row.sample = ToUtf8(info.sampleName);
     row.runStart = UtcText(info.runStart);
-    if (info.plateColumns > 0) row.plateColumns = info.plateColumns;
-    if (info.plateRows > 0) row.plateRows = info.plateRows;
 }
 
 std::string PlateFolderOf(const std::string& outputFolderName) {

@@ -28,8 +28,7 @@ struct CSampleRow {
     std::optional<std::int64_t> rawPeak;
     std::string runStart;  // "2024-05-01T10:20:30Z", empty for 0
 
-    std::string path;                               // of the stored sample, empty when missing; no column
-    std::int32_t plateColumns = 12, plateRows = 8;  // wells of the plate; no column
+    std::string path;  // of the stored sample, empty when missing; no column
 };
 
 // Calls visit(name, value) for each column in order; values are std::string, std::optional<std::int64_t> or

@@ -1,7 +1,6 @@
 #include "lanetools/samples/Summarize.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <map>
 #include <set>
 #include <string_view>
@@ -70,10 +69,10 @@ bool Matches(const CStoredSample& stored, const CRawSample& raw) {
     return !isKnown || IsResultOf(stored.info, raw.info);
 }
 
-// How well the stored samples of a folder fit a plate.
+// How well the stored samples of a folder fit a plate; what comes first counts most.
 struct CFit {
-    std::size_t matches = 0;  // stored samples that are of one of its raw samples
-    std::size_t certain = 0;  // those of them that say so themselves
+    std::size_t certain = 0;  // stored samples whose description is that of one of its raw samples
+    std::size_t matches = 0;  // those, and damaged ones with the stem of one
     std::size_t length = 0;   // of the plate's name
 
     auto operator<=>(const CFit&) const = default;

@@ -77,8 +77,14 @@ class CTarget {
     }
 
   private:
+    // A device or pipe would be replaced by a file, and so would a link.
     void OpenFile() {
-        if (IsSampleName(target)) throw CRefused(target + ": is named as a sample file and is not written to");
+        std::error_code ignored;
+        if (fs::exists(target, ignored)) {
+            if (!fs::is_regular_file(target, ignored)) throw CRefused(target + ": is no file that can be replaced");
+            target = fs::canonical(target).string();
+        }
+        if (IsSampleName(target)) throw CRefused(target + ": is the name of a sample file, which is never replaced");
         if (const auto error = file.Open(target)) throw CRefused(target + ": " + error.Text());
     }
     void MakeFolder() {
