@@ -1,5 +1,6 @@
 #include "lanecall/Align.h"
 
+#include <cstddef>
 #include <utility>
 
 #include "lanecall/Mobility.h"

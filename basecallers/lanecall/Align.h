@@ -1,25 +1,28 @@
-// Fourth and fifth stage: the peaks are narrowed, then the dyes are brought onto one row.
+// Fourth and fifth stage: narrows the peaks, then moves the dyes so that the peaks of all letters are evenly spaced.
 #pragma once
 
+#include "lanecall/Curves.h"
 #include "lanecall/Measure.h"
+#include "lanecall/Prepare.h"
+#include "lanecall/Spacing.h"
+#include "lanecall/Track.h"
 
 namespace lanecall {
 
 struct Sharpened {
-    Curves curves;  // as measured
-    Curves sharp;   // the same, with narrower peaks
-    ScanRange range;
+    Curves curves;    // those of Measured
+    Curves sharp;     // the same with narrower peaks
+    ScanRange range;  // of the read
     Spacing spacing;
-    CTrack widths;
-    ChannelTracks noise;
+    CTrack widths;        // standard deviation of a lone peak of `curves`, in scans
+    ChannelTracks noise;  // standard deviation in `curves`, relative to a usual peak
 };
 
-// Its peaks stand where they would without their dyes' shifts.
+// The same data after the shifts of the dyes have been removed from both sets of curves.
 using Aligned = Sharpened;
 
-// Adds the curves with narrower peaks to what was measured.
 Sharpened SharpenPeaks(Measured measured);
-// Moves both sets of curves; `letters` name the dyes of the known chemistries.
+// `letters` are those of channels 1 to 4; with them the shifts of known chemistries can be tried.
 Aligned Align(Sharpened sharpened, const Letters& letters);
 
 }  // namespace lanecall

@@ -1,7 +1,10 @@
 #include "lanecall/Annotation.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
+#include <utility>
 
 #include "lanecall/RawTrace.h"
 #include "lanecall/Smoothing.h"
@@ -17,7 +20,7 @@ std::int32_t Whole(double value) {
 }  // namespace
 
 void MeasureZones(Annotation& notes, const Curves& curves, ScanRange range, int count) {
-    constexpr double peakShare = 0.95;  // this share of the scans lies below the height of a usual peak
+    constexpr double peakShare = 0.95;  // quantile of a curve's values that is about the height of a usual peak
     if (range.Length() < count) return;
     for (int z = 0; z < count; ++z) {
         const auto edge = [&](int zone) {
@@ -43,8 +46,7 @@ void MeasureSpacing(Annotation& notes, ScanRange range, const CTrack& widths, co
 }
 
 void MeasureSeparation(Annotation& notes, const std::vector<Call>& calls, const Curves& processed) {
-    // Neighbours overlap many peaks, so the median shows how well the dyes are separated and not how close the peaks
-    // are.
+    // Many peaks overlap their neighbours, which says nothing about the dyes; the median ignores them.
     std::array<std::vector<double>, channelCount> shares;
     for (const Call& call : calls) {
         const auto scan = static_cast<std::size_t>(call.scan);

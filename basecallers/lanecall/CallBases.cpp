@@ -3,30 +3,33 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 namespace lanecall {
 
 namespace {
 
-// The spacing is part of what is searched for: every base stands in one of several classes, each a little wider than
-// the one before, the middle one at the given spacing.
+// The search also decides on the spacing. At every base the spacing is in one of several classes, each a little wider
+// than the one before; the middle class is the given spacing. With steps of 3 % these are 0.79 to 1.23 of it.
 struct FineClasses {
     static constexpr int count = 16, middle = 8;
-    static constexpr double step = 0.03;  // of the logarithm of the spacing
+    static constexpr double step = 0.03;  // natural logarithm of the ratio of two classes
 };
-// Enough to compare rows that start from the same spacing.
+// For comparing rows that start from the same spacing: 0.85 to 1.08 of it.
 struct CoarseClasses {
     static constexpr int count = 4, middle = 2;
     static constexpr double step = 0.08;
 };
-constexpr double changeCost = 0.4 / 0.03;  // of a change of class from base to base, for each unit of its step
-constexpr double departureCost = 0.001 / (0.03 * 0.03);  // per base, times the square of the departure from the middle
-constexpr double nearest = 0.45, farthest = 1.7;         // of two neighbouring bases, in spacings
-constexpr float spacingDeviation = 0.15f;
+// Costs in units of the score (see Worth), found by trial for steps of 3 % and stated per unit of the logarithm, so
+// that they hold for any step.
+constexpr double changeCost = 0.4 / 0.03;                // of a change of the spacing from base to base
+constexpr double departureCost = 0.001 / (0.03 * 0.03);  // per base, times the square of the distance from the middle
+constexpr double nearest = 0.45, farthest = 1.7;         // distances of neighbouring bases that are tried, in spacings
+constexpr float spacingDeviation = 0.15f;                // departure of a gap, in spacings, that costs 0.5
 constexpr float impossible = -1e30f;
 
-// The strongest channel at each scan of the range.
+// The height and the number of the highest channel at each scan of the range.
 struct Tops {
     std::vector<float> height;
     std::vector<std::int8_t> channel;
@@ -44,16 +47,18 @@ Tops TopsOf(const Curves& sharp, ScanRange range) {
     return tops;
 }
 
-// What it is worth to have a base at a scan: about 0 for a usual peak, far below where there is none.
+// What a base at a scan of this height adds to the score: 0.34 on a usual peak (height 1), -0.7 on one a third as high.
 float Worth(float height) {
-    constexpr float offset = 0.04f, usual = 0.7f, most = 0.35f;
+    constexpr float offset = 0.04f;  // limits what a base without any peak costs, to 2.9
+    constexpr float usual = 0.7f;    // height that adds 0
+    constexpr float most = 0.35f;    // so that a few huge peaks do not decide the row
     return std::min(most, std::log((std::max(0.0f, height) + offset) / (usual + offset)));
 }
 
-// Running sum of what it costs to pass over the peaks before each scan: a tall peak should not go without a base. Peaks
-// under a taller one of another letter do not count.
+// The costs of peaks without a base, summed up over the scans: the difference of two entries is the cost of the peaks
+// between them. Only the highest channel at a scan counts.
 std::vector<float> PassingCosts(const Tops& tops) {
-    constexpr float perPeak = 3;
+    constexpr float perPeak = 3;  // of height 1, by trial
     const std::size_t count = tops.height.size();
     std::vector<float> sums(count + 1, 0.0f);
     for (std::size_t i = 0; i < count; ++i) {
@@ -64,9 +69,10 @@ std::vector<float> PassingCosts(const Tops& tops) {
     return sums;
 }
 
-// The score of a row that goes on after `gap` scans: the gap costs by the square near the spacing and in proportion far
-// from it; `passed` is the cost of the peaks in between.
-inline float GoOn(float before, float gap, float inverseSpacing, float passed) {
+// The score of a row of score `before` that is continued after `gap` scans; `passed` is the cost of the peaks in
+// between. The cost of the gap is Huber's: with u its departure from the spacing in units of `spacingDeviation`, it is
+// u^2 / 2 up to u = 2 and linear from there on.
+inline float ContinueRow(float before, float gap, float inverseSpacing, float passed) {
     const float u = std::abs(gap * inverseSpacing - 1.0f) * (1.0f / spacingDeviation);
     const float near = 0.5f * (u + 2.0f - std::abs(u - 2.0f));  // the smaller of u and 2, without a branch
     return before - passed - near * (u - 0.5f * near);
@@ -96,7 +102,7 @@ class CRowSearch {
   private:
     static constexpr std::size_t classCount = Classes::count;
     using Scores = std::array<float, classCount>;
-    using Changes = std::array<std::uint8_t, classCount>;  // the class that the best row changed from after a base
+    using Changes = std::array<std::uint8_t, classCount>;  // for each class, the class that the best row was in before
 
     void Search() {
         const int count = range.Length();
@@ -106,7 +112,7 @@ class CRowSearch {
             Advance(i);
     }
 
-    // Lets a row move to a neighbouring class of spacing.
+    // Lets a row change to other classes of spacing, at a cost per step.
     static void AllowChange(Scores& here, Changes& from) {
         constexpr auto cost = static_cast<float>(changeCost * Classes::step);
         for (std::size_t k = 0; k < classCount; ++k)
@@ -124,24 +130,24 @@ class CRowSearch {
     }
 
     struct Gaps {
-        int shortest, longest;  // in scans; none when the longest is the smaller one
+        int shortest, longest;  // in scans, both included; none if longest is below shortest
     };
     Gaps GapsAt(int i, double distance) const {
         return {std::max(1, static_cast<int>(std::ceil(nearest * distance))),
                 std::min(i, static_cast<int>(farthest * distance))};
     }
     static float Start(int i, double distance) {
-        return i < 2 * distance ? 0 : impossible;  // the first base lies near the start
+        return i < 2 * distance ? 0 : impossible;  // the first base is within two spacings of the start
     }
-    // The cost of the peaks between a base at scan i and one `gap` scans before.
+    // The cost of the peaks between a base at scan i and the base `gap` scans before it.
     float Passed(int i, int gap, double distance) const {
-        constexpr double covered = 0.25;  // spacings to either side in which a base accounts for every peak
+        constexpr double covered = 0.25;  // spacings: peaks this close to a base are its own and cost nothing
         const int reach = static_cast<int>(covered * distance);
         const int from = i - gap + reach + 1, to = i - reach;
         return from < to ? passing[static_cast<std::size_t>(to)] - passing[static_cast<std::size_t>(from)] : 0;
     }
 
-    // The scores of the best rows that end at scan i of the range, one for each class.
+    // Computes the scores of the best rows that end with a base at scan i of the range, one for each class.
     void Advance(int i) {
         const auto at = static_cast<std::size_t>(i);
         const double distance = spacing.At(range.first + i);
@@ -153,7 +159,8 @@ class CRowSearch {
             const float passed = Passed(i, gap, distance);
             const Scores& before = scores[at - static_cast<std::size_t>(gap)];
             for (std::size_t k = 0; k < classCount; ++k)
-                here[k] = std::max(here[k], GoOn(before[k], static_cast<float>(gap), inverseSpacings[k], passed));
+                here[k] =
+                    std::max(here[k], ContinueRow(before[k], static_cast<float>(gap), inverseSpacings[k], passed));
         }
         const float worth = Worth(tops.height[at]);
         for (std::size_t k = 0; k < classCount; ++k)
@@ -171,8 +178,8 @@ class CRowSearch {
         float best = Start(i, distance);
         int bestGap = 0;
         for (int gap = gaps.shortest; gap <= gaps.longest; ++gap) {
-            const float value = GoOn(scores[static_cast<std::size_t>(i - gap)][k], static_cast<float>(gap),
-                                     inverseSpacing, Passed(i, gap, distance));
+            const float value = ContinueRow(scores[static_cast<std::size_t>(i - gap)][k], static_cast<float>(gap),
+                                            inverseSpacing, Passed(i, gap, distance));
             if (value > best) {
                 best = value;
                 bestGap = gap;
@@ -215,11 +222,11 @@ class CRowSearch {
     const CTrack& spacing;
     const Tops tops;
     const std::vector<float> passing;
-    Scores inverseRatios{};      // of the classes' spacings to the given one
-    Scores departures{};         // what a base in each class costs
-    std::vector<Scores> scores;  // of the best row that ends at each scan, in each class
-    std::vector<Changes> changes;
-    int last = -1;  // where the best whole row ends
+    Scores inverseRatios{};        // the given spacing in relation to that of each class
+    Scores departures{};           // cost of a base in each class
+    std::vector<Scores> scores;    // of the best row that ends at each scan, for each class
+    std::vector<Changes> changes;  // at each scan
+    int last = -1;                 // scan of the last base of the best row
     float lastScore = impossible;
     std::size_t lastClass = 0;
 };
@@ -235,7 +242,7 @@ double RowScore(const Curves& sharp, ScanRange range, const CTrack& spacing) {
 }
 
 void CentreCalls(std::vector<Call>& calls, const Curves& sharp, ScanRange range) {
-    constexpr double share = 0.3;  // of the gaps to the neighbours
+    constexpr double share = 0.3;  // of the gaps to the neighbours; below a half, so that the order stays
     std::vector<double> centres;
     for (std::size_t i = 0; i < calls.size(); ++i) {
         const Curve& curve = sharp[static_cast<std::size_t>(calls[i].channel)];

@@ -1,5 +1,7 @@
-// The decision where the bases stand and which they are.
+// Decides where the bases are and which letter each is.
 #pragma once
+
+#include <vector>
 
 #include "lanecall/Curves.h"
 #include "lanecall/Track.h"
@@ -7,20 +9,21 @@
 namespace lanecall {
 
 struct Call {
-    double scan = 0;     // where the base stands, after the dyes' shifts were taken out
-    int channel = -1;    // the channel with the strongest peak there
-    double spacing = 0;  // the distance between bases hereabouts, in scans
+    double scan = 0;     // position of the base in the aligned curves
+    int channel = -1;    // 0 to 3, the channel that is highest there
+    double spacing = 0;  // distance between bases near this one, in scans
 };
 
-// The row of bases that fits best: strong peaks are on it, and from base to base it keeps near a spacing that changes
-// slowly and lies near the given one. `sharp` are sharpened curves in which a usual peak is about 1.
+// The row of bases with the highest score. A base on a strong peak adds to the score; an uneven gap, a peak without a
+// base, and a spacing that changes or differs from the given one (in scans) reduce it. `sharp` are sharpened curves in
+// which a usual peak is about 1 high.
 std::vector<Call> CallBases(const Curves& sharp, ScanRange range, const CTrack& spacing);
 
-// The score of that row: the higher, the better bases stand on an even row. Rows over the same range compare.
+// That score, found by a coarser and faster search. Only scores over the same range can be compared.
 double RowScore(const Curves& sharp, ScanRange range, const CTrack& spacing);
 
-// Moves each call to the top of its peak, between scans, where one is near; the order of the calls stays, and
-// none leaves the range.
+// Moves each call to the top of its peak, which may lie between scans, if there is a top within 0.3 of the gaps to its
+// neighbours. The calls stay in order and within the range.
 void CentreCalls(std::vector<Call>& calls, const Curves& sharp, ScanRange range);
 
 }  // namespace lanecall

@@ -1,40 +1,43 @@
-// What can be seen of a call that says how far it can be trusted.
+// The features of a call from which its quality is computed.
 #pragma once
 
 #include <array>
-#include <string_view>
+#include <cstddef>
 #include <vector>
 
 #include "lanecall/CallBases.h"
+#include "lanecall/Curves.h"
 #include "lanecall/Track.h"
 
 namespace lanecall {
 
 enum class Feature {
-    rival,        // tallest other letter under the call, share of its own height
-    rivalNear,    // the worst of that over two calls to either side
-    rivalAround,  // its mean over ten calls to either side
-    rivalRaw,     // the same as `rival` before the peaks were sharpened
-    height,       // own height against the mean of ten calls to either side
-    gap,          // the more uneven of the two gaps: its departure from the spacing, in spacings
-    unevenness,   // mean departure of the gaps over four calls to either side
-    resolution,   // deviation of a lone peak, in spacings
-    noise,        // deviation of the channel's noise where a usual peak is 1
-    valley,       // lowest point towards a neighbour of the same letter, share of the smaller of the two
-    passed,       // tallest third letter half-way to a neighbour, share of the smaller of the two
+    rival,        // height of the tallest other channel at the call, relative to the call's own
+    rivalNear,    // the greatest `rival` of this call and of two calls to either side
+    rivalAround,  // the mean `rival` of this call and of ten calls to either side
+    rivalRaw,     // `rival` before the peaks were sharpened
+    height,       // own height, relative to the mean of ten calls to either side
+    gap,          // how far the more uneven of the two gaps differs from the spacing, in spacings
+    unevenness,   // mean of that over the gaps between four calls to either side
+    resolution,   // standard deviation of a lone peak, in spacings
+    noise,        // standard deviation of the channel's noise, relative to a usual peak
+    valley,       // lowest point between this call and a neighbour of the same letter, relative to the lower of the two
+    passed,       // height of the tallest third letter half-way to a neighbour, relative to the lower of the two
     count
 };
 
 constexpr std::size_t featureCount = static_cast<std::size_t>(Feature::count);
 using CallFeatures = std::array<double, featureCount>;
 
+// What the features are measured on: references to parts of an Aligned read, valid during the call of MeasureCalls.
 struct CallSurroundings {
-    const Curves& curves;  // levelled
-    const Curves& sharp;   // the same, sharpened
-    const CTrack& widths;
-    const ChannelTracks& noise;
+    const Curves& curves;        // before sharpening
+    const Curves& sharp;         // after sharpening
+    const CTrack& widths;        // standard deviation of a lone peak, in scans
+    const ChannelTracks& noise;  // standard deviation relative to a usual peak
 };
 
+// The features of each call, in the order of the calls.
 std::vector<CallFeatures> MeasureCalls(const std::vector<Call>& calls, const CallSurroundings& around);
 
 }  // namespace lanecall

@@ -1,6 +1,7 @@
 #include "lanecall/Caller.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <utility>
 
@@ -59,13 +60,13 @@ bool CCaller::Advance() {
         isOver = true;
         throw;
     }
-    read = Recorded{};  // a stage takes the former one's curves with it
+    read = Recorded{};  // the failed stage has moved the curves out of `read`
     isOver = true;
     return false;
 }
 
 CCaller::Read CCaller::After(int procedure) {
-    constexpr int measureStep = 200;  // scans
+    constexpr int measureStep = 200;  // scans between two reported spacings, some 15 bases
     switch (procedure) {
         case 0:
             return Prepare(std::get<Recorded>(read));
@@ -90,7 +91,7 @@ CCaller::Read CCaller::After(int procedure) {
 }
 
 void CCaller::NoteSeparation(const Separated& separated) {
-    constexpr int zones = 10;
+    constexpr int zones = 10;  // of the read, each with its own signal and noise in the annotation
     MeasureZones(notes, separated.curves, separated.range, zones);
     const auto indices = BaseIndices(letters);
     if (!indices) return;

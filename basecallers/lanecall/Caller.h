@@ -1,12 +1,21 @@
-// One conversation about one sample: what was handed over, and what each procedure makes of it.
+// Calls the bases of one sample: takes the input, runs the procedures one by one and keeps the results.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
+#include "lanecall/Align.h"
 #include "lanecall/Annotation.h"
+#include "lanecall/CallBases.h"
+#include "lanecall/Curves.h"
+#include "lanecall/Measure.h"
+#include "lanecall/Prepare.h"
+#include "lanecall/Quality.h"
 #include "lanecall/ReadBases.h"
+#include "lanecall/SeparateDyes.h"
 #include "lanecall/Separation.h"
 
 namespace lanecall {
@@ -16,27 +25,30 @@ static_assert(procedureCount <= 6, "the program runs no more than six procedures
 
 class CCaller {
   public:
-    // --- what is handed over ---
-    // Copies the trace. Arrays that are missing or a negative count give an empty trace.
+    // --- Input; all of it is copied ---
+    // `arrays` points to `channels` arrays (the first four are used) of `scans` values in counts; `baseOrder` has the
+    // letters of channels 1 to 4. A missing array or a count below 1 gives an empty trace, missing letters are A, C, T
+    // and G.
     void TakeTrace(const double* const* arrays, int channels, int scans, const char* baseOrder);
-    // The stretch to keep to, in scans, both included; ignored where it leaves fewer than 200 scans of the signal.
+    // Limits the read to scans `first` to `last`, both included. Ignored if it leaves fewer than 200 scans of signal.
     void TakeRange(int first, int last);
-    // Rows and columns in the order A, C, T, G.
+    // The separation matrix: 4 rows of 4, rows and columns in the order A, C, T, G. A missing row gives the identity.
     void TakeMatrix(const float* const* rows);
 
-    // Runs one procedure, in the order of their numbers; false when it failed, and Problem says why.
+    // Runs one procedure (0 to procedureCount - 1, in this order). False if it failed; Problem() then has the reason as
+    // a sentence for the user. Once a stage has failed, so does every later call.
     bool Run(int procedure);
     const std::string& Problem() const { return problem; }
 
-    // --- what came of it; empty until the procedure that makes it has run ---
-    ScanRange Range() const;
-    Curves& Processed();
+    // --- Results; empty until the procedure that computes them has run ---
+    ScanRange Range() const;  // of the read, in scans of the trace
+    Curves& Processed();      // of the whole trace; what lies outside Range() means nothing
     const std::vector<Call>& Calls() const { return Result().calls; }
     char LetterOf(int channel) const { return letters[static_cast<std::size_t>(channel)]; }
-    const std::vector<double>& Qualities() const { return Result().qualities; }
+    const std::vector<double>& Qualities() const { return Result().qualities; }  // probability that a call is right
     GoodRegion Good() const { return Result().good; }
     double Overall() const { return OverallQuality(Qualities(), Good()); }
-    // In the order A, C, T, G; none before separation.
+    // Rows and columns in the order A, C, T, G; none before the separation or for other letters.
     const std::optional<Matrix>& MatrixUsed() const { return matrixUsed; }
     Annotation& Notes() { return notes; }
 
@@ -50,7 +62,7 @@ class CCaller {
     const CalledRead& Result() const;
 
     Letters letters{'A', 'C', 'T', 'G'};
-    Matrix given = Identity();  // A, C, T, G
+    Matrix given = Identity();  // rows and columns in the order A, C, T, G
     Read read = Recorded{};
     int done = 0;         // procedures that have run
     bool isOver = false;  // one of them has failed

@@ -1,4 +1,4 @@
-// What the stages work on: four curves of equal length, one per channel, and ranges of their scans.
+// The data that the stages share: four curves of equal length, one per channel, and ranges of scans.
 #pragma once
 
 #include <array>
@@ -10,8 +10,9 @@ namespace lanecall {
 constexpr int channelCount = 4;
 
 using Curve = std::vector<double>;
-using Curves = std::array<Curve, channelCount>;       // channel 1 first
-using Matrix = std::array<std::array<double, 4>, 4>;  // row: channel, column: dye; how far a dye shows in a channel
+using Curves = std::array<Curve, channelCount>;  // channel 1 first
+// Signal of each dye (column) in each channel (row), relative to its signal in its own channel.
+using Matrix = std::array<std::array<double, 4>, 4>;
 using PerChannel = std::array<double, channelCount>;
 
 // Scans from `first` up to but not including `end`.

@@ -1,7 +1,10 @@
 #include "lanecall/DyeShifts.h"
 
-#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <string_view>
+
+#include "lanecall/Curves.h"
 
 namespace lanecall {
 
@@ -11,7 +14,8 @@ constexpr std::string_view dyeOrder = "GTAC";
 constexpr std::size_t knotCount = 6;
 constexpr std::array<double, knotCount> knotBases = {40, 75, 120, 225, 400, 600};
 
-// Spacings by which the peak of a dye stands after the mean of the four: medians over real reads.
+// Measured: by how many spacings the peak of a dye comes later than the mean of the four, medians over real reads. Rows
+// are in the order of `dyeOrder`, columns in that of `knotBases`.
 using ChemistryShifts = std::array<std::array<double, knotCount>, channelCount>;
 constexpr std::array<ChemistryShifts, chemistryCount> chemistries = {{
     // rhodamine dyes of the usual kit
@@ -48,7 +52,7 @@ std::optional<ChannelTracks> KnownShifts(int chemistry, const CTrack& spacing, c
         dyes[c] = dyeOrder.find(letters[c]);
         if (dyes[c] == std::string_view::npos) return std::nullopt;
     }
-    constexpr double basesBeforeTheRead = 10;  // that the range usually has room for
+    constexpr double basesBeforeTheRead = 10;  // the range usually begins this much before the first base
     const CTrack bases = BasesAlong(spacing);
     ChannelTracks tracks;
     for (std::size_t c = 0; c < channelCount; ++c) {

@@ -1,4 +1,4 @@
-// By how much the dyes of known chemistries come early or late.
+// The shifts of the dyes of known chemistries.
 #pragma once
 
 #include <optional>
@@ -10,8 +10,8 @@ namespace lanecall {
 
 constexpr int chemistryCount = 3;
 
-// The scans by which the peaks of each channel come late in a chemistry (0 to chemistryCount - 1) along a run of the
-// given spacing; none when the letters are not A, C, G and T.
+// By how many scans the peaks of each channel come late in a chemistry (0 to chemistryCount - 1), along a run with the
+// given spacing in scans. None if the letters are not A, C, G and T.
 std::optional<ChannelTracks> KnownShifts(int chemistry, const CTrack& spacing, const Letters& letters);
 
 }  // namespace lanecall

@@ -1,8 +1,12 @@
 #include "lanecall/FreeShifts.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <complex>
+#include <cstddef>
 #include <numbers>
+#include <vector>
 
 #include "lanecall/SmoothFit.h"
 
@@ -10,11 +14,11 @@ namespace lanecall {
 
 namespace {
 
-// Angle of `channel` against the reference in every window: unwrapped, then smoothed, since a dye's shift changes
-// slowly and windows without a clear rhythm tell little.
+// The angle between `channel` and the reference in every window, in radians. It is followed from window to window
+// without jumps of a full turn, then smoothed: a dye's shift changes slowly, and windows without rhythm say little.
 std::vector<double> AnglesAgainst(const Phasors& phasors, const std::vector<Phasor>& reference, std::size_t channel) {
-    constexpr int reach = 4;
-    constexpr double stiffness = 30, level = 0.05;
+    constexpr int reach = 4;                        // windows to either side
+    constexpr double stiffness = 30, level = 0.05;  // see SmoothFit.h, by trial
     const int count = static_cast<int>(phasors.size());
     std::vector<Phasor> relative(phasors.size());
     std::size_t clearest = 0;
@@ -44,11 +48,11 @@ std::vector<double> AnglesAgainst(const Phasors& phasors, const std::vector<Phas
     return SmoothFit(angles, weights, stiffness, level);
 }
 
-using Wholes = std::array<int, channelCount>;
-using Places = std::array<std::vector<double>, channelCount>;  // of the strong peaks of a channel, in spacings, rising
+using Wholes = std::array<int, channelCount>;                  // whole spacings that are added to each channel's shift
+using Places = std::array<std::vector<double>, channelCount>;  // of each channel's strong peaks, in bases, ascending
 
 Places PlacesOf(const ImpulseLists& impulses, ScanRange part, const ChannelTracks& shifts, const Spacing& spacing) {
-    constexpr double strong = 0.4;
+    constexpr double strong = 0.4;  // weight; a usual peak has 1
     const CTrack bases = BasesAlong(spacing.scans);
     Places places;
     for (std::size_t c = 0; c < channelCount; ++c)
@@ -59,9 +63,10 @@ Places PlacesOf(const ImpulseLists& impulses, ScanRange part, const ChannelTrack
     return places;
 }
 
-// How badly the peaks of the four channels collide when each channel is moved by whole spacings in addition to its
-// shift.
-double Collisions(const Places& places, const Wholes& wholes) {
+// How much the peaks of the four channels overlap when each channel is moved by whole spacings in addition to its
+// shift: the sum of what each gap lacks to half a spacing.
+double Overlap(const Places& places, const Wholes& wholes) {
+    constexpr double closest = 0.5;  // spacings
     std::vector<double> all;
     for (std::size_t c = 0; c < channelCount; ++c) {
         const auto held = static_cast<std::ptrdiff_t>(all.size());
@@ -71,14 +76,17 @@ double Collisions(const Places& places, const Wholes& wholes) {
     }
     double sum = 0;
     for (std::size_t i = 1; i < all.size(); ++i)
-        sum += std::max(0.0, 0.5 - (all[i] - all[i - 1]));
+        sum += std::max(0.0, closest - (all[i] - all[i - 1]));
     return sum;
 }
 
+// The best of all combinations of -1, 0 and 1 for the channels other than the anchor.
 Wholes WholeSpacings(const Places& places, std::size_t anchor) {
+    constexpr double surcharge = 1.05;  // on whole spacings: most dyes differ by less, so a change must be worth it
+    constexpr int combinations = 3 * 3 * 3;
     Wholes best{};
-    double least = Collisions(places, best);
-    for (int code = 0; code < 27; ++code) {
+    double least = Overlap(places, best);
+    for (int code = 0; code < combinations; ++code) {
         Wholes wholes{};
         int rest = code;
         for (std::size_t c = 0; c < channelCount; ++c) {
@@ -86,10 +94,9 @@ Wholes WholeSpacings(const Places& places, std::size_t anchor) {
             wholes[c] = rest % 3 - 1;
             rest /= 3;
         }
-        // A shift by a whole spacing must pay, since most dyes differ by less.
-        const double collisions = Collisions(places, wholes) * 1.05;
-        if (collisions < least) {
-            least = collisions;
+        const double overlap = Overlap(places, wholes) * surcharge;
+        if (overlap < least) {
+            least = overlap;
             best = wholes;
         }
     }

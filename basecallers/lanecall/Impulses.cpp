@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "lanecall/Smoothing.h"
 
@@ -20,7 +21,7 @@ std::vector<double> BendFilter(double smoothing) {
     }
     for (double& tap : taps)
         tap -= sum / (2 * reach + 1);
-    constexpr double peak = 4.5;  // deviation of a usual peak, in scans
+    constexpr double peak = 4.5;  // standard deviation of a usual peak, in scans; only the scale depends on it
     for (int k = 0; k <= reach; ++k)
         response += (k == 0 ? 1 : 2) * taps[static_cast<std::size_t>(k)] * std::exp(-0.5 * k * k / (peak * peak));
     for (double& tap : taps)
@@ -28,12 +29,12 @@ std::vector<double> BendFilter(double smoothing) {
     return taps;
 }
 
-constexpr int levelBlock = 60;  // scans
+constexpr int levelBlock = 60;  // scans, some 4 bases
 
-// The usual height of the tops of a bend curve in each block of the range, taken over some 600 scans: the mean square
-// over the mean gives the height of the peaks, whatever share of the scans they take.
+// The usual height of the tops of a bend curve in each block of the range, from the blocks around it. The mean square
+// divided by the mean depends on the height of the peaks and not on how many there are.
 Curve UsualHeights(const Curve& bend, ScanRange range) {
-    constexpr int reach = 5;
+    constexpr int reach = 5;  // blocks to either side, so 660 scans in all
     const auto count = static_cast<std::size_t>((range.Length() + levelBlock - 1) / levelBlock);
     Curve means(count), squares(count);
     for (std::size_t b = 0; b < count; ++b) {
@@ -54,8 +55,8 @@ Curve UsualHeights(const Curve& bend, ScanRange range) {
 }  // namespace
 
 Curve Bend(const Curve& curve, ScanRange range, const CTrack& smoothing) {
-    constexpr int blockScans = 60;
-    constexpr double ratio = 1.08;  // smoothings in one class differ by less
+    constexpr int blockScans = 60;  // with one smoothing
+    constexpr double ratio = 1.08;  // a new filter is made only when the smoothing has changed by more, for speed
     Curve result(curve.size(), 0.0);
     std::vector<double> taps;
     double made = 0;
@@ -87,13 +88,15 @@ Curves Bend(const Curves& curves, ScanRange range, const ChannelTracks& smoothin
 }
 
 std::vector<Impulse> FindImpulses(const Curve& bend, ScanRange range) {
-    constexpr double leastWeight = 0.15;  // below this it is noise or what is left of another dye
+    constexpr double leastWeight = 0.15;  // smaller tops are noise or remains of another dye
+    constexpr double mostWeight = 2;      // so that one huge peak does not outweigh all others
     const Curve usual = UsualHeights(bend, range);
     std::vector<Impulse> impulses;
     for (int i = std::max(1, range.first); i + 1 < std::min(range.end, static_cast<int>(bend.size())); ++i) {
         const double* y = bend.data() + i;
         if (!(y[0] > 0 && y[0] >= y[-1] && y[0] > y[1])) continue;
-        const double weight = std::min(2.0, y[0] / usual[static_cast<std::size_t>((i - range.first) / levelBlock)]);
+        const double weight =
+            std::min(mostWeight, y[0] / usual[static_cast<std::size_t>((i - range.first) / levelBlock)]);
         if (!(weight > leastWeight)) continue;
         const double curvature = y[-1] - 2 * y[0] + y[1];
         impulses.push_back({i + (curvature < 0 ? 0.5 * (y[-1] - y[1]) / curvature : 0.0), weight});

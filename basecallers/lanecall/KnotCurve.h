@@ -1,4 +1,4 @@
-// The form of the model of the qualities.
+// The data types of the quality model (QualityTable.h has its numbers).
 #pragma once
 
 #include <array>
@@ -9,7 +9,8 @@
 
 namespace lanecall {
 
-// A function that is straight between `count` knots and constant beyond the ends. The places rise strictly.
+// A function that is linear between `count` (at least 1) knots and constant beyond the first and the last. The places
+// ascend strictly.
 template <std::size_t most>
 struct KnotCurve {
     std::size_t count;
@@ -31,9 +32,9 @@ double KnotCurve<most>::At(double place) const {
 }
 
 struct QualityModel {
-    double base;  // log odds of an error to begin with
-    std::array<KnotCurve<10>, featureCount> features;
-    KnotCurve<64> phreds;  // from the sum of the log odds
+    double base;                                       // log odds (natural) of an error before any feature is known
+    std::array<KnotCurve<10>, featureCount> features;  // what the value of each feature adds to the log odds
+    KnotCurve<64> phreds;                              // the Phred quality for a sum of log odds
 };
 
 }  // namespace lanecall

@@ -1,7 +1,10 @@
 #include "lanecall/Levels.h"
 
 #include <algorithm>
-#include <cmath>
+#include <array>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "lanecall/Smoothing.h"
 
@@ -9,16 +12,17 @@ namespace lanecall {
 
 namespace {
 
-constexpr double hopScans = 120;
+constexpr double hopScans = 120;  // between two knots, some 9 bases
 
 struct Top {
     double scan, height;
 };
 using Tops = std::vector<Top>;
 
-// The peaks of a channel that are neither noise nor small ones among tall ones.
+// The tops of a channel's peaks, without noise and without small peaks among tall ones (mostly other dyes' light).
 Tops StrongTops(const Curve& curve, const std::vector<Impulse>& impulses, double noise) {
-    constexpr double strong = 0.35, aboveNoise = 4;
+    constexpr double strong = 0.35;   // weight; a usual peak has 1
+    constexpr double aboveNoise = 4;  // times the noise
     Tops tops;
     for (const Impulse& impulse : impulses) {
         if (!(impulse.weight > strong)) continue;
@@ -28,7 +32,7 @@ Tops StrongTops(const Curve& curve, const std::vector<Impulse>& impulses, double
     return tops;
 }
 
-// Median height of the tops within `reach` scans of the middle, 0 when there are fewer than `fewest`.
+// Median height of the tops within `reach` scans of `middle`; 0 if there are fewer than `fewest`.
 double HeightNear(const Tops& tops, double middle, double reach, std::size_t fewest) {
     std::vector<double> heights;
     auto at = std::lower_bound(tops.begin(), tops.end(), middle - reach,
@@ -38,11 +42,11 @@ double HeightNear(const Tops& tops, double middle, double reach, std::size_t few
     return heights.size() < fewest ? 0 : Quantile(std::move(heights), 0.5);
 }
 
-// How the channels share the height: each against the mean of all, over a long stretch.
+// The height of each channel relative to the mean of all channels, over long stretches.
 ChannelTracks Shares(const std::array<Tops, channelCount>& tops, ScanRange range) {
     constexpr double reach = 600;  // scans, some 45 bases
-    constexpr double least = 0.2;  // of the mean; below that it is noise that would be blown up
-    constexpr std::size_t fewest = 4;
+    constexpr double least = 0.2;  // of the mean; a channel that is weaker still holds noise, which would be magnified
+    constexpr std::size_t fewest = 4;  // tops for a median
     std::array<std::vector<double>, channelCount> shares;
     PerChannel last;
     last.fill(1);
@@ -71,9 +75,9 @@ ChannelTracks Shares(const std::array<Tops, channelCount>& tops, ScanRange range
 
 ChannelTracks EstimateLevels(const Curves& curves, const ImpulseLists& impulses, ScanRange range,
                              const PerChannel& noise) {
-    constexpr double reach = 250;  // scans: short, since the level of a read may drop tenfold within a few bases
-    constexpr double floor = 4;    // times the noise
-    constexpr std::size_t fewest = 8;
+    constexpr double reach = 250;      // scans: short, since the level of a read may drop tenfold within a few bases
+    constexpr double floor = 4;        // times the noise
+    constexpr std::size_t fewest = 8;  // tops for a median
     std::array<Tops, channelCount> tops;
     for (std::size_t c = 0; c < channelCount; ++c)
         tops[c] = StrongTops(curves[c], impulses[c], noise[c]);

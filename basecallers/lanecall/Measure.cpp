@@ -1,7 +1,9 @@
 #include "lanecall/Measure.h"
 
+#include <cstddef>
 #include <utility>
 
+#include "lanecall/Impulses.h"
 #include "lanecall/Levels.h"
 #include "lanecall/NoiseSmoothing.h"
 #include "lanecall/PeakWidth.h"
@@ -11,7 +13,8 @@ namespace lanecall {
 
 namespace {
 
-// Smoothing of the second look at the peaks, in spacings: less leaves noise, more joins neighbours.
+// Smoothing for the second search of peaks, as standard deviations in spacings. Less would leave noise, more would join
+// neighbours.
 constexpr double leastShare = 0.2, mostShare = 0.3;
 
 CTrack Scaled(CTrack track, double factor) {

@@ -1,13 +1,20 @@
 #include "lanecall/Mobility.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <complex>
+#include <cstddef>
 #include <numbers>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "lanecall/CallBases.h"
 #include "lanecall/DyeShifts.h"
 #include "lanecall/FreeShifts.h"
+#include "lanecall/Impulses.h"
+#include "lanecall/Rhythm.h"
 #include "lanecall/SmoothFit.h"
 #include "lanecall/Smoothing.h"
 
@@ -15,9 +22,9 @@ namespace lanecall {
 
 namespace {
 
-constexpr double greatestShift = 2;  // of one dye against the mean of all, in spacings
+constexpr double greatestShift = 2;  // spacings; known chemistries reach 0.7
 
-// Makes the shifts average 0 at every scan.
+// Limits the shifts and makes them average 0 at every knot.
 ChannelTracks Centred(ChannelTracks shifts, const Spacing& spacing) {
     for (std::size_t w = 0; w < spacing.scans.Size(); ++w) {
         const double most = greatestShift * spacing.scans[w];
@@ -34,12 +41,12 @@ ChannelTracks Centred(ChannelTracks shifts, const Spacing& spacing) {
 
 struct Angle {
     double value = 0;   // radians
-    double weight = 0;  // 0 to 1: how far the windows agree
+    double weight = 0;  // 0 to 1: how well the windows agree
 };
 
-// Angle of a channel's rhythm against that of the others near a window.
+// The angle between a channel's rhythm and that of the other channels, near a window.
 Angle AngleNear(const Phasors& phasors, const std::vector<Phasor>& all, std::size_t channel, int window) {
-    constexpr int reach = 3;
+    constexpr int reach = 3;  // windows to either side
     const int count = static_cast<int>(phasors.size());
     Phasor sum;
     double length = 0;
@@ -54,10 +61,10 @@ Angle AngleNear(const Phasors& phasors, const std::vector<Phasor>& all, std::siz
     return {std::arg(sum), agreement * agreement};
 }
 
-// Known shifts, corrected by what the rhythm of each channel says against that of the others.
+// Known shifts, corrected by the angles between the rhythms of the channels.
 ChannelTracks Refined(ChannelTracks shifts, Phasors phasors, const Spacing& spacing) {
-    constexpr double trust = 0.3;  // in the known shift, where the windows of a clear rhythm weigh 1
-    constexpr double stiffness = 50, level = 0.5;
+    constexpr double trust = 0.3;                  // weight of the known shift; a clear angle has a weight of 1
+    constexpr double stiffness = 50, level = 0.5;  // see SmoothFit.h, by trial
     constexpr double circle = 2 * std::numbers::pi;
     std::vector<Phasor> all(phasors.size());
     for (std::size_t w = 0; w < phasors.size(); ++w)
@@ -79,7 +86,7 @@ ChannelTracks Refined(ChannelTracks shifts, Phasors phasors, const Spacing& spac
     return shifts;
 }
 
-// Every second scan of a part is enough to compare rows, at a quarter of the work.
+// Rows are compared at every second scan of a part, which takes a quarter of the time.
 constexpr int stride = 2;
 
 Curve ShiftedPart(const Curve& curve, ScanRange part, const CTrack& shift) {
@@ -90,7 +97,7 @@ Curve ShiftedPart(const Curve& curve, ScanRange part, const CTrack& shift) {
     return moved;
 }
 
-// The spacing in strides, along the strides of the part.
+// The spacing in units of `stride` scans, one knot for each scan that is used.
 CTrack SpacingOfPart(const CTrack& spacing, ScanRange part) {
     std::vector<double> strides;
     for (int i = part.first; i < part.end; i += stride)
@@ -98,10 +105,10 @@ CTrack SpacingOfPart(const CTrack& spacing, ScanRange part) {
     return {0, 1, std::move(strides)};
 }
 
-// The first part of the read that has a rhythm: there the shifts are greatest.
+// The first part of the read that has a rhythm. The shifts are greatest there.
 ScanRange FirstPart(ScanRange range, const Spacing& spacing) {
-    constexpr int partScans = 4000;
-    constexpr double rhythm = 2;
+    constexpr int partScans = 4000;  // some 300 bases
+    constexpr double rhythm = 2;     // regularity, twice that of peaks without rhythm
     std::size_t w = 0;
     while (w + 1 < spacing.regularity.Size() && spacing.regularity[w] < rhythm)
         ++w;
@@ -112,7 +119,8 @@ ScanRange FirstPart(ScanRange range, const Spacing& spacing) {
 }  // namespace
 
 ChannelTracks EstimateMobility(const Curves& sharp, ScanRange range, const Spacing& spacing, const Letters& letters) {
-    constexpr double preference = 2;  // for a known chemistry, in the row's score: a free choice fits noise as well
+    constexpr double preference =
+        2;  // in the row's score: free shifts must be better by this, since they also fit noise
     if (!spacing.found) return {};
     const ImpulseLists impulses = FindImpulses(sharp, range);
     const Phasors phasors = RhythmOf(impulses, spacing);

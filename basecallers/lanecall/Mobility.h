@@ -1,15 +1,19 @@
-// The four dyes slow their fragments differently, so the peaks of one channel come early or late against the others.
+// The four dyes slow their fragments differently, so the peaks of one letter come early or late in relation to others.
+// This file finds these shifts and removes them.
 #pragma once
 
+#include "lanecall/Curves.h"
 #include "lanecall/Prepare.h"
 #include "lanecall/Spacing.h"
+#include "lanecall/Track.h"
 
 namespace lanecall {
 
-// The scans by which each channel's peaks come late, average 0: those of a known chemistry or free ones, whichever puts
-// the peaks of `sharp` on the best row. No tracks without a spacing.
+// By how many scans each channel's peaks come late; the four shifts average 0 at every knot of the spacing. The shifts
+// of each known chemistry and freely estimated ones are tried, and those win that make the peaks of the sharpened
+// curves the most even row (see RowScore). Empty tracks if there is no spacing.
 ChannelTracks EstimateMobility(const Curves& sharp, ScanRange range, const Spacing& spacing, const Letters& letters);
-// Moves every peak of the range to the scan at which it would be without its dye's shift.
+// Moves every peak of the range back by its channel's shift.
 void ShiftCurves(Curves& curves, ScanRange range, const ChannelTracks& shifts);
 
 }  // namespace lanecall

@@ -1,6 +1,9 @@
 #include "lanecall/NoiseSmoothing.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "lanecall/Smoothing.h"
 
@@ -8,10 +11,10 @@ namespace lanecall {
 
 ChannelTracks SmoothingFor(const Curves& curves, ScanRange range, const PerChannel& noise, const CTrack& least,
                            const CTrack& most) {
-    constexpr int hop = 120, reach = 240;
-    constexpr double peakShare = 0.95;  // this share of the scans lies below the height of a usual peak
-    constexpr double quiet = 0.06;      // noise against height from which on more smoothing helps
-    constexpr double slope = 25;        // scans of smoothing for each unit of noise above that
+    constexpr int hop = 120, reach = 240;  // scans: distance of two knots, and of the scans used to either side of one
+    constexpr double peakShare = 0.95;     // quantile of a curve's values that is about the height of a usual peak
+    constexpr double quiet = 0.06;         // noise in relation to height at which more than `least` begins to help
+    constexpr double slope = 25;           // scans of smoothing per unit of that relation, by trial
     ChannelTracks tracks;
     std::vector<double> values;
     for (std::size_t c = 0; c < channelCount; ++c) {
@@ -19,7 +22,7 @@ ChannelTracks SmoothingFor(const Curves& curves, ScanRange range, const PerChann
         for (int middle = range.first; middle < range.end + hop; middle += hop) {
             const int from = std::max(range.first, middle - reach), to = std::min(range.end, middle + reach);
             values.clear();
-            for (int i = from; i < to; i += 3)  // every third scan is enough
+            for (int i = from; i < to; i += 3)  // a third of the scans gives the same quantile
                 values.push_back(curves[c][static_cast<std::size_t>(i)]);
             const double height = std::max(Quantile(values, peakShare), noise[c]);
             const double low = least.At(middle);

@@ -1,4 +1,4 @@
-// How much smoothing the noise asks for.
+// Chooses how much a curve is smoothed before its peaks are searched, depending on its noise.
 #pragma once
 
 #include "lanecall/Curves.h"
@@ -6,8 +6,9 @@
 
 namespace lanecall {
 
-// Deviation in scans of the smoothing under which the peaks of each channel stand out from its noise, between `least`
-// and `most`. `noise` is the deviation of each channel's noise in the unit of the curves.
+// The smoothing of each channel along `range`, as a standard deviation in scans, between `least` and `most` (in scans
+// too). The higher the noise is in relation to the peaks, the stronger is the smoothing. `noise` is the standard
+// deviation of each channel's noise, in the unit of the curves.
 ChannelTracks SmoothingFor(const Curves& curves, ScanRange range, const PerChannel& noise, const CTrack& least,
                            const CTrack& most);
 

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "lanecall/Smoothing.h"
 
@@ -9,7 +12,8 @@ namespace lanecall {
 
 namespace {
 
-// Deviation of the Gaussian through the top and the two points `reach` scans beside it; 0 when it is no peak.
+// Standard deviation, in scans, of the Gaussian through the top at `scan` and the mean of the two values `reach` scans
+// away: sides = top * exp(-reach^2 / (2 * deviation^2)). 0 if there is no peak.
 double WidthAt(const Curve& curve, double scan, double reach) {
     const double top = Interpolate(curve, scan);
     const double sides = 0.5 * (Interpolate(curve, scan - reach) + Interpolate(curve, scan + reach));
@@ -20,8 +24,12 @@ double WidthAt(const Curve& curve, double scan, double reach) {
 }  // namespace
 
 CTrack EstimateWidth(const Curves& curves, const ImpulseLists& impulses, const Spacing& spacing) {
-    constexpr double reachScans = 500, usualShare = 0.35, narrowQuantile = 0.3;
-    // A short mean takes the noise off the tops; what it adds to the width is known.
+    constexpr double reachScans = 500;      // peaks to either side of a knot, some 35 bases
+    constexpr double usualShare = 0.35;     // spacings, where nothing can be measured
+    constexpr double narrowQuantile = 0.3;  // of the measured widths
+    constexpr double usualWeight = 0.5;     // smaller peaks are mostly noise or other dyes' light
+    constexpr double flank = 0.4;           // spacings from the top to where the height is taken
+    // A short mean removes noise. It adds its own variance, that of n equal values ((n^2 - 1) / 12), to that of a peak.
     constexpr int meanReach = 2;
     constexpr double meanVariance = ((2 * meanReach + 1) * (2 * meanReach + 1) - 1) / 12.0;
     Curves smooth;
@@ -35,8 +43,8 @@ CTrack EstimateWidth(const Curves& curves, const ImpulseLists& impulses, const S
             auto at = std::lower_bound(impulses[c].begin(), impulses[c].end(), middle - reachScans,
                                        [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
             for (; at != impulses[c].end() && at->scan < middle + reachScans; ++at) {
-                if (at->weight < 0.5) continue;
-                const double width = WidthAt(smooth[c], at->scan, 0.4 * distance);
+                if (at->weight < usualWeight) continue;
+                const double width = WidthAt(smooth[c], at->scan, flank * distance);
                 if (width > 0) found.push_back(std::sqrt(std::max(1.0, width * width - meanVariance)));
             }
         }

@@ -1,12 +1,15 @@
-// How wide a single peak is along the run.
+// Measures the width of a single peak along the run.
 #pragma once
 
+#include "lanecall/Curves.h"
+#include "lanecall/Impulses.h"
 #include "lanecall/Spacing.h"
+#include "lanecall/Track.h"
 
 namespace lanecall {
 
-// Standard deviation, in scans, of the Gaussian that a lone peak resembles, from the narrower of the peaks nearby; 0.35
-// spacings where fewer than six can be measured.
+// Standard deviation, in scans, of the Gaussian that a lone peak resembles. It is taken from the narrower peaks near
+// each knot of the spacing, since a broad one may be two. Where fewer than six can be measured it is 0.35 spacings.
 CTrack EstimateWidth(const Curves& curves, const ImpulseLists& impulses, const Spacing& spacing);
 
 }  // namespace lanecall

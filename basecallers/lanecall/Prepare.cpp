@@ -1,6 +1,7 @@
 #include "lanecall/Prepare.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 
 #include "lanecall/Baseline.h"
@@ -13,9 +14,9 @@ namespace lanecall {
 
 namespace {
 
-constexpr int fewestScans = 200;     // some 15 bases
-constexpr int baselineWindow = 300;  // scans; some 20 bases, so that a run of one letter is no baseline
-constexpr double mostSaturated = 0.25;
+constexpr int fewestScans = 200;        // some 15 bases; a read must have 10 that can be trusted
+constexpr int baselineWindow = 300;     // scans, some 20 bases: wider than any run of one letter, which is no baseline
+constexpr double mostSaturated = 0.25;  // share of the scans of the read; beyond this the heights mean nothing
 
 }  // namespace
 
@@ -24,13 +25,14 @@ Prepared Prepare(const Recorded& recorded) {
     if (scans < fewestScans)
         throw CUnreadable("The trace is too short: " + std::to_string(scans) + " scans, " +
                           std::to_string(fewestScans) + " are needed");
-    Prepared prepared{recorded.curves, {}, {}};
-    for (Curve& curve : prepared.curves)
-        RemoveBaseline(curve, baselineWindow);
-    for (std::size_t c = 0; c < channelCount; ++c)
-        prepared.noise[c] = QuietNoise(prepared.curves[c]);
-    RemoveSpikes(prepared.curves, prepared.noise);
-    ScanRange range = FindSignal(prepared.curves, prepared.noise);
+    Prepared prepared{recorded.curves, {}};
+    PerChannel noise{};
+    for (std::size_t c = 0; c < channelCount; ++c) {
+        RemoveBaseline(prepared.curves[c], baselineWindow);
+        noise[c] = QuietNoise(prepared.curves[c]);
+    }
+    RemoveSpikes(prepared.curves, noise);
+    ScanRange range = FindSignal(prepared.curves, noise);
     if (recorded.wanted) {
         const ScanRange cut{std::max(range.first, recorded.wanted->first), std::min(range.end, recorded.wanted->end)};
         if (cut.Length() >= fewestScans) range = cut;

@@ -1,4 +1,4 @@
-// First stage: the trace as it was recorded becomes curves on a baseline of 0, and the stretch that holds the read.
+// First stage: removes the baseline and the flashes from the recorded trace and finds the stretch that holds the read.
 #pragma once
 
 #include <array>
@@ -8,23 +8,19 @@
 
 namespace lanecall {
 
-using Letters = std::array<char, channelCount>;  // the base that each channel shows
+using Letters = std::array<char, channelCount>;  // the base whose dye each channel detects
 
-// What a caller is given.
 struct Recorded {
-    Curves curves;  // in the detector's counts, all of one length
-    Letters letters{'A', 'C', 'T', 'G'};
-    std::optional<ScanRange> wanted;  // the stretch to keep to
-    Matrix given{};                   // rows and columns in the order A, C, T, G
+    Curves curves;                    // in the detector's counts, all of one length
+    std::optional<ScanRange> wanted;  // the read is searched in this range only
 };
 
 struct Prepared {
-    Curves curves;     // in counts above the baseline, without flashes
-    ScanRange range;   // of the read
-    PerChannel noise;  // deviation, in counts
+    Curves curves;    // in counts above the baseline, without flashes
+    ScanRange range;  // of the read
 };
 
-// Throws CUnreadable for a trace that is too short, shows no signal or is saturated.
+// Throws CUnreadable for a trace that is shorter than 200 scans, has no signal or is saturated.
 Prepared Prepare(const Recorded& recorded);
 
 }  // namespace lanecall

@@ -1,7 +1,10 @@
 #include "lanecall/Quality.h"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
+#include "lanecall/KnotCurve.h"
 #include "lanecall/QualityTable.h"
 
 namespace lanecall {
@@ -38,7 +41,7 @@ BaseRange BestStretch(const std::vector<double>& qualities, double limit) {
 }
 
 GoodRegion FindGoodRegion(const std::vector<double>& qualities) {
-    constexpr double mostError = 0.05;
+    constexpr double mostError = 0.05;  // the usual limit of Mott's trimming
     const BaseRange best = BestStretch(qualities, 1 - mostError);
     return best.Count() > 0 ? GoodRegion{best.first, best.end - 1} : GoodRegion{};
 }

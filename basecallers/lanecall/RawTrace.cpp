@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "lanecall/Smoothing.h"
 
 namespace lanecall {
 
 Curves TakeCurves(const double* const* arrays, int scans) {
-    constexpr double limit = 1e12;
+    constexpr double limit = 1e12;  // counts, beyond any detector; sums and squares of such values stay finite
     Curves curves;
     for (std::size_t c = 0; c < channelCount; ++c) {
         curves[c].resize(static_cast<std::size_t>(scans));
@@ -39,8 +42,8 @@ double SaturatedShare(const Curves& curves, ScanRange range) {
 }
 
 double NoiseOf(const Curve& curve, ScanRange range) {
-    // Third differences leave little of a peak; white noise of deviation 1 gives them the 0.3 quantile
-    // 0.3853 * sqrt(20).
+    // Third differences leave little of a peak. For white noise of deviation 1 their deviation is sqrt(1 + 9 + 9 + 1),
+    // and 30 % of the absolute values of a normal distribution lie below 0.3853 deviations.
     std::vector<double> differences;
     differences.reserve(static_cast<std::size_t>(range.Length()));
     for (int i = range.first; i + 3 < range.end; ++i) {
@@ -51,8 +54,8 @@ double NoiseOf(const Curve& curve, ScanRange range) {
 }
 
 double QuietNoise(const Curve& curve) {
-    constexpr int stretchScans = 400;
-    constexpr double quiet = 0.3;  // this share of the stretches is quieter
+    constexpr int stretchScans = 400;  // enough differences: their quantile varies by some 10 %
+    constexpr double quiet = 0.3;      // quantile over the stretches
     const int scans = static_cast<int>(curve.size());
     std::vector<double> noises;
     for (int first = 0; first + stretchScans <= scans; first += stretchScans)

@@ -1,19 +1,19 @@
-// Taking over the raw trace, and what can be measured of it before any work.
+// Copies the raw trace and measures what can be measured before any processing: saturation and noise.
 #pragma once
 
 #include "lanecall/Curves.h"
 
 namespace lanecall {
 
-// Copies four arrays of `scans` values. Values that are no numbers become 0, values beyond any detector are cut.
+// Copies four arrays of `scans` values. A NaN becomes 0; values are limited to 1e12 to either side of 0.
 Curves TakeCurves(const double* const* arrays, int scans);
 
-// Share (0 to 1) of the range's scans in which some channel lies flat at its greatest value for three scans or more.
+// The share (0 to 1) of scans at which a channel is saturated: it stays at its greatest value for at least three scans.
 double SaturatedShare(const Curves& curves, ScanRange range);
 
-// Typical difference of neighbouring scans that is no signal, in the curve's units.
+// Standard deviation of the noise from scan to scan, in the unit of the curve.
 double NoiseOf(const Curve& curve, ScanRange range);
-// The same where the trace is quietest: under the peaks of a strong read the noise is that of the light itself.
+// The same in the quietest parts of the curve. Under strong peaks the noise of the light itself is added to it.
 double QuietNoise(const Curve& curve);
 
 }  // namespace lanecall

@@ -1,32 +1,36 @@
-// Last stage: the bases, and how far each can be trusted.
+// Last stage: calls the bases and judges how reliable each call is.
 #pragma once
 
 #include <vector>
 
 #include "lanecall/Align.h"
 #include "lanecall/CallBases.h"
+#include "lanecall/CallFeatures.h"
+#include "lanecall/Curves.h"
 #include "lanecall/Quality.h"
+#include "lanecall/Track.h"
 
 namespace lanecall {
 
 struct CalledRead {
-    Curves curves;  // levelled and aligned
+    Curves curves;  // processed: a usual peak is 1 high, shifts of the dyes removed, not sharpened
     ScanRange range;
-    std::vector<Call> calls;
-    std::vector<double> qualities;  // probability that each call is right
+    std::vector<Call> calls;        // in the order of their scans
+    std::vector<double> qualities;  // of each call, the probability (0 to 1) that it is right
     GoodRegion good;
-    CTrack widths, spacing;  // of the peaks and between the bases, in scans
+    CTrack widths;   // standard deviation of a lone peak, in scans
+    CTrack spacing;  // in scans
 };
 
 struct MeasuredCalls {
     std::vector<Call> calls;
-    std::vector<CallFeatures> features;  // of each call
+    std::vector<CallFeatures> features;  // as many as calls
 };
 
-// All calls of the range, those before and after the read included.
+// Calls the whole range. The result includes calls before and after the read, where there is nothing to call.
 MeasuredCalls CallAndMeasure(const Aligned& aligned);
 
-// Throws CUnreadable when nowhere enough bases in a row can be trusted: 10, and one in forty or so of those called.
+// Throws CUnreadable if the good region has fewer than 10 bases or less than 2.4 % of the calls.
 CalledRead ReadBases(Aligned aligned);
 
 }  // namespace lanecall

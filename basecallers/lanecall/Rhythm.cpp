@@ -1,12 +1,16 @@
 #include "lanecall/Rhythm.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <numbers>
+
+#include "lanecall/Track.h"
 
 namespace lanecall {
 
 Phasors RhythmOf(const ImpulseLists& impulses, const Spacing& spacing) {
-    constexpr double windowScans = 480;
+    constexpr double windowScans = 480;  // some 35 bases; a Hann window, so peaks near its ends count little
     Phasors phasors(spacing.scans.Size());
     for (std::size_t w = 0; w < phasors.size(); ++w) {
         const double middle = spacing.scans.ScanOf(w), turn = 2 * std::numbers::pi / spacing.scans[w];

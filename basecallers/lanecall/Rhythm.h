@@ -1,20 +1,22 @@
-// Where the peaks of each channel stand on the grid of the bases.
+// Where the peaks of each channel lie between the grid lines of the base spacing.
 #pragma once
 
 #include <array>
 #include <complex>
 #include <vector>
 
+#include "lanecall/Curves.h"
+#include "lanecall/Impulses.h"
 #include "lanecall/Spacing.h"
 
 namespace lanecall {
 
-// The longer a channel's number, the clearer its rhythm at the known spacing; the angle says where on the grid its
-// peaks stand, a full turn for a spacing.
+// One complex number per channel: its angle is the position of the peaks on the grid (a full turn is one spacing), its
+// length says how well the peaks keep to the grid.
 using Phasor = std::complex<double>;
-using Phasors = std::vector<std::array<Phasor, channelCount>>;  // one for each knot of the spacing
+using Phasors = std::vector<std::array<Phasor, channelCount>>;  // for each knot of the spacing
 
-// From the peaks within 240 scans of each knot. The spacing must have been found.
+// Uses the peaks within 240 scans of each knot. `spacing.found` must be true.
 Phasors RhythmOf(const ImpulseLists& impulses, const Spacing& spacing);
 
 }  // namespace lanecall

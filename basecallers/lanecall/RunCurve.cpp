@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace lanecall {
@@ -12,8 +13,8 @@ struct Knot {
     double base, share;  // of the greatest spacing
 };
 
-// Medians over real runs of several instruments: the field pulls short fragments apart less, and the longest ones move
-// almost together.
+// Measured: medians over real runs of several instruments. Short fragments are separated less, and the longest ones
+// move almost together.
 constexpr std::array<Knot, 17> usualRun = {{{0, 0.66},
                                             {22, 0.71},
                                             {40, 0.765},

@@ -1,4 +1,4 @@
-// How the distance between bases changes along a run: every run has the same curve, in its own scale and pace.
+// How the spacing of the bases changes along a run. All runs have the same curve, each with its own scale and pace.
 #pragma once
 
 #include "lanecall/Curves.h"
@@ -6,9 +6,9 @@
 
 namespace lanecall {
 
-// The spacing in scans along the range, a knot every `stepScans`. `greatest` is the spacing where it is widest; `pace`
-// says how much sooner than usual the run gets there (1 for one whose spacing is widest at base 400); `lead` is the
-// scans of the range before the first base.
+// The spacing in scans along the range, with a knot every `stepScans` scans. `greatest` is the widest spacing, in
+// scans; a run of pace 1 reaches it at base 400, one of pace 2 at base 200; `lead` is the number of scans before the
+// first base.
 CTrack RunCurve(ScanRange range, double greatest, double pace, double lead, double stepScans);
 
 }  // namespace lanecall

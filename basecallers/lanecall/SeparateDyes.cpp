@@ -7,14 +7,15 @@
 #include "lanecall/RawTrace.h"
 #include "lanecall/Separation.h"
 #include "lanecall/SeparationEstimate.h"
+#include "lanecall/Track.h"
 #include "lanecall/Unreadable.h"
 
 namespace lanecall {
 
 namespace {
 
-// Smoothing of the first look at the peaks, deviation in scans. Peaks have 3 to 7, so the least joins none of them and
-// the most leaves neighbours of one letter apart.
+// Smoothing for the first search of peaks, as standard deviations in scans. Peaks have deviations of 3 to 7: the least
+// smoothing joins none of them, the most still separates two neighbours of one letter.
 constexpr double leastSmoothing = 2.4, mostSmoothing = 4.2;
 
 }  // namespace

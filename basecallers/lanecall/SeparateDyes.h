@@ -1,6 +1,11 @@
-// Second stage: what one dye shows in the channels of the others is taken out.
+// Second stage: turns channels, which see some light of every dye, into curves of one dye each.
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <optional>
+
+#include "lanecall/Curves.h"
 #include "lanecall/Impulses.h"
 #include "lanecall/Prepare.h"
 
@@ -9,16 +14,16 @@ namespace lanecall {
 struct Separated {
     Curves curves;     // one dye each, in counts
     ScanRange range;   // of the read
-    PerChannel noise;  // deviation in the range, in counts
-    Matrix matrix;     // row: channel, column: dye, both in the order of the channels; the diagonal is 1 when estimated
+    PerChannel noise;  // standard deviation in the range, in counts
+    Matrix matrix;     // that was used; rows and columns in the order of the channels
     ImpulseLists impulses;
 };
 
-// Index in A, C, T, G of each channel's letter, or none when the letters are not those four.
+// The index of each channel's letter in "ACTG"; none if the letters are not these four.
 std::optional<std::array<std::size_t, channelCount>> BaseIndices(const Letters& letters);
 
-// Uses the given matrix, or what the peaks themselves show when that is the identity. Throws CUnreadable for a matrix
-// without inverse.
+// `given` has its rows and columns in the order A, C, T, G. If it is the identity, or the letters are not A, C, T and
+// G, the matrix is estimated from the peaks. Throws CUnreadable for a matrix that cannot be inverted.
 Separated SeparateDyes(Prepared prepared, const Letters& letters, const Matrix& given);
 
 }  // namespace lanecall

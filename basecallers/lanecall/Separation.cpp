@@ -1,7 +1,9 @@
 #include "lanecall/Separation.h"
 
+#include <array>
 #include <cmath>
-#include <utility>
+#include <cstddef>
+#include <vector>
 
 namespace lanecall {
 
@@ -17,6 +19,8 @@ bool IsIdentity(const Matrix& matrix) {
 }
 
 std::optional<Matrix> Invert(const Matrix& matrix) {
+    // Elements are signals relative to a dye's own channel, so about 1 at most. A pivot below 1 in 1000 means that two
+    // dyes look alike.
     constexpr double leastPivot = 1e-3, greatest = 1e3;
     Matrix left = matrix, right = Identity();
     for (std::size_t i = 0; i < 4; ++i) {

@@ -1,4 +1,4 @@
-// Taking the dyes apart: how far each dye shows in each channel, and its undoing.
+// The arithmetic of the separation matrix.
 #pragma once
 
 #include <optional>
@@ -9,9 +9,9 @@ namespace lanecall {
 
 Matrix Identity();
 bool IsIdentity(const Matrix& matrix);
-// None when the matrix cannot be inverted with a sound result.
+// None if an element is not below 1000 or the matrix is (nearly) singular.
 std::optional<Matrix> Invert(const Matrix& matrix);
-// Replaces the channels' values at every scan by the product of `inverse` with them.
+// At every scan: dyes = inverse x channels, in place.
 void Separate(Curves& curves, const Matrix& inverse);
 
 }  // namespace lanecall

@@ -1,7 +1,11 @@
 #include "lanecall/SeparationEstimate.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
+#include <optional>
+#include <vector>
 
 #include "lanecall/Separation.h"
 #include "lanecall/Smoothing.h"
@@ -13,7 +17,7 @@ namespace {
 using Ratios = std::array<std::array<std::vector<double>, channelCount>, channelCount>;
 
 std::vector<PerChannel> HeightsAt(const Curves& bends, const ImpulseLists& impulses) {
-    constexpr double strong = 0.4;
+    constexpr double strong = 0.4;  // weight of a usual peak is 1; smaller ones are mostly other dyes' light
     std::vector<PerChannel> heights;
     for (const auto& list : impulses)
         for (const Impulse& impulse : list) {
@@ -30,10 +34,10 @@ std::size_t Dominant(const PerChannel& heights) {
     return static_cast<std::size_t>(std::max_element(heights.begin(), heights.end()) - heights.begin());
 }
 
-// Where the values crowd: the middle of the shortest interval that holds a share of them. Peaks that stand alone agree
-// with each other, mixed ones scatter.
-double Crowd(std::vector<double> values) {
-    constexpr double share = 0.35;
+// The most frequent value: the middle of the shortest interval that holds a given share of the values. Lone peaks have
+// about the same ratio, overlapping ones scatter.
+double MostFrequent(std::vector<double> values) {
+    constexpr double share = 0.35;  // of the values, by trial
     std::sort(values.begin(), values.end());
     const auto held = static_cast<std::size_t>(share * static_cast<double>(values.size()));
     std::size_t best = 0;
@@ -42,7 +46,7 @@ double Crowd(std::vector<double> values) {
     return values[best + held / 2];
 }
 
-// For each dye, how far peaks that it dominates still show in the other channels.
+// For each dye: the relative heights, after separation, of its peaks in the other channels.
 Ratios RemainingRatios(const std::vector<PerChannel>& heights, const Matrix& inverse) {
     Ratios ratios;
     for (const PerChannel& seen : heights) {
@@ -61,10 +65,10 @@ Ratios RemainingRatios(const std::vector<PerChannel>& heights, const Matrix& inv
 }  // namespace
 
 Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses) {
-    constexpr int rounds = 6;
-    constexpr double settled = 0.003;
-    constexpr std::size_t fewestPeaks = 20;
-    constexpr double greatest = 0.95;  // a dye shows most in its own channel
+    constexpr int rounds = 6;                // at most
+    constexpr double settled = 0.003;        // the rounds end when no element changes by more
+    constexpr std::size_t fewestPeaks = 20;  // 7 of them in the interval of MostFrequent
+    constexpr double greatest = 0.95;        // a dye is brightest in its own channel
     const std::vector<PerChannel> heights = HeightsAt(bends, impulses);
     Matrix matrix = Identity();
     for (int round = 0; round < rounds; ++round) {
@@ -74,7 +78,7 @@ Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses) {
         Matrix change = Identity();
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)
-                if (c != dye && ratios[c][dye].size() >= fewestPeaks) change[c][dye] = Crowd(ratios[c][dye]);
+                if (c != dye && ratios[c][dye].size() >= fewestPeaks) change[c][dye] = MostFrequent(ratios[c][dye]);
         double greatestChange = 0;
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)

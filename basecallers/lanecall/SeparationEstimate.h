@@ -1,12 +1,14 @@
-// The separation matrix as the sample itself shows it.
+// Estimates the separation matrix from the sample itself.
 #pragma once
 
+#include "lanecall/Curves.h"
 #include "lanecall/Impulses.h"
 
 namespace lanecall {
 
-// From peaks that one dye makes alone: the ratios in which such a peak shows in the other channels. The diagonal is 1.
-// Takes bend curves, which a baseline cannot spoil, and their tops.
+// Uses peaks to which one dye alone contributes: their heights in the other channels, relative to the dye's own. Takes
+// bend curves (see Impulses.h), which do not depend on the baseline, and their tops. The diagonal of the result is 1.
+// An element for which there are fewer than 20 peaks is not estimated. The result can be inverted.
 Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses);
 
 }  // namespace lanecall

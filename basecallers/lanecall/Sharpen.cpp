@@ -2,18 +2,22 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
+#include <vector>
 
 namespace lanecall {
 
 namespace {
 
-constexpr double targetShare = 0.22;
+constexpr double targetShare =
+    0.22;  // width of a sharpened peak in spacings: neighbours then have a valley between them
 
-// Symmetric filter, taps from the middle outward: it turns a Gaussian of deviation `width` into one of deviation
-// `target` as far as the noise allows. Its gain keeps the height of a lone peak.
+// A Wiener filter: gain = target * peak / (peak^2 + noisePower), where `target` and `peak` are the spectra of Gaussians
+// of these standard deviations (in scans). It turns a peak of deviation `width` into one of deviation `target` as far
+// as the noise allows, and keeps the height of a lone peak. Returns the taps of one half, from the middle outward.
 std::vector<double> MakeFilter(double width, double target, double noisePower) {
-    constexpr int frequencies = 64;
+    constexpr int frequencies = 64;  // from 0 to half a cycle per scan; enough for taps up to 64 scans from the middle
     const int reach = static_cast<int>(std::ceil(3 * width)) + 2;
     std::vector<double> taps(static_cast<std::size_t>(reach + 1), 0.0);
     const auto gaussian = [](double deviation, double f) {
@@ -36,15 +40,17 @@ std::vector<double> MakeFilter(double width, double target, double noisePower) {
     return taps;
 }
 
-// Noise against signal at the frequencies that matter, kept between what even clean curves need and what still helps.
+// The noise term of the filter for a noise relative to a usual peak. The numbers were found by trial; even clean curves
+// need some of it.
 double NoisePower(double noise) {
-    return std::clamp(0.5 * noise * noise, 0.0003, 0.05);
+    constexpr double factor = 0.5, least = 0.0003, most = 0.05;
+    return std::clamp(factor * noise * noise, least, most);
 }
 
 }  // namespace
 
 Curve Sharpen(const Curve& curve, ScanRange range, const CTrack& widths, const CTrack& spacing, const CTrack& noise) {
-    constexpr double ratio = 1.06;  // widths in one class differ by less
+    constexpr double ratio = 1.06;  // a new filter is made only when the width has changed by more, for speed
     Curve result(curve.size(), 0.0);
     std::vector<double> taps;
     double tapsWidth = 0;

@@ -1,4 +1,4 @@
-// Narrowing of the peaks, so that neighbours that run together show as peaks of their own.
+// Makes the peaks narrower, so that neighbours that have merged become separate peaks.
 #pragma once
 
 #include "lanecall/Curves.h"
@@ -6,9 +6,9 @@
 
 namespace lanecall {
 
-// Brings peaks of the given widths (deviations in scans) towards a fixed share of the spacing and keeps the height of a
-// lone one. `noise` is the deviation of the noise where a usual peak is 1: the more noise, the less is sharpened.
-// Nothing falls below 0.
+// Narrows peaks of the given widths (standard deviations in scans) towards 0.22 of the spacing (in scans) and keeps the
+// height of a lone peak. `noise` is the standard deviation of the noise relative to a usual peak: the more noise, the
+// less the peaks are narrowed. Negative values become 0, and so does everything outside `range`.
 Curve Sharpen(const Curve& curve, ScanRange range, const CTrack& widths, const CTrack& spacing, const CTrack& noise);
 
 }  // namespace lanecall

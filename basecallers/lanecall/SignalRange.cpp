@@ -1,7 +1,8 @@
 #include "lanecall/SignalRange.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstddef>
+#include <vector>
 
 #include "lanecall/Smoothing.h"
 
@@ -9,13 +10,13 @@ namespace lanecall {
 
 namespace {
 
-constexpr int blockScans = 50;
+constexpr int blockScans = 50;  // 3 to 5 bases, so that a block of a read has a peak in some channel
 
-// Height of the tallest channel, the greatest in each block, made steady over five blocks. A short mean takes most of
-// the noise off.
+// The greatest height in each block over all channels, then the median over five blocks, which ignores single flashes
+// and gaps. A short mean removes most of the noise first.
 std::vector<double> BlockHeights(const Curves& curves) {
     std::vector<double> heights(static_cast<std::size_t>(ScanCount(curves) / blockScans), 0.0);
-    constexpr int meanReach = 2;
+    constexpr int meanReach = 2;  // scans to either side, less than a peak is wide
     for (const Curve& raw : curves) {
         const Curve curve = BoxSmooth(raw, meanReach);
         for (std::size_t b = 0; b < heights.size(); ++b) {
@@ -32,9 +33,9 @@ std::vector<double> BlockHeights(const Curves& curves) {
     return steady;
 }
 
-// The longest run of blocks above the limit; a gap of a few blocks does not end it.
+// The longest run of blocks above the limit. A gap of up to four blocks does not end it.
 ScanRange LongestRun(const std::vector<double>& heights, double limit) {
-    constexpr int allowedGap = 4;
+    constexpr int allowedGap = 4;  // blocks, some 15 bases
     const int count = static_cast<int>(heights.size());
     ScanRange best, run;
     for (int b = 0; b < count; ++b) {
@@ -49,7 +50,7 @@ ScanRange LongestRun(const std::vector<double>& heights, double limit) {
 }  // namespace
 
 ScanRange FindSignal(const Curves& curves, const PerChannel& noise) {
-    constexpr double timesNoise = 4;  // above the highest of some 200 smoothed values of noise alone
+    constexpr double timesNoise = 4;  // more than the greatest of the 200 values of a block reaches by noise alone
     const int scans = ScanCount(curves);
     const double limit = timesNoise * *std::max_element(noise.begin(), noise.end());
     const ScanRange blocks = LongestRun(BlockHeights(curves), limit);

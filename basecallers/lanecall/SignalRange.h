@@ -1,12 +1,13 @@
-// Where in the run the read lies.
+// Finds the read in the run.
 #pragma once
 
 #include "lanecall/Curves.h"
 
 namespace lanecall {
 
-// The longest stretch in which peaks stand above the noise, however much lower than elsewhere they are. Takes curves
-// without baseline, and the deviation of each channel's noise in their unit; empty when nothing stands out.
+// The longest stretch in which peaks stand above the noise, even if they are much lower than elsewhere. `curves` have
+// no baseline; `noise` is the standard deviation of each channel's noise, in the unit of the curves. Empty if nothing
+// stands out. The result is a block of 50 scans longer at either end.
 ScanRange FindSignal(const Curves& curves, const PerChannel& noise);
 
 }  // namespace lanecall

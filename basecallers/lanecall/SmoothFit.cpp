@@ -1,13 +1,14 @@
 #include "lanecall/SmoothFit.h"
 
-#include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace lanecall {
 
 namespace {
 
-// Solves a symmetric, positive definite system with two bands beside its diagonal; row i holds a[i][i..i+2].
+// Solves a symmetric positive definite system with two bands beside its diagonal, in place: rows[i] holds the elements
+// i to i + 2 of row i, `right` the right side and then the solution.
 void SolveBanded(std::vector<std::array<double, 3>>& rows, std::vector<double>& right) {
     const std::size_t count = rows.size();
     for (std::size_t i = 0; i < count; ++i)
@@ -28,11 +29,12 @@ void SolveBanded(std::vector<std::array<double, 3>>& rows, std::vector<double>& 
 
 std::vector<double> SmoothFit(const std::vector<double>& values, const std::vector<double>& weights, double stiffness,
                               double level) {
+    constexpr double leastWeight = 1e-9;  // keeps the system solvable when all weights are 0
     const std::size_t count = values.size();
     std::vector<std::array<double, 3>> rows(count);
     std::vector<double> right(count);
     for (std::size_t i = 0; i < count; ++i) {
-        rows[i][0] = weights[i] + 1e-9;
+        rows[i][0] = weights[i] + leastWeight;
         right[i] = rows[i][0] * values[i];
     }
     for (std::size_t i = 0; i + 1 < count; ++i) {

@@ -1,12 +1,15 @@
-// A smooth row of values through uncertain ones.
+// Fits a smooth series to uncertain values.
 #pragma once
 
 #include <vector>
 
 namespace lanecall {
 
-// The row that keeps near `values` where their weights are high and bends little; `stiffness` weighs its bends (squared
-// second differences) and `level` its slopes against the weights. Weights are 0 or above; both costs are above 0.
+// The series x that minimises
+//     sum weights[i] * (x[i] - values[i])^2 + stiffness * sum (second differences)^2 + level * sum (first
+//     differences)^2
+// (Whittaker smoothing). The greater `stiffness` the less it bends, the greater `level` the flatter it is. `weights`
+// are 0 or above and as many as `values`; `stiffness` and `level` are above 0.
 std::vector<double> SmoothFit(const std::vector<double>& values, const std::vector<double>& weights, double stiffness,
                               double level);
 

@@ -1,14 +1,14 @@
 #include "lanecall/Smoothing.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstddef>
 #include <functional>
 
 namespace lanecall {
 
 namespace {
 
-// A queue of scans whose values rise (in the sense of `before`) from front to back: the front is the extreme.
+// Keeps a queue of scans whose values ascend in the sense of `before`, so that the first one is the extreme value.
 template <class Before>
 Curve RunningExtreme(const Curve& curve, int reach, Before before) {
     const int count = static_cast<int>(curve.size());
@@ -39,7 +39,7 @@ Curve BoxSmooth(const Curve& curve, int reach) {
     double sum = 0;
     for (int i = 0; i < std::min(reach, count); ++i)
         sum += at(i);
-    // The mean grows at the head of the curve, moves along it, and shrinks at its tail.
+    // The window grows at the start of the curve, moves along it, and shrinks at its end.
     int i = 0;
     for (; i < count && i <= reach; ++i) {
         if (i + reach < count) sum += at(i + reach);

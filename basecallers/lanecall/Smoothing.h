@@ -1,5 +1,7 @@
-// Filters that run along one curve in linear time.
+// Filters over one curve. Each takes time in proportion to the number of scans.
 #pragma once
+
+#include <vector>
 
 #include "lanecall/Curves.h"
 
@@ -7,12 +9,13 @@ namespace lanecall {
 
 // Mean over 2 * reach + 1 scans, fewer at the ends.
 Curve BoxSmooth(const Curve& curve, int reach);
-// Smallest / greatest value over 2 * reach + 1 scans, fewer at the ends.
+// Smallest and greatest value over 2 * reach + 1 scans, fewer at the ends.
 Curve RunningMinimum(const Curve& curve, int reach);
 Curve RunningMaximum(const Curve& curve, int reach);
-// Value at a fractional scan by a cubic through four scans; the end values are repeated beyond the ends.
+// The value between scans, from a cubic (Catmull-Rom) through the four scans around it. Beyond the ends it is the value
+// of the first or last scan, of an empty curve 0.
 double Interpolate(const Curve& curve, double scan);
-// The value below which `share` (0 to 1) of the values lie; 0 without values.
+// The value below which the given share (0 to 1) of the values lies; 0 if there are none.
 double Quantile(std::vector<double> values, double share);
 
 }  // namespace lanecall

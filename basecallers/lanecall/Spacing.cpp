@@ -4,7 +4,10 @@
 #include <array>
 #include <cmath>
 #include <complex>
+#include <cstddef>
 #include <numbers>
+#include <utility>
+#include <vector>
 
 #include "lanecall/RunCurve.h"
 #include "lanecall/SmoothFit.h"
@@ -13,10 +16,11 @@ namespace lanecall {
 
 namespace {
 
-constexpr double windowScans = 400, hopScans = 120;
+constexpr double windowScans = 400;  // some 30 bases: enough for a rhythm, and the spacing hardly changes within them
+constexpr double hopScans = 120;     // from window to window
 
-// Some impulses of a window as numbers in the complex plane, each turned on by its step from frequency to frequency.
-// Several at a time keep the processor busy.
+// A few impulses of a window as complex numbers. Each is turned by its own step from one frequency to the next, which
+// replaces a sine and a cosine per frequency. Four at a time are independent, so the processor works on all of them.
 struct Turning {
     static constexpr std::size_t size = 4;
     std::array<double, size> real{}, imaginary{}, stepReal{}, stepImaginary{};
@@ -40,14 +44,15 @@ struct Turning {
     }
 };
 
-// The frequencies, in bases a scan, at which a window is looked at.
+// The frequencies, in bases per scan, at which the power of a window is computed.
 struct Band {
     double lowest, step;
     std::size_t count;
     double At(double index) const { return lowest + step * index; }
 };
 
-// Adds the power of one channel's impulses in the window round `middle`.
+// Adds the power of one channel's impulses in the window around `middle`, and to `floor` the power that they would have
+// without any rhythm.
 void AddPower(const std::vector<Impulse>& impulses, double middle, const Band& band, std::vector<double>& power,
               double& floor) {
     constexpr double circle = 2 * std::numbers::pi;
@@ -70,7 +75,7 @@ void AddPower(const std::vector<Impulse>& impulses, double middle, const Band& b
         power[f] += std::norm(sums[f]);
 }
 
-// Power of a window at each frequency of the band; 1 where the peaks have no rhythm.
+// Power of a window at each frequency of the band, relative to peaks without rhythm: these have about 1.
 std::vector<double> PowerNear(const ImpulseLists& impulses, double middle, const Band& band) {
     std::vector<double> power(band.count, 0.0);
     double floor = 0;
@@ -81,14 +86,15 @@ std::vector<double> PowerNear(const ImpulseLists& impulses, double middle, const
     return power;
 }
 
-// Powers of the windows of a read over one band; every value is the strongest within a small part of its frequency.
+// The powers of all windows of a read. Each value is the greatest within 3 % of its frequency, since the run curve need
+// not fit exactly.
 class CSpectra {
   public:
     CSpectra(const ImpulseLists& impulses, ScanRange range) {
         for (double middle = range.first; middle < range.end + hopScans; middle += hopScans)
             windows.push_back(Broadened(PowerNear(impulses, middle, band)));
     }
-    // Sum over the windows of the power at the spacing of the curve, which has a knot for each window.
+    // The sum of the windows' powers at the spacings of `curve`, which has one knot per window.
     double PowerAlong(const CTrack& curve) const {
         double sum = 0;
         for (std::size_t w = 0; w < windows.size(); ++w) {
@@ -101,7 +107,7 @@ class CSpectra {
 
   private:
     static std::vector<double> Broadened(const std::vector<double>& power) {
-        constexpr double part = 0.03;
+        constexpr double part = 0.03;  // of the frequency
         std::vector<double> broad(power.size());
         for (std::size_t f = 0; f < power.size(); ++f) {
             const auto reach = static_cast<std::size_t>(part * band.At(static_cast<double>(f)) / band.step + 0.5);
@@ -112,35 +118,42 @@ class CSpectra {
         return broad;
     }
 
-    static constexpr double shortest = 4.5, longest = 30, step = 1 / (2 * windowScans);  // scans, bases a scan
+    // Spacings in scans, wider than those of any run; the step of the frequencies in bases per scan, half of what a
+    // window can distinguish.
+    static constexpr double shortest = 4.5, longest = 30, step = 1 / (2 * windowScans);
     static constexpr Band band{1 / longest, step, static_cast<std::size_t>((1 / shortest - 1 / longest) / step) + 1};
     std::vector<std::vector<double>> windows;
 };
 
+// The parameters of a run curve; the defaults are those of a usual run.
 struct RunShape {
-    double greatest = 14.6;  // spacing where it is widest, in scans
+    double greatest = 14.6;  // the widest spacing, in scans
     double pace = 1;
     double lead = 240;  // scans before the first base
 };
 
-// What a shape costs that real runs rarely have, in units of the power of one window: their greatest spacings are 10 to
-// 19 scans at any scan rate from 1.4 to 7 a second, since the rate is set to the speed of the run.
+// What an unusual shape costs, in units of the power of one window. Measured: the widest spacing of real runs is 10 to
+// 19 scans at any scan rate from 1.4 to 7 per second, because instruments choose the rate by the speed of the run.
 double Rarity(const RunShape& shape) {
-    constexpr double weight = 3, deviation = 0.25, paceDeviation = 0.3;
+    constexpr double weight = 3;                             // of one standard deviation, by trial
+    constexpr double deviation = 0.25, paceDeviation = 0.3;  // of the natural logarithms
     const double departure = std::log(shape.greatest / RunShape{}.greatest) / deviation;
     const double hurry = std::log(shape.pace) / paceDeviation;
     return weight * (departure * departure + hurry * hurry);
 }
 
-constexpr double ratioStep = 0.01;  // of the frequency to the expected one
-constexpr int lowestRatio = -25, ratioCount = 61;
+// The ratios of the frequency to the expected one that are tried: 0.75 to 1.35.
+constexpr double ratioStep = 0.01;
+constexpr int lowestRatio = -25, ratioCount = 61;  // in steps from 1
 
-// The most powerful path through the windows that changes its ratio to the expected frequency slowly and stays near 1.
+// Finds the path through the windows with the most power, whose ratio changes slowly and stays near 1.
 class CRatioPath {
   public:
     void Add(const std::vector<double>& power) {
-        constexpr double changeCost = 1200, departureCost = 100;  // of the square of a change or departure
-        constexpr int reach = 8;
+        // Power that a change of the ratio from window to window, or a departure from 1, costs per unit of its square:
+        // 0.12 for a change of 1 %, 1 for a departure of 10 %. By trial.
+        constexpr double changeCost = 1200, departureCost = 100;
+        constexpr int reach = 8;  // steps, the greatest change from window to window
         std::vector<double> next(ratioCount);
         from.emplace_back();
         for (int s = 0; s < ratioCount; ++s) {
@@ -175,7 +188,7 @@ class CRatioPath {
     std::vector<std::array<int, ratioCount>> from;
 };
 
-// The place of a top between the values, as a parabola through three of them has it.
+// The place of the top between the values: that of the parabola through three of them.
 double TopPlace(const std::vector<double>& power, std::size_t at) {
     const auto place = static_cast<double>(at);
     if (at == 0 || at + 1 >= power.size()) return place;
@@ -199,6 +212,7 @@ CTrack FindRunCurve(const ImpulseLists& impulses, ScanRange range) {
         most = score;
         best = shape;
     };
+    // A coarse search over scale and pace, a finer one around its result, then the lead.
     for (double pace : {0.8, 1.0, 1.25, 1.55})
         for (double greatest = 6.5; greatest < 28; greatest *= 1.025)
             consider({greatest, pace});
@@ -215,8 +229,9 @@ CTrack FindRunCurve(const ImpulseLists& impulses, ScanRange range) {
 }
 
 Spacing FollowSpacing(const ImpulseLists& impulses, ScanRange range, const CTrack& expected) {
-    constexpr std::size_t fewestPeaks = 8;
-    constexpr double stiffness = 30, level = 0.2;
+    constexpr std::size_t fewestPeaks = 8;               // of all channels
+    constexpr double stiffness = 30, level = 0.2;        // see SmoothFit.h; against weights of 0 to some 10, by trial
+    constexpr double leastRatio = 0.7, mostRatio = 1.5;  // of the spacing to the expected one
     std::size_t count = 0;
     for (const auto& list : impulses)
         count += list.size();
@@ -238,7 +253,8 @@ Spacing FollowSpacing(const ImpulseLists& impulses, ScanRange range, const CTrac
     }
     ratios = SmoothFit(ratios, weights, stiffness, level);
     for (std::size_t w = 0; w < ratios.size(); ++w)
-        ratios[w] = std::clamp(ratios[w], 0.7, 1.5) * expected.At(range.first + hopScans * static_cast<double>(w));
+        ratios[w] =
+            std::clamp(ratios[w], leastRatio, mostRatio) * expected.At(range.first + hopScans * static_cast<double>(w));
     return {CTrack(range.first, hopScans, std::move(ratios)), CTrack(range.first, hopScans, std::move(regularity)),
             true};
 }

@@ -1,16 +1,20 @@
 #include "lanecall/Spikes.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 namespace lanecall {
 
 namespace {
 
-constexpr int reach = 4;  // scans to either side that a flash may fill
+constexpr int reach = 4;  // scans to either side: a flash lasts a scan or two, a peak has a deviation of 3 to 7
 
-// A peak of a dye is broader than a flash, and never as clear in all four channels.
+// In every channel the curve must be high above its values `reach` - 1 scans away. A peak of a dye is too broad for
+// that, and never as clear in all four channels.
 bool IsSpike(const Curves& curves, const PerChannel& noise, std::size_t scan) {
-    constexpr double timesNoise = 8, share = 0.6;
+    constexpr double timesNoise = 8;  // noise alone exceeds this in no channel, let alone in four
+    constexpr double share = 0.6;     // of the height; a peak of deviation 3 falls by only 40 % in these 3 scans
     for (std::size_t c = 0; c < channelCount; ++c) {
         const double top = curves[c][scan];
         const double above = top - std::max(curves[c][scan - reach + 1], curves[c][scan + reach - 1]);

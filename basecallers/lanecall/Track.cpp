@@ -1,7 +1,6 @@
 #include "lanecall/Track.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace lanecall {

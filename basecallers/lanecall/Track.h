@@ -1,6 +1,8 @@
-// A quantity that changes slowly along the run, such as the base spacing: values at evenly spaced scans.
+// A quantity that changes slowly along the run, such as the base spacing: its values at evenly spaced scans, the knots.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <vector>
 
 #include "lanecall/Curves.h"
@@ -10,17 +12,18 @@ namespace lanecall {
 class CTrack {
   public:
     CTrack() = default;
-    // values[k] holds at scan first + k * step; step above 0.
+    // values[k] is the value at scan first + k * step; `step` is above 0.
     CTrack(double first, double step, std::vector<double> values);
 
-    // Linear between two values, constant beyond the ends; 0 for a track without values.
+    // Linear between two knots, constant beyond the first and the last; 0 for a track without knots.
     double At(double scan) const;
     std::size_t Size() const { return values.size(); }
     double ScanOf(std::size_t knot) const { return first + step * static_cast<double>(knot); }
     double& operator[](std::size_t knot) { return values[knot]; }
     double operator[](std::size_t knot) const { return values[knot]; }
 
-    // Replaces outliers by the median of 2 * reach + 1 neighbours, then averages over the same reach.
+    // Replaces each value by the median over 2 * reach + 1 knots, which removes outliers, then by the mean over as
+    // many.
     void Smooth(int reach);
 
   private:
@@ -29,7 +32,7 @@ class CTrack {
     std::vector<double> values;
 };
 
-// The number of bases from the track's first knot to each other one, of a track of spacings above 0.
+// The number of bases from the first knot to each knot, for a track of spacings in scans, all above 0.
 CTrack BasesAlong(const CTrack& spacing);
 
 using ChannelTracks = std::array<CTrack, channelCount>;

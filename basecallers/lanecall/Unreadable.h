@@ -1,11 +1,11 @@
-// What ends the work on a read that no bases can be called from.
+// The exception for a trace from which no bases can be called.
 #pragma once
 
 #include <stdexcept>
 
 namespace lanecall {
 
-// Thrown by the stages; the text is the sentence that the user gets.
+// Thrown by the stages; what() is a sentence for the user.
 class CUnreadable : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;

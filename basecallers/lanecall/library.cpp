@@ -1,11 +1,19 @@
-// The entry points of the library. They hold the one sample of the conversation and the arrays handed out; the work is
-// CCaller's. No exception passes them.
+// The entry points of the library. They hold the sample of the current conversation and the arrays that the program
+// reads; CCaller does the work. No exception leaves an entry point.
 #include <lanewright/basecaller.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
+#include "lanecall/Annotation.h"
 #include "lanecall/Caller.h"
+#include "lanecall/Curves.h"
+#include "lanecall/Quality.h"
 
 #define LANECALL_EXPORT extern "C" __attribute__((visibility("default")))
 
@@ -16,8 +24,8 @@ using lanecall::channelCount;
 
 struct Conversation {
     CCaller caller;
-    std::string failure;    // what ended a procedure without a text of the caller's own
-    bool isBroken = false;  // something that was handed over is missing for lack of memory
+    std::string failure;    // why a procedure ended by an exception; CCaller::Problem has the other reasons
+    bool isBroken = false;  // an entry point failed, so some of the input may be missing
 
     std::array<double*, channelCount> channels{};
     std::vector<PeakRecord> peaks;
@@ -28,8 +36,8 @@ struct Conversation {
 
 std::unique_ptr<Conversation> conversation;
 
-// Runs `work` with the conversation, if there is one and nothing goes wrong; else gives `otherwise`. What went wrong
-// ends every later procedure: a call without a part of what was handed over could look like a good one.
+// Returns what `work` returns for the conversation, or `otherwise` if there is none or `work` throws. After an
+// exception every later procedure fails: calls from half of the input could look like good ones.
 template <class Result, class Work>
 Result Guarded(Result otherwise, Work work) noexcept {
     try {
@@ -76,7 +84,7 @@ LANECALL_EXPORT const char* GetProgramName(void) {
     return "Lanecall";
 }
 
-// The measurements are by-products, so they are made whether they are asked for or not.
+// The annotation costs next to nothing, so it is always measured.
 LANECALL_EXPORT void SetIfAnnotate(int32_t) {}
 
 LANECALL_EXPORT void SetNumSamples(int32_t) {
@@ -103,7 +111,7 @@ LANECALL_EXPORT void SetSignalRange(int32_t, int32_t first, int32_t last) {
     });
 }
 
-// The width follows from the trace itself.
+// Ignored: the peak width is measured on the trace.
 LANECALL_EXPORT void SetApproxiamtePeakWidth(int32_t, int32_t) {}
 
 LANECALL_EXPORT void SetSpecSepMatrix(int32_t, float** rows) {
@@ -194,12 +202,12 @@ LANECALL_EXPORT int32_t ReportFWHMSpacing(int32_t, float** fwhm, int32_t** gaps,
     });
 }
 
-// The current is not corrected.
+// 0: the current is not corrected.
 LANECALL_EXPORT int32_t ReportNumCurrFix(int32_t) {
     return 0;
 }
 
-// One separation for the whole read.
+// 1: the whole read has one matrix.
 LANECALL_EXPORT int32_t ReportSpecSepDepth(int32_t) {
     return Guarded(0, [](Conversation& talk) { return talk.caller.MatrixUsed() ? 1 : 0; });
 }

@@ -6,6 +6,7 @@
 #include "lanecall/NoiseSmoothing.h"
 #include "lanecall/ReadBases.h"
 #include "lanecall/RunCurve.h"
+#include "lanecall/Separation.h"
 #include "lanecall/SeparationEstimate.h"
 #include "lanecall/SyntheticRead.h"
 #include "lanecall/Unreadable.h"
@@ -29,8 +30,7 @@ ImpulseLists ImpulsesOf(const Curves& curves, ScanRange range) {
 Measured MeasuredFrom(const TestChannels& channels) {
     Recorded recorded;
     recorded.curves = channels;
-    return Measure(SeparateDyes(Prepare(recorded), recorded.letters,
-                                Matrix{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}}));
+    return Measure(SeparateDyes(Prepare(recorded), Letters{'A', 'C', 'T', 'G'}, Identity()));
 }
 
 std::string LettersOf(const CalledRead& read) {
