@@ -13,7 +13,7 @@ namespace {
 
 enum Step : std::uint8_t { diagonal, deletion, insertion };
 
-// The last step of the best alignment of every head of the truth with every head of the call.
+// The last step of the best alignment of the first i true bases (row) with the first j called bases (column).
 class CSteps {
   public:
     CSteps(std::size_t rows, std::size_t columnCount) : columns(columnCount), steps(rows * columnCount) {}
@@ -25,16 +25,16 @@ class CSteps {
     std::vector<std::uint8_t> steps;
 };
 
-// Whether the called letter is right: the true one, or one of those that the true one, an ambiguity code, stands for.
+// Whether the called letter is right. `standsFor` has the letters of an ambiguity code in the truth.
 bool Agrees(char base, std::string_view standsFor, char called) {
     return called == base || standsFor.find(called) != std::string_view::npos;
 }
 
-// The score of the truth's heads with one more base, from the scores without it, in place. scores[j] is that of the
-// best alignment with the first j called bases; scores[0] stays 0, since a head may overhang.
+// Adds one true base to the alignments. scores[j] is the score of the best alignment of all true bases so far with the
+// first j called bases; scores[0] stays 0, since the start may overhang.
 void AddTrueBase(char base, std::string_view call, std::vector<int>& scores, std::uint8_t* steps) {
     const std::string_view standsFor = LettersOfCode(base);
-    int before = scores[0];  // of the shorter truth with the shorter call
+    int before = scores[0];  // the score without this true base and without called base j
     int left = scores[0];
     for (std::size_t j = 1; j <= call.size(); ++j) {
         const int match = before + (Agrees(base, standsFor, call[j - 1]) ? 1 : -1);
@@ -49,7 +49,8 @@ void AddTrueBase(char base, std::string_view call, std::vector<int>& scores, std
     }
 }
 
-// Goes back from the cell (i, j) until one of the two has no more bases; what the other still has is its overhang.
+// Follows the steps back from the cell (i, j) until one of the sequences is used up. The rest of the other is its
+// overhang.
 void CountColumns(std::string_view truth, std::string_view call, const CSteps& steps, std::size_t i, std::size_t j,
                   Agreement& counts) {
     while (i > 0 && j > 0) {

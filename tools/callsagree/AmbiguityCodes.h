@@ -1,4 +1,4 @@
-// The letters that stand for several bases, as the nomenclature for nucleic acids settles them.
+// The letters that stand for several bases (the IUPAC codes).
 #pragma once
 
 #include <array>
@@ -7,7 +7,7 @@
 
 namespace callsagree {
 
-// The bases that an ambiguity code in upper case stands for; nothing for any other character.
+// The bases that an upper-case ambiguity code stands for; empty for any other character.
 constexpr std::string_view LettersOfCode(char code) {
     constexpr std::array<std::pair<char, std::string_view>, 11> codes = {{{'M', "AC"},
                                                                           {'R', "AG"},

@@ -1,8 +1,10 @@
 #include "callsagree/Fasta.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace callsagree {
@@ -26,7 +28,7 @@ bool IsFastaName(const fs::path& path) {
     return path.extension() == ".seq" || path.extension() == ".fasta";
 }
 
-// In ascending order, so that the table does not depend on the file system.
+// Sorted, so that the table does not depend on the file system.
 std::vector<fs::path> FastaFilesIn(const fs::path& folder, const fs::path& except) {
     std::vector<fs::path> files;
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {

@@ -1,4 +1,4 @@
-// FASTA files and the records in them.
+// Reads FASTA files.
 #pragma once
 
 #include <string>
@@ -7,16 +7,16 @@
 namespace callsagree {
 
 struct FastaRecord {
-    std::string stem;   // name of the file that the title names, without folder and extension
+    std::string stem;   // the name in the title without folder and extension: "s1" of ">/out/s1.esd\t600"
     std::string bases;  // in upper case
 };
 
-// All records of the file; throws std::runtime_error when it cannot be read or does not start with a title. Line ends
-// may be LF or CR LF. A title's path ends at the first tab or, if it has none, at the first blank.
+// All records of the file. Line ends may be LF or CR LF. The name in a title ends at the first tab or, if there is
+// none, at the first blank. Throws std::runtime_error if the file cannot be read or does not begin with a title.
 std::vector<FastaRecord> ReadFasta(const std::string& path);
 
-// The records of all of the files and of the FASTA files in all of the folders. The search of a folder passes over the
-// file `except`, which must exist. Throws likewise, and for a folder without any.
+// The records of all files in `paths`, and of all .seq and .fasta files in the folders among them and below. The file
+// `except`, which must exist, is left out of the folders. Throws like ReadFasta, and for a folder without such a file.
 std::vector<FastaRecord> ReadCalls(const std::vector<std::string>& paths, const std::string& except);
 
 }  // namespace callsagree

@@ -1,15 +1,19 @@
-// Compares called bases with true ones; docs/tools.md says more.
+// calls-agree: compares called bases with the true ones. See docs/tools.md.
 #include <cstdio>
 #include <exception>
+#include <optional>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
+#include "callsagree/Alignment.h"
 #include "callsagree/Fasta.h"
 #include "callsagree/Options.h"
 #include "callsagree/Report.h"
 
 namespace {
 
-// Says why the calls do not pass, and gives whether they do.
+// Whether the calls are good enough; prints the reasons if not.
 bool Passes(const callsagree::Comparison& comparison, const callsagree::Options& options) {
     const double identity = comparison.total.Identity();
     const double coverage = comparison.total.Coverage();

@@ -1,4 +1,4 @@
-// The comparison of all records, and the table of it.
+// Compares all records and makes the table of the results.
 #pragma once
 
 #include <string>
@@ -14,15 +14,15 @@ struct Comparison {
         std::string stem;
         Agreement agreement;
     };
-    std::vector<Row> rows;  // in the order of the truth; more than one for a record that was called more than once
+    std::vector<Row> rows;  // in the order of the truth, one for each call of a record
     Agreement total;
-    std::vector<std::string> missing;  // stems of the truth that were not called, or without a base
-    std::vector<std::string> unknown;  // stems of calls that have no truth
+    std::vector<std::string> missing;  // stems of true records without a call, or whose calls have no bases
+    std::vector<std::string> unknown;  // stems of calls for which there is no truth
 };
 
 Comparison Compare(const std::vector<FastaRecord>& truth, const std::vector<FastaRecord>& calls);
 
-// The table for standard output, with a line for missing and one for unknown records.
+// The table as text, with a line for missing and one for unknown records if there are any.
 std::string Table(const Comparison& comparison);
 
 }  // namespace callsagree

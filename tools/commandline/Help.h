@@ -1,4 +1,5 @@
-// How the tools show their help and end on it: sections without gaps, defaults in brackets behind the text.
+// The form of the tools' help (sections without empty lines, defaults in brackets after the text), and reading a
+// command line with it.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -44,8 +45,9 @@ class CHelpFormatter : public CLI::Formatter {
     std::string make_footer(const CLI::App* app) const override { return app->get_footer() + "\n"; }
 };
 
-// Puts the arguments into the variables of the options. False when the program is to end at once, with `exitCode`: 0
-// after --help, 1 after a message on standard error.
+// Sets the variables of the options from the arguments. False if the program is to end at once; `exitCode` is then 0
+// after
+// --help, or 1 after a message on standard error.
 inline bool Parse(CLI::App& app, int argc, const char* const* argv, int& exitCode) {
     app.formatter(std::make_shared<CHelpFormatter>());
     try {

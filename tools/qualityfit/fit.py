@@ -3,15 +3,20 @@
 
     fit.py CALL-FEATURES PLATE [PLATE ...] [--synthetic PLATE ...] [--leave-out PART] >QualityTable.h
 
-Each PLATE is a folder with raw samples (.rsd), reference.fasta (records named by stem) and quality.tsv (stem, tab, the
-Phred qualities of the reference's bases with commas); each synthetic one has truth.fasta. CALL-FEATURES is the program
-of that name, which build/bin has. Needs numpy and Biopython.
+CALL-FEATURES is the program build/bin/call-features. Each PLATE is a folder with
 
-The model: every feature has a curve, straight between knots; their sum is the log odds that the call is wrong. The
-curves come from a penalised logistic regression over all calls that the alignment with the reference covers. A
-reference errs too: a mismatch counts for an error of the call by the odds of the two error probabilities, in a few
-rounds. A monotone table then turns the sum into a Phred value, from what each read got when it was left out of the
-fitting (six parts of the reads). Bins of the sum without an error count as half an error.
+- raw samples (.rsd);
+- reference.fasta, whose records have the names of the samples without extension;
+- quality.tsv: per line such a name, a tab, and the Phred qualities of the reference's bases, separated by commas.
+
+A synthetic PLATE is one that samplegen has made, with truth.fasta. Needs numpy and Biopython.
+
+The model: each feature has a curve, linear between knots, and the sum of the curves is the log odds that the call is
+wrong. The curves are fitted by penalised logistic regression to all calls that the alignment with the reference covers.
+References have errors too, so a mismatch counts as an error of the call only with the probability that the call and not
+the reference is wrong; this is computed from both error probabilities, in three rounds. A monotone table then turns the
+sum into a Phred value. It is made from sums that each read gets from curves fitted without it (the reads are divided
+into six parts). A bin of the table without errors counts as one with half an error.
 """
 
 import argparse
@@ -36,9 +41,9 @@ FEATURES = {  # in the order of the enumeration; the knots of each
     "passed": [0, .05, .1, .2, .4, .7, 1.2],
 }
 GAP = list(FEATURES).index("gap")
-SYNTHETIC_WEIGHT = 0.2  # of a synthetic call: cleaner than life, but its truth is sure
-DOUBTFUL = -2.5  # sums above this are those of calls that are wrong once in ten or more
-MOST_PHRED = 42  # a little less than the clearest calls here, since new reads are not those that the caller was tried on
+SYNTHETIC_WEIGHT = 0.2  # of a synthetic call, by trial: its truth is certain, but it is cleaner than a real one
+DOUBTFUL = -2.5  # calls with sums above this are wrong once in ten times or more often
+MOST_PHRED = 42  # a little less than the clearest calls reach here: the caller was developed with these reads
 PARTS = 6
 AMBIGUOUS = {"R": "AG", "Y": "CT", "S": "CG", "W": "AT", "K": "GT", "M": "AC",
              "B": "CGT", "D": "AGT", "H": "ACT", "V": "ACG", "N": "ACGT"}
@@ -70,12 +75,12 @@ def aligner():
     one = Align.PairwiseAligner()
     one.mode = "global"
     one.match_score, one.mismatch_score, one.gap_score = 0, -1, -1
-    one.target_end_gap_score = 0  # the whole reference against the best part of the call
+    one.target_end_gap_score = 0  # the whole reference is aligned with a part of the call
     return one
 
 
 def least_even(j, letters, unevenness):
-    """Of the calls of one letter around call j, which the alignment cannot distinguish, the one that stands least evenly."""
+    """Which call of a run of one letter is surplus: the alignment does not show it, so the least evenly spaced is taken."""
     first, last = j, j
     while first > 0 and letters[first - 1] == letters[j]:
         first -= 1
@@ -85,7 +90,7 @@ def least_even(j, letters, unevenness):
 
 
 def judge(reference, quality, letters, unevenness):
-    """Of each call that the reference covers: its index, whether it is wrong, the reference's error probability."""
+    """For each call that the reference covers: its index, whether it is wrong, the reference's error probability."""
     blocks = aligner().align(reference, letters)[0].aligned
     first, last = blocks[1][0][0], blocks[1][-1][1]
     target = {}
@@ -119,7 +124,7 @@ def calls_of(program, plate):
 
 
 def load(program, plates, synthetic):
-    """Features, wrong or not, error of the reference, and read number of all calls that can be judged."""
+    """Of all calls that can be judged: features, whether wrong, error probability of the reference, number of the read."""
     rows, wrong, doubt, reads, count = [], [], [], [], 0
     for plate in plates:
         references = read_fasta(os.path.join(plate, "truth.fasta" if synthetic else "reference.fasta"))
@@ -188,8 +193,8 @@ def fit(columns, wrong, doubt, weights, start=None):
 
 
 def monotone_table(sums, errors, weights):
-    """Sum and Phred value at some knots: means over bins of the sums, smaller where errors are frequent, made monotone
-    by pooling."""
+    """Knots of the table, each a sum and a Phred value: means over bins of the sums. Bins are smaller where errors are
+    frequent; neighbours whose values do not descend are merged."""
     order = np.argsort(sums)
     pools, at = [], 0
     while at < len(order):
@@ -202,7 +207,7 @@ def monotone_table(sums, errors, weights):
             last = pools.pop()
             pools[-1] = [a + b for a, b in zip(pools[-1][:3], last)] + [last[3]]
     table = [(s / n, min(MOST_PHRED, -10 * np.log10(max(e, 0.5) / n))) for s, e, n, _ in pools]
-    # The clearest calls are all alike: what the data can say of them is one value, up to the last of them.
+    # One value for all of the clearest calls: the data do not distinguish them any further.
     kept = [table[0], (pools[0][3], table[0][1])]
     for place, phred in table[1:]:
         if phred < kept[-1][1] - 0.4:
@@ -211,7 +216,7 @@ def monotone_table(sums, errors, weights):
 
 
 def report(phreds, wrong, doubt):
-    """What reads that were left out of the fitting of the curves got, against how often they were wrong."""
+    """Prints, by bins of the Phred values that reads get from curves fitted without them, how often calls are wrong."""
     print("phred\tcalls\tstated\tmismatching\tat best", file=sys.stderr)
     bins = [0, 3, 5, 7, 10, 12, 15, 17, 20, 23, 26, 30, 35, 40, 94]
     for low, high in zip(bins, bins[1:]):
@@ -248,40 +253,61 @@ inline constexpr QualityModel qualityModel = {""")
     print("}  // namespace lanecall")
 
 
-def main():
+def concatenated(first, second):
+    return [np.concatenate(pair) for pair in zip(first, second)]
+
+
+def left_out(real, synthetic, part, curves):
+    """The sum of each real call, from curves that were fitted without its part of the reads."""
+    columns = real[0]
+    sums = np.zeros(len(columns))
+    for k in sorted(set(part)):
+        rest = part != k
+        others, _ = fit(*concatenated([a[rest] for a in real], synthetic), start=curves)
+        sums[~rest] = columns[~rest] @ others
+    return sums
+
+
+def table_of(sums, errors, weights, curves, synthetic):
+    """The monotone table, from the real calls and from synthetic calls of nothing: where references of real reads end,
+    only synthetic reads show what a call of nothing looks like."""
+    columns, wrong, _, synthetic_weights = synthetic
+    synthetic_sums = columns @ curves
+    doubtful = synthetic_sums > DOUBTFUL
+    return monotone_table(*concatenated([sums, errors, weights],
+                                        [synthetic_sums[doubtful], wrong[doubtful], synthetic_weights[doubtful]]))
+
+
+def arguments():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("program")
     parser.add_argument("plates", nargs="+")
     parser.add_argument("--synthetic", nargs="*", default=[])
     parser.add_argument("--leave-out", type=int, metavar="PART", help="fit without the reads of this part, 0 to 5")
-    args = parser.parse_args()
+    return parser.parse_args()
+
+
+def main():
+    args = arguments()
     rows, wrong, doubt, reads = load(args.program, args.plates, False)
     part = reads * PARTS // (reads.max() + 1)
     if args.leave_out is not None:
         keep = part != args.leave_out
-        rows, wrong, doubt, part = rows[keep], wrong[keep], doubt[keep], part[keep]
-    columns, weights = design(rows), np.ones(len(rows))
-    more = [np.zeros((0, columns.shape[1])), np.zeros(0), np.zeros(0), np.zeros(0)]
+        rows, wrong, doubt, reads, part = rows[keep], wrong[keep], doubt[keep], reads[keep], part[keep]
+    real = [design(rows), wrong, doubt, np.ones(len(rows))]
+    synthetic = [np.zeros((0, real[0].shape[1])), np.zeros(0), np.zeros(0), np.zeros(0)]
     if args.synthetic:
-        extra, extra_wrong, extra_doubt, _ = load(args.program, args.synthetic, True)
-        more = [design(extra), extra_wrong, extra_doubt, np.full(len(extra), SYNTHETIC_WEIGHT)]
-    own = [columns, wrong, doubt, weights]
-    curves, target = fit(*(np.concatenate(pair) for pair in zip(own, more)))
-    sums, errors = np.zeros(len(rows)), np.zeros(len(rows))
-    for k in sorted(set(part)):
-        rest = part != k
-        others, _ = fit(*(np.concatenate([a[rest], b]) for a, b in zip(own, more)), start=curves)
-        sums[~rest] = columns[~rest] @ others
-        errors[~rest] = target[:len(rows)][~rest]
-    note = f"From {len(set(reads))} real reads,\n// {len(rows)} calls, and {len(more[1])} synthetic calls."
-    # Where real references end the synthetic reads say what a call of nothing looks like.
-    extra_sums = more[0] @ curves
-    doubtful = extra_sums > DOUBTFUL
-    table = monotone_table(np.concatenate([sums, extra_sums[doubtful]]), np.concatenate([errors, more[1][doubtful]]),
-                           np.concatenate([weights, more[3][doubtful]]))
-    print_header(curves, table, note)
+        rows, wrong_calls, doubts, _ = load(args.program, args.synthetic, True)
+        synthetic = [design(rows), wrong_calls, doubts, np.full(len(rows), SYNTHETIC_WEIGHT)]
+    curves, target = fit(*concatenated(real, synthetic))
+    errors = target[:len(wrong)]
+    sums = left_out(real, synthetic, part, curves)
+    table = table_of(sums, errors, real[3], curves, synthetic)
+    counts = f"{len(wrong)} calls, and {len(synthetic[1])} synthetic calls."
+    print_header(curves, table, f"From {len(set(reads))} real reads,\n// {counts}")
     report(np.interp(sums, *zip(*table)), wrong, doubt)
-    print(f"{len(rows)} calls, {int(wrong.sum())} mismatches, {errors.sum():.0f} of them errors of the calls", file=sys.stderr)
+    print(f"{len(wrong)} calls, {int(wrong.sum())} mismatches, {errors.sum():.0f} of them errors of the calls",
+          file=sys.stderr)
 
 
 if __name__ == "__main__":

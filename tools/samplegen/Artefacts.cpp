@@ -1,14 +1,19 @@
 #include "samplegen/Artefacts.h"
 
+#include <array>
+#include <cstddef>
+#include <vector>
+
 #include "samplegen/Dyes.h"
+#include "samplestore/SampleInfo.h"
 
 namespace samplegen {
 
 namespace {
 
-// Something that passes the detector, a bubble or a speck: it shines in all channels for a scan or a few.
+// A bubble or a speck that passes the detector: it is seen in all channels, for one or a few scans.
 Spike DrawSpike(const Read& read, CRandom& random) {
-    constexpr double usualHeight = 2500;
+    constexpr double usualHeight = 2500;  // counts, in a read without bases
     const double height = read.height > 0 ? read.height : usualHeight;
     Spike spike;
     spike.scan = random.Between(read.firstScan, read.lastScan);
@@ -19,7 +24,7 @@ Spike DrawSpike(const Read& read, CRandom& random) {
     return spike;
 }
 
-// Dye that has come off its nucleotides travels as a cloud among the first fragments.
+// Dye that has come off its nucleotides moves as a cloud among the first fragments.
 Peak DrawBlob(const Read& read, CRandom& random) {
     Peak blob;
     blob.dye = random.Below(static_cast<int>(channelCount));

@@ -1,4 +1,4 @@
-// Light that is of no base: spikes and dye blobs.
+// Signals that do not come from bases: spikes and dye blobs.
 #pragma once
 
 #include "samplegen/Random.h"
@@ -7,8 +7,8 @@
 
 namespace samplegen {
 
-// Adds the spikes and the blobs that `troubles` asks for to a read that has its bases; one without any, as that of a
-// failed well, gets the spikes alone.
+// Adds the numbers of spikes and blobs that `troubles` has to a read with its peaks. A read without bases, such as that
+// of a failed well, gets the spikes only.
 void AddArtefacts(Read& read, const Troubles& troubles, CRandom& random);
 
 }  // namespace samplegen

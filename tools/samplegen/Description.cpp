@@ -1,6 +1,8 @@
 #include "samplegen/Description.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstdio>
 
 #include "samplegen/Dyes.h"

@@ -1,4 +1,4 @@
-// The description that goes into a sample file.
+// The description in a sample file: everything except the scans.
 #pragma once
 
 #include <string>
@@ -13,10 +13,10 @@ namespace samplegen {
 // A plate has 12 columns and 8 rows, or 24 and 16 when it needs more than 96 wells.
 int PlateColumns(int wells);
 int PlateRows(int wells);
-// Name of the well of that number, counted from 0 along the rows: "A01".
+// The name of a well such as "A01"; `well` counts from 0, row by row.
 std::string WellName(int well, int wells);
 
-// `separation` is the matrix that the sample states.
+// `separation` is the separation matrix that is stored in the sample.
 CSampleInfo DescribeSample(const Options& options, int well, const Matrix4& separation,
                            const std::vector<ScanRecord>& scans, double scansPerSecond);
 

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t places = 7;
 constexpr std::array<double, places> bases = {32, 50, 75, 120, 225, 400, 600};
 
-// Scans from the mean place of the four dyes at these bases, medians over real reads.
+// Measured: scans by which a letter comes later than the mean of the four at these bases, medians over real reads.
 struct Chemistry {
     std::array<double, places> a, c, g, t;
 };
@@ -25,7 +25,7 @@ constexpr Chemistry common = {
     .t = {5.4, 6.4, 7.0, 6.5, 5.6, 5.0, 4.5},
 };
 
-// Nothing is known of it before base 40, where it keeps the values of base 50.
+// Not measured before base 40; the values of base 50 are used there.
 constexpr Chemistry early = {
     .a = {1.4, 1.4, 1.3, 1.3, 1.2, 0.7, 0.8},
     .c = {4.0, 4.0, 3.2, 3.1, 2.4, 2.0, 1.4},

@@ -1,14 +1,15 @@
-// How much earlier or later the fragments of each letter come, by the chemistry that marks them.
+// How much earlier or later the fragments of each letter come, depending on the chemistry.
 #pragma once
 
 #include <string>
 
 namespace samplegen {
 
-// Whether there are shifts of that name: "none", or the chemistries "common" and "early" that real runs were made with.
+// Whether the name is one of "none", "common" and "early"; the last two are chemistries of real runs.
 bool AreRealShifts(const std::string& name);
 
-// Of the peak of a letter at base n, counted from 0, in bases: later when above 0. The name is a known one.
+// The shift, in bases, of the peak of a letter at base n (counted from 0); above 0 it comes later. AreRealShifts(name)
+// is true.
 double RealShift(const std::string& name, char letter, double n);
 
 }  // namespace samplegen

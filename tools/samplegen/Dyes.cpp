@@ -14,7 +14,7 @@ const std::array<Dye, channelCount>& Dyes() {
     return dyes;
 }
 
-// Neighbours in the spectrum show most in each other, and more on the red side than on the blue.
+// Dyes that are neighbours in the spectrum overlap most, and each spreads more towards red than towards blue.
 Matrix4 CrossTalk(double strength) {
     Matrix4 matrix = {{
         {1.00f, 0.15f, 0.03f, 0.01f},

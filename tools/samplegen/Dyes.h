@@ -1,5 +1,5 @@
-// The four dyes: how they show in the channels and how they slow their fragments. A dye goes by the channel that it is
-// meant for, so index 0 is the dye of channel 1.
+// The four dyes: their signal in each channel and how they slow their fragments. A dye has the index of the channel
+// that is meant to detect it, so index 0 is the dye of channel 1.
 #pragma once
 
 #include <array>
@@ -12,18 +12,18 @@ namespace samplegen {
 struct Dye {
     const char* name;
     const char* filter;  // of its channel
-    double brightness;   // beside the other dyes
-    double shift;        // of its peaks, as a part of the greatest shift between dyes; later when above 0
+    double brightness;   // relative to that of the first dye
+    double shift;        // of its peaks, relative to the greatest shift between dyes; above 0 they come later
 };
 
 const std::array<Dye, channelCount>& Dyes();
 
-// How far each dye shows in each channel: row = channel, column = dye, so channels = matrix x dyes. Each dye shows as 1
-// in its own channel, and in the others `strength` times as much as usual.
+// The signal of each dye (column) in each channel (row), so channels = matrix x dyes. It is 1 in the dye's own channel,
+// and `strength` times the usual in the others.
 Matrix4 CrossTalk(double strength);
 
-// The matrix as the text of a dye matrix file. The four letters are those of the channels; rows and columns are in that
-// order, rows being channels and columns being dyes.
+// The text of a dye matrix file. `baseOrder` has the letters of channels 1 to 4; rows are channels and columns are
+// dyes, both in that order.
 std::string DyeMatrixText(const std::string& baseOrder, const Matrix4& matrix);
 
 }  // namespace samplegen

@@ -13,12 +13,12 @@ bool Happens(double probability, CRandom& random) {
     return random.Uniform() < probability;
 }
 
-// The bases of which a careful eye could read the last, of `bases` at most.
+// How many bases can be read by a careful eye, `bases` at most: until the peaks merge or are too low.
 int ReadableBases(const Troubles& troubles, int bases) {
     constexpr double widest = 0.6;        // deviation of a peak, in spacings
     constexpr double usualHeight = 2500;  // counts of the first peaks
-    constexpr double lowest = 10;         // height of a peak against the noise
-    constexpr int step = 10;
+    constexpr double lowest = 10;         // height of a peak relative to the noise
+    constexpr int step = 10;              // bases
     for (int n = step; n < bases; n += step) {
         const double height = usualHeight * Exp(-n / troubles.decay) / (n > troubles.dropAt ? troubles.drop : 1);
         if (0.25 + 0.0003 * troubles.widening * n > widest || height < lowest * troubles.noise) return n;
@@ -26,10 +26,10 @@ int ReadableBases(const Troubles& troubles, int bases) {
     return bases;
 }
 
-// What every real read has.
+// The troubles that every real read has.
 void DrawCommon(Troubles& troubles, double scansPerSecond, CRandom& random) {
     static constexpr const char* shifts[] = {"common", "common", "early", "none"};
-    constexpr double usualScanRate = 3;  // a second
+    constexpr double usualScanRate = 3;  // scans per second, at which the spacing of real runs holds
     troubles.realSpacing = scansPerSecond / usualScanRate * random.Between(0.85, 1.15);
     troubles.dyeShifts = shifts[random.Below(4)];
     troubles.heights = "real";
@@ -40,12 +40,12 @@ void DrawCommon(Troubles& troubles, double scansPerSecond, CRandom& random) {
     troubles.matrixKnown = false;
 }
 
-// What befalls some.
+// The troubles that some reads have.
 void DrawRare(Troubles& troubles, int bases, CRandom& random) {
     if (Happens(0.15, random)) {
         troubles.drop = random.Between(3, 10);
         troubles.dropAt = static_cast<int>(bases * random.Between(0.15, 0.4));
-        troubles.noise = random.Between(4, 8);  // else nothing could be read from there on
+        troubles.noise = random.Between(4, 8);  // with more noise nothing could be read after the drop
     }
     if (Happens(0.3, random)) troubles.spikes = 1 + random.Below(20);
     if (Happens(0.35, random)) troubles.blobs = 1 + random.Below(3);

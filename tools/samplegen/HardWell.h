@@ -8,11 +8,11 @@
 
 namespace samplegen {
 
-// The troubles of one read of up to `bases` bases, at that scan rate. Most reads end where their peaks run together or
-// sink into the noise, at the latest; one in seven goes on.
+// Random troubles for one read of up to `bases` bases. Most reads end before their peaks merge or sink into the noise;
+// one in seven goes on beyond that.
 Troubles DrawTroubles(int bases, double scansPerSecond, CRandom& random);
 
-// A line about them: what every read has, then what this one has besides.
+// The troubles in one line: first those that every read has, then the rare ones of this read.
 std::string TroublesText(const Troubles& troubles);
 
 }  // namespace samplegen

@@ -1,4 +1,4 @@
-// A quantity that is known at some places.
+// A quantity that is known at some places and linear between them.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,8 @@ struct Knot {
     double value;
 };
 
-// The straight line between the two knots round `at`; before the first knot its value, after the last likewise. There
-// is at least one, and they ascend.
+// Linear between the two knots around `at`; before the first knot and after the last it is the value of that knot.
+// There is at least one knot, and their places ascend.
 inline double Interpolate(std::span<const Knot> knots, double at) {
     if (at <= knots.front().at) return knots.front().value;
     for (std::size_t k = 1; k < knots.size(); ++k) {

@@ -1,9 +1,13 @@
-// Makes a plate of synthetic raw samples with known truth; docs/tools.md says more.
+// samplegen: makes a plate of synthetic raw samples whose bases are known. See docs/tools.md.
 #include <cstdio>
 #include <exception>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "samplegen/Options.h"
 #include "samplegen/Plate.h"
+#include "samplegen/Troubles.h"
 
 namespace {
 

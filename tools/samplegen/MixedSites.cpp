@@ -1,8 +1,8 @@
 #include "samplegen/MixedSites.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
-#include <utility>
 
 namespace samplegen {
 

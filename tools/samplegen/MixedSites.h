@@ -1,4 +1,4 @@
-// Sites of a template that has two letters at one place.
+// Mixed sites: places where the template has two letters, as a sample with two alleles has.
 #pragma once
 
 #include <string>
@@ -8,10 +8,10 @@
 
 namespace samplegen {
 
-// The second letter of each site, ' ' where there is none.
+// The second letter of each base, ' ' where there is none.
 std::string DrawSecondLetters(const std::string& bases, const Troubles& troubles, CRandom& random);
 
-// The ambiguity code for two different letters of A, C, G and T, in either order.
+// The ambiguity code of two different letters out of A, C, G and T, in any order.
 char AmbiguityCode(char one, char other);
 
 }  // namespace samplegen

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "commandline/Help.h"
+#include "samplegen/OptionGroup.h"
 #include "samplegen/TroubleOptions.h"
-#include "samplegen/Validators.h"
 
 namespace samplegen {
 
@@ -14,25 +14,26 @@ namespace {
 constexpr const char* about =
     "Makes a plate of synthetic raw samples whose bases are known.\n"
     "\n"
-    "Into FOLDER (made if its parent is there; files of the same names are replaced) go\n"
-    "  <plate><well>.rsd   one raw sample a well, such as synthA01.rsd\n"
-    "  truth.fasta         the true bases, one record a well, titled by the file's name\n"
-    "                      without extension; a mixed site has the ambiguity code of its\n"
-    "                      two letters, and a failed well has no record\n"
-    "  dyeMethod1.ini      the dye matrix of the plate; put it beside lanewright\n"
-    "  troubles.txt        with --hard: what each well has drawn\n"
+    "These files go into FOLDER. The folder is made if its parent exists, and files of the\n"
+    "same names are replaced.\n"
+    "  <plate><well>.rsd   one raw sample per well, such as synthA01.rsd\n"
+    "  truth.fasta         the true bases, one record per well. Its title is the name of the\n"
+    "                      sample's file without extension. A mixed site has the ambiguity\n"
+    "                      code of its two letters, and a failed well has no record\n"
+    "  dyeMethod1.ini      the dye matrix of the plate; put it into lanewright's folder\n"
+    "  troubles.txt        with --hard: the troubles of each well\n"
     "\n"
-    "Up to 96 wells are a plate of 12 columns and 8 rows, more are one of 24 and 16; wells\n"
-    "are filled row by row. The same options give the same files, byte for byte, on every\n"
+    "A plate of up to 96 wells has 12 columns and 8 rows, a larger one 24 and 16. Wells are\n"
+    "filled row by row. The same options give the same files, byte for byte, on every\n"
     "machine, and a well keeps its bases when the number of wells changes.";
 
 constexpr const char* notes =
-    "The matrix has one row a channel and one column a dye, both named by their base: a row\n"
-    "says how far each of the four dyes shows in that channel.\n"
+    "The matrix has one row per channel and one column per dye, both named by their base. A\n"
+    "row gives the signal of each of the four dyes in that channel.\n"
     "\n"
-    "Troubles change neither the bases of a well nor, --hard apart, each other. With --hard\n"
-    "the matrix has no cross-talk and none of the other options of the group, --noise or\n"
-    "--mobility may be given.\n"
+    "Troubles do not change the bases of a well and, except with --hard, do not affect each\n"
+    "other. With --hard the matrix has no cross-talk, and --noise, --mobility and the\n"
+    "other options under Troubles cannot be given.\n"
     "\n"
     "Examples:\n"
     "  samplegen plate1\n"
@@ -47,7 +48,7 @@ std::string CheckBaseOrder(const std::string& order) {
     return sorted == "ACGT" ? "" : "must be the letters A, C, G and T in some order";
 }
 
-// The name goes into file names and into titles of FASTA records.
+// The name becomes part of file names and of titles of FASTA records.
 std::string CheckPlateName(const std::string& name) {
     const auto fits = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
@@ -56,77 +57,41 @@ std::string CheckPlateName(const std::string& name) {
     return good ? "" : "must be 1 to 17 letters, digits, '-' and '_'";
 }
 
-// The conversion alone would let minus signs and any number of digits pass.
+// The conversion alone would accept minus signs and any number of digits.
 std::string CheckSeed(const std::string& given) {
     const bool good = given.size() <= 19 && given.find_first_not_of("0123456789") == std::string::npos;
     return good ? "" : given + " is no whole number of up to 19 digits";
 }
 
 void AddPlateOptions(CLI::App& app, Options& options) {
-    const char* group = "Plate";
     app.add_option("folder", options.folder, "Where the files go")->required()->type_name("FOLDER");
-    app.add_option("-p,--plate", options.plate, "Name of the plate, and head of the file names")
-        ->check(CLI::Validator(CheckPlateName, ""))
-        ->type_name("NAME")
-        ->group(group);
-    app.add_option("-w,--wells", options.wells, "Number of wells, 1 to 384")
-        ->check(Within(1, 384, "1 to 384"))
-        ->type_name("N")
-        ->group(group);
-    app.add_option("--failed", options.failedWells, "How many of the wells give no signal")
-        ->check(Within(0, 384, "0 to 384"))
-        ->type_name("N")
-        ->group(group);
-    app.add_option("--saturated", options.saturatedWells, "How many more drive the detector to its limit")
-        ->check(Within(0, 384, "0 to 384"))
-        ->type_name("N")
-        ->group(group);
-    app.add_option("-s,--seed", options.seed, "Number that all chance comes from")
-        ->check(CLI::Validator(CheckSeed, ""))
-        ->type_name("N")
-        ->group(group);
+    COptionGroup plate(app, "Plate");
+    plate.Add("-p,--plate", options.plate, "NAME", CLI::Validator(CheckPlateName, ""),
+              "Name of the plate, and start of the file names");
+    plate.Add("-w,--wells", options.wells, "N", Within(1, 384), "Number of wells, 1 to 384");
+    plate.Add("--failed", options.failedWells, "N", Within(0, 384), "How many of the wells give no signal");
+    plate.Add("--saturated", options.saturatedWells, "N", Within(0, 384), "How many more wells saturate the detector");
+    plate.Add("-s,--seed", options.seed, "N", CLI::Validator(CheckSeed, ""), "Seed of all random numbers");
 }
 
 void AddFileOptions(CLI::App& app, Options& options) {
-    const char* group = "Files";
-    app.add_option("--form", options.form, "Extension, rsd or esd")
-        ->check(OneOf({"rsd", "esd"}))
-        ->type_name("FORM")
-        ->group(group);
-    app.add_option("--version", options.version, "Version of the file form, 1.1 or 1.2")
-        ->check(OneOf({"1.1", "1.2"}))
-        ->type_name("VERSION")
-        ->group(group);
-    app.add_flag_callback(
-           "--no-tree", [&options] { options.tree = false; }, "Write no property tree, only the trailer")
-        ->disable_flag_override()
-        ->group(group);
+    COptionGroup files(app, "Files");
+    files.Add("--form", options.form, "FORM", OneOf({"rsd", "esd"}), "Extension, rsd or esd");
+    files.Add("--version", options.version, "VERSION", OneOf({"1.1", "1.2"}), "Version of the file format, 1.1 or 1.2");
+    files.AddFlag("--no-tree", options.tree, false, "Write no property tree, only the trailer");
 }
 
 void AddTraceOptions(CLI::App& app, Options& options) {
-    const char* group = "Traces";
-    app.add_option("-b,--bases", options.bases, "Bases a read, 20 to 2000")
-        ->check(Within(20, 2000, "20 to 2000"))
-        ->type_name("N")
-        ->group(group);
-    app.add_option("-o,--base-order", options.baseOrder, "Bases of channels 1 to 4")
-        ->check(CLI::Validator(CheckBaseOrder, ""))
-        ->type_name("LETTERS")
-        ->group(group);
-    app.add_option("-r,--scan-rate", options.scanRate,
-                   "Index of the scan rate, 0 to 4: 1.76, 2.89, 1.76, 3.52\nor 2.88 scans a second")
-        ->check(Within(0, 4, "0 to 4"))
-        ->type_name("INDEX")
-        ->group(group);
-    app.add_option("-n,--noise", options.troubles.noise,
-                   "Noise without light, in counts, 0 to 1000, where the\nfirst peaks have some 2500")
-        ->check(Within(0, 1000, "0 to 1000"))
-        ->type_name("COUNTS")
-        ->group(group);
-    app.add_option("-m,--mobility", options.troubles.mobility, "Greatest shift between the dyes, 0 to 2 bases")
-        ->check(Within(0, 2, "0 to 2"))
-        ->type_name("BASES")
-        ->group(group);
+    COptionGroup traces(app, "Traces");
+    traces.Add("-b,--bases", options.bases, "N", Within(20, 2000), "Bases per read, 20 to 2000");
+    traces.Add("-o,--base-order", options.baseOrder, "LETTERS", CLI::Validator(CheckBaseOrder, ""),
+               "Bases of channels 1 to 4");
+    traces.Add("-r,--scan-rate", options.scanRate, "INDEX", Within(0, 4),
+               "Index of the scan rate, 0 to 4: 1.76, 2.89, 1.76, 3.52\nor 2.88 scans per second");
+    traces.Add("-n,--noise", options.troubles.noise, "COUNTS", Within(0, 1000),
+               "Noise without light, 0 to 1000 counts; the first\npeaks have some 2500");
+    traces.Add("-m,--mobility", options.troubles.mobility, "BASES", Within(0, 2),
+               "Greatest shift between the dyes, 0 to 2 bases");
 }
 
 }  // namespace

@@ -1,17 +1,24 @@
 #include "samplegen/Plate.h"
 
 #include <cerrno>
+#include <cstddef>
+#include <cstdint>
 #include <numeric>
 #include <stdexcept>
 
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "plugins/ScanRate.h"
 #include "samplegen/Description.h"
 #include "samplegen/Dyes.h"
 #include "samplegen/HardWell.h"
+#include "samplegen/Random.h"
 #include "samplegen/Read.h"
 #include "samplegen/Trace.h"
+#include "samplegen/Troubles.h"
 #include "samplestore/NewSample.h"
+#include "samplestore/SampleInfo.h"
+#include "samplestore/ScanRecord.h"
 
 namespace samplegen {
 
@@ -28,7 +35,7 @@ void WriteText(const std::string& path, const std::string& text) {
     Require(file.Close(), path);
 }
 
-// Which wells fail and which are saturated, by chance.
+// Chooses at random which wells fail and which are saturated.
 std::vector<WellKind> DrawKinds(const Options& options) {
     CRandom random(options.seed, 0);
     std::vector<WellKind> kinds(static_cast<std::size_t>(options.wells), WellKind::good);
@@ -50,35 +57,37 @@ std::string FastaRecord(const std::string& name, const std::string& bases) {
     return record;
 }
 
-// The stream of chance of a well, which it has on plates of either size.
+// The random stream of a well. It depends on row and column only, so it is the same on plates of both sizes.
 std::uint64_t WellStream(int well, int wells) {
     const auto row = static_cast<std::uint64_t>(well / PlateColumns(wells));
     const auto column = static_cast<std::uint64_t>(well % PlateColumns(wells));
     return 100 * row + column + 1;
 }
 
-// The stream of chance of what a well draws besides, `kind` of it being 1 or 2.
-std::uint64_t TroubleStream(std::uint64_t wellStream, std::uint64_t kind) {
-    return 10000 * kind + wellStream;
+// Further random streams of a well: one for the troubles in its trace, one for the settings of a hard well.
+enum class Further : std::uint64_t { troubles = 1, hardWell = 2 };
+
+std::uint64_t FurtherStream(std::uint64_t wellStream, Further kind) {
+    return 10000 * static_cast<std::uint64_t>(kind) + wellStream;
 }
 
 Troubles TroublesOf(const Options& options, int well) {
     if (!options.hard) return options.troubles;
-    CRandom random(options.seed, TroubleStream(WellStream(well, options.wells), 2));
+    CRandom random(options.seed, FurtherStream(WellStream(well, options.wells), Further::hardWell));
     return DrawTroubles(options.bases, ScanRateHz(options.scanRate), random);
 }
 
-// The cross-talk that samples and the dye matrix file state.
+// The cross-talk that the samples and the dye matrix file state.
 Matrix4 StatedMatrix(const Troubles& troubles) {
     return CrossTalk(troubles.matrixKnown ? troubles.crossTalk : 0);
 }
 
-// Writes the sample of one well and gives its bases.
+// Writes the sample of one well and returns its bases.
 std::string WriteWell(const Options& options, const Troubles& troubles, int well, WellKind kind,
                       const std::string& path) {
     const double scansPerSecond = ScanRateHz(options.scanRate);
     const std::uint64_t stream = WellStream(well, options.wells);
-    Chance chance{CRandom(options.seed, stream), CRandom(options.seed, TroubleStream(stream, 1))};
+    Chance chance{CRandom(options.seed, stream), CRandom(options.seed, FurtherStream(stream, Further::troubles))};
     const Read read = MakeRead(options, troubles, kind, scansPerSecond, chance);
     const std::vector<ScanRecord> scans = RecordRun(read, troubles, scansPerSecond, chance.read);
     const CSampleInfo info = DescribeSample(options, well, StatedMatrix(troubles), scans, scansPerSecond);

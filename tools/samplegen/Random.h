@@ -1,4 +1,5 @@
-// Chance that is the same on every machine: the engine is settled by the standard, its distributions are not.
+// Random numbers that are the same on every machine. The standard defines the engine exactly, but not the
+// distributions, so these are our own.
 #pragma once
 
 #include <bit>
@@ -9,15 +10,16 @@ namespace samplegen {
 
 class CRandom {
   public:
-    // Streams of one seed do not depend on each other.
+    // Each stream of a seed is a sequence of its own.
     CRandom(std::uint64_t seed, std::uint64_t stream) : engine(seed + (stream + 1) * 0x9E3779B97F4A7C15u) {}
 
-    // From 0 up to, but not, 1.
+    // At least 0 and below 1.
     double Uniform() { return static_cast<double>(engine() >> 11) * 0x1p-53; }
     double Between(double low, double high) { return low + (high - low) * Uniform(); }
     // From 0 to count - 1.
     int Below(int count) { return static_cast<int>(Uniform() * count); }
-    // Mean 0 and standard deviation 1: the number of heads of 64 coins, its steps filled in. It never leaves -8 to 8.
+    // Nearly normal, with mean 0 and standard deviation 1: the number of heads of 64 coins, plus a uniform part that
+    // fills the steps. Always between -8.125 and 8.125.
     double Normal() {
         const int heads = std::popcount(engine());
         return (heads - 32 + Uniform() - 0.5) / 4;

@@ -1,6 +1,7 @@
 #include "samplegen/Read.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "samplegen/Artefacts.h"
 #include "samplegen/DyeShifts.h"
@@ -14,14 +15,14 @@ namespace samplegen {
 
 namespace {
 
-// What differs from well to well.
+// Properties that differ from well to well.
 struct Well {
     double start;    // scan of the first base
     double spacing;  // scans between bases
-    double height;   // counts of the first peaks
+    double height;   // of the first peaks, in counts
 };
 
-// Fragments of the first bases come somewhat after 800 seconds.
+// The fragments of the first bases arrive after some 850 seconds.
 Well DrawWell(WellKind kind, double scansPerSecond, CRandom& random) {
     Well well{};
     well.start = scansPerSecond * random.Between(835, 865);
@@ -38,7 +39,7 @@ std::string DrawBases(int count, CRandom& random) {
     return bases;
 }
 
-// Spacing at base n as a part of the usual: it grows over the first bases and shrinks slowly later on.
+// Spacing at base n relative to the usual one: it grows over the first bases and shrinks slowly afterwards.
 double SpacingDrift(double n) {
     return 0.88 + 0.24 * n / (n + 120) - 0.00015 * n;
 }
@@ -47,30 +48,30 @@ double SpacingAt(const Well& well, const Troubles& troubles, double n) {
     return troubles.realSpacing > 0 ? troubles.realSpacing * RealSpacing(n) : well.spacing * SpacingDrift(n);
 }
 
-// Width at base n as a part of the spacing: peaks broaden until they run together.
+// Standard deviation of a peak at base n, in spacings: peaks become broader until they merge.
 double RelativeWidth(double widening, double n) {
     return 0.25 + 0.0003 * widening * n;
 }
 
-// How late the dye of a letter comes at base n, in bases.
+// The shift of a letter's peak at base n, in bases; above 0 it comes later.
 double ShiftOf(char base, const Dye& dye, const Troubles& troubles, double n) {
     if (AreRealShifts(troubles.dyeShifts)) return RealShift(troubles.dyeShifts, base, n);
     return troubles.mobility * dye.shift * 300 / (n + 300);
 }
 
-// The base with which a template of so many bases ends.
+// How many of the bases the template has.
 int EndOf(const Troubles& troubles, int bases) {
     return troubles.endAt > 0 ? std::min(troubles.endAt, bases) : bases;
 }
 
-// The level falls over a dozen bases, to a `drop`th.
+// The level around the drop: it falls over a dozen bases from 1 to 1 / drop.
 double DropFactor(const Troubles& troubles, int bases, double n) {
     constexpr double length = 12;
     const int at = troubles.dropAt > 0 ? troubles.dropAt : EndOf(troubles, bases) / 2;
     return 1 + (1 / troubles.drop - 1) * std::clamp((n - at) / length + 0.5, 0.0, 1.0);
 }
 
-// Long fragments are few.
+// The level at base n, 1 at the first: long fragments are rarer than short ones.
 double LevelAt(const Troubles& troubles, int bases, double n) {
     return Exp(-n / troubles.decay) * DropFactor(troubles, bases, n);
 }
@@ -84,10 +85,10 @@ struct Site {
     double n;  // its number, counted from 0
     char base;
     char second;    // the other letter of a mixed site, else ' '
-    double scan;    // where it comes, but for shifts between dyes
-    double jitter;  // how far it strays from there, in bases
-    double level;   // of the read here, where the first bases have 1
-    double factor;  // of its height, by chance and by the base before
+    double scan;    // its place without jitter and without the shift of its dye
+    double jitter;  // random deviation from this place, in bases
+    double level;   // of the read at this site; 1 at the first base
+    double factor;  // of the height: random, and depending on the base before
 };
 
 void AddLetter(Read& read, const Options& options, const Troubles& troubles, const Well& well, const Site& site,
@@ -109,7 +110,7 @@ void AddSite(Read& read, const Options& options, const Troubles& troubles, const
     read.bases += isMixed ? AmbiguityCode(site.base, site.second) : site.base;
 }
 
-// The sites after the end of the template are drawn too, so that an early end changes nothing else.
+// Random numbers are drawn for the sites after the end of the template too, so that an early end changes nothing else.
 void AddSites(Read& read, const Options& options, const Troubles& troubles, const Well& well, Chance& chance) {
     const std::string letters = DrawBases(options.bases, chance.read);
     const std::string second = DrawSecondLetters(letters, troubles, chance.troubles);
@@ -127,7 +128,7 @@ void AddSites(Read& read, const Options& options, const Troubles& troubles, cons
         read.lastScan = site.scan;
         site.scan += SpacingAt(well, troubles, site.n);
     }
-    // The whole template is the commonest fragment.
+    // Of all fragments, most have the length of the whole template.
     constexpr double wholeTemplate = 2.5;
     if (end < letters.size()) read.peaks.back().height *= wholeTemplate;
 }

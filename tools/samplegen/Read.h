@@ -1,4 +1,4 @@
-// The bases of a well, and where and how high each of them shows.
+// The read of a well: its bases and the place, height and width of their peaks.
 #pragma once
 
 #include <array>
@@ -22,29 +22,28 @@ struct Peak {
 struct Spike {
     double scan = 0;                // of its top
     double height = 0;              // counts
-    double sigma = 0;               // as above
-    std::array<double, 4> gains{};  // of the channels
+    double sigma = 0;               // standard deviation, in scans
+    std::array<double, 4> gains{};  // its height in each channel, relative to `height`
 };
 
 struct Read {
-    std::string bases;        // with the ambiguity code at a mixed site
-    std::vector<Peak> peaks;  // one per base and two at a mixed site; then those of blobs
+    std::string bases;        // true letters; an ambiguity code at a mixed site
+    std::vector<Peak> peaks;  // one per base, two at a mixed site; then the blobs
     std::vector<Spike> spikes;
-    double firstScan = 0;  // where the read begins, before mobility shifts
-    double lastScan = 0;   // where it ends, or would if its template went on
-    double spacing = 0;    // scans between bases, on the whole
-    double height = 0;     // counts of the first peaks, on the whole; 0 without bases
+    double firstScan = 0;  // of the first base, without the shift of its dye
+    double lastScan = 0;   // of the last base, or where it would be if the template did not end early
+    double spacing = 0;    // typical distance of bases, in scans
+    double height = 0;     // typical height of the first peaks, in counts; 0 without bases
 };
 
 enum class WellKind { good, failed, saturated };
 
-// The sources of chance of a well. What is new since troubles exist draws from its own, so that a read without them
-// stays what it was.
+// The random numbers of a well. Troubles have a source of their own, so that adding one changes nothing else in a read.
 struct Chance {
     CRandom read, troubles;
 };
 
-// A failed well has the times of a read, but no bases.
+// The read of a failed well has times, but no bases.
 Read MakeRead(const Options& options, const Troubles& troubles, WellKind kind, double scansPerSecond, Chance& chance);
 
 }  // namespace samplegen

@@ -1,10 +1,10 @@
-// How far apart the bases of real runs come.
+// The spacing of the bases in real runs.
 #pragma once
 
 namespace samplegen {
 
-// Scans between base n and the next, n counted from 0: 11.4 at base 30, 14.9 at its greatest, near base 400, and 10 to
-// 12.5 from base 900 on.
+// Scans from base n (counted from 0) to the next: 11.4 at base 30, 14.9 at base 400, where it is widest, 12.5 at base
+// 900 and 10 from base 1200 on.
 double RealSpacing(double n);
 
 }  // namespace samplegen

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 
 #include "samplegen/Dyes.h"
 #include "samplegen/Exp.h"
 #include "samplegen/Wander.h"
+#include "samplestore/SampleInfo.h"
 
 namespace samplegen {
 
@@ -15,7 +17,7 @@ namespace {
 using Curve = std::vector<double>;
 
 void AddPeak(Curve& curve, const Peak& peak) {
-    constexpr double reach = 5;  // standard deviations, beyond which there is nothing to see
+    constexpr double reach = 5;  // standard deviations, beyond which a peak is below one count
     const double end = static_cast<double>(curve.size());
     const auto from = static_cast<std::size_t>(std::clamp(std::ceil(peak.scan - reach * peak.sigma), 0.0, end));
     const auto to = static_cast<std::size_t>(std::clamp(std::ceil(peak.scan + reach * peak.sigma), 0.0, end));
@@ -25,7 +27,7 @@ void AddPeak(Curve& curve, const Peak& peak) {
     }
 }
 
-// What comes before the read: free dye in a broad front, and the primers that were not extended.
+// The signals before the read: a broad front of free dye, and the primers that were not extended.
 void AddFront(std::array<Curve, channelCount>& dyes, const Read& read, CRandom& random) {
     for (std::size_t d = 0; d < channelCount; ++d) {
         const double front = random.Between(150, 500);
@@ -44,7 +46,7 @@ std::array<Curve, channelCount> DyeSignals(const Read& read, std::size_t scanCou
     return dyes;
 }
 
-// What the spikes add to one channel.
+// The sum of the spikes in one channel.
 Curve Flashes(const Read& read, std::size_t scanCount, std::size_t channel) {
     Curve flashes(scanCount);
     for (const Spike& spike : read.spikes)
@@ -59,7 +61,7 @@ std::uint32_t WholeWithin(double value, std::uint32_t limit) {
 // Light of all dyes on a background, with a noise that grows with the light.
 void RecordChannel(std::vector<ScanRecord>& scans, std::size_t channel, const std::array<Curve, channelCount>& dyes,
                    const Curve& flashes, const Troubles& troubles, double scansPerSecond, CRandom& random) {
-    constexpr double shotNoise = 0.15;  // variance a count
+    constexpr double shotNoise = 0.15;  // variance per count of light
     const auto crossTalk = CrossTalk(troubles.crossTalk)[channel];
     const double noise = troubles.noise;
     const double offset = random.Between(400, 900);

@@ -1,4 +1,4 @@
-// From the peaks of a read to what the detector records.
+// Turns the peaks of a read into the scans that the detector records.
 #pragma once
 
 #include <cstdint>
@@ -11,10 +11,10 @@
 
 namespace samplegen {
 
-// The greatest value that the detector gives.
+// The greatest value of the detector, in counts.
 constexpr std::uint32_t detectorLimit = 32767;
 
-// The scans from the start of the run to somewhat after the end of the read.
+// The scans from the start of the run to 120 seconds after the end of the read.
 std::vector<ScanRecord> RecordRun(const Read& read, const Troubles& troubles, double scansPerSecond, CRandom& random);
 
 }  // namespace samplegen

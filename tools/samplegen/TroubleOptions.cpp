@@ -1,6 +1,10 @@
 #include "samplegen/TroubleOptions.h"
 
-#include "samplegen/Validators.h"
+#include <string>
+#include <vector>
+
+#include "samplegen/OptionGroup.h"
+#include "samplegen/Troubles.h"
 
 namespace samplegen {
 
@@ -14,94 +18,54 @@ std::string CheckScale(const std::string& given) {
     return isNumber && (scale == 0 || (scale >= 0.2 && scale <= 5)) ? "" : given + " is neither 0 nor 0.2 to 5";
 }
 
-void AddShapeOptions(CLI::App& app, Troubles& troubles) {
-    app.add_option(
-           "--real-spacing", troubles.realSpacing,
-           "Spacing of real runs, times this, 0.2 to 5: 11.4\nscans at base 30, 14.9 at 400, 12.5 at 900; 0 is\n"
-           "the plain spacing")
-        ->check(CLI::Validator(CheckScale, ""))
-        ->type_name("FACTOR")
-        ->group(group);
-    app.add_option("--dye-shifts", troubles.dyeShifts,
-                   "plain (see --mobility), none, or those of a real\nchemistry: common or early")
-        ->check(OneOf({"plain", "none", "common", "early"}))
-        ->type_name("NAME")
-        ->group(group);
-    app.add_option("--heights", troubles.heights, "What the letter before does to a peak: plain or real")
-        ->check(OneOf({"plain", "real"}))
-        ->type_name("NAME")
-        ->group(group);
-    app.add_option("--widening", troubles.widening, "Growth of the peaks' width along the read, 0 to 5,\n1 is plain")
-        ->check(Within(0, 5, "0 to 5"))
-        ->type_name("FACTOR")
-        ->group(group);
-    app.add_option("--decay", troubles.decay, "Bases in which the level falls to 1/e, 100 to 10000")
-        ->check(Within(100, 10000, "100 to 10000"))
-        ->type_name("BASES")
-        ->group(group);
+void AddShapeOptions(COptionGroup& options, Troubles& troubles) {
+    options.Add("--real-spacing", troubles.realSpacing, "FACTOR", CLI::Validator(CheckScale, ""),
+                "Spacing of real runs, times this, 0.2 to 5: 11.4\nscans at base 30, 14.9 at 400, 12.5 at 900; 0 is\n"
+                "the plain spacing");
+    options.Add("--dye-shifts", troubles.dyeShifts, "NAME", OneOf({"plain", "none", "common", "early"}),
+                "plain (see --mobility), none, or those of a real\nchemistry: common or early");
+    options.Add("--heights", troubles.heights, "NAME", OneOf({"plain", "real"}),
+                "How a peak depends on the letter before it: plain or\nreal");
+    options.Add("--widening", troubles.widening, "FACTOR", Within(0, 5),
+                "Growth of the peaks' width along the read, 0 to 5,\n1 is plain");
+    options.Add("--decay", troubles.decay, "BASES", Within(100, 10000),
+                "Bases in which the level falls to 1/e, 100 to 10000");
 }
 
-void AddEventOptions(CLI::App& app, Troubles& troubles) {
-    app.add_option("--drop", troubles.drop, "What the level is divided by from some base on, 1 to\n1000")
-        ->check(Within(1, 1000, "1 to 1000"))
-        ->type_name("FACTOR")
-        ->group(group);
-    app.add_option("--drop-at", troubles.dropAt, "Base of the drop, up to 2000; 0 is the middle")
-        ->check(Within(0, 2000, "0 to 2000"))
-        ->type_name("BASE")
-        ->group(group);
-    app.add_option("--end-at", troubles.endAt,
-                   "Bases after which the template ends while the run\ngoes on as for all, up to 2000; 0 is all")
-        ->check(Within(0, 2000, "0 to 2000"))
-        ->type_name("BASES")
-        ->group(group);
-    app.add_option("--spikes", troubles.spikes, "Flashes in all four channels at once, 0 to 1000 per\nread")
-        ->check(Within(0, 1000, "0 to 1000"))
-        ->type_name("N")
-        ->group(group);
-    app.add_option("--blobs", troubles.blobs, "Broad humps of one dye near the start, 0 to 20 per\nread")
-        ->check(Within(0, 20, "0 to 20"))
-        ->type_name("N")
-        ->group(group);
+void AddEventOptions(COptionGroup& options, Troubles& troubles) {
+    options.Add("--drop", troubles.drop, "FACTOR", Within(1, 1000),
+                "The level is divided by this from some base on, 1 to\n1000");
+    options.Add("--drop-at", troubles.dropAt, "BASE", Within(0, 2000), "Base of the drop, up to 2000; 0 is the middle");
+    options.Add("--end-at", troubles.endAt, "BASES", Within(0, 2000),
+                "Bases after which the template ends while the run\ngoes on, up to 2000; 0 is all");
+    options.Add("--spikes", troubles.spikes, "N", Within(0, 1000),
+                "Flashes in all four channels at once, 0 to 1000 per\nread");
+    options.Add("--blobs", troubles.blobs, "N", Within(0, 20),
+                "Broad humps of one dye near the start, 0 to 20 per\nread");
 }
 
-void AddMixtureOptions(CLI::App& app, Troubles& troubles) {
-    app.add_option("--cross-talk", troubles.crossTalk,
-                   "How far dyes show in each other's channels, 0 to 1.5;\n1 is plain, 0 is none")
-        ->check(Within(0, 1.5, "0 to 1.5"))
-        ->type_name("FACTOR")
-        ->group(group);
-    app.add_flag_callback(
-           "--matrix-unknown", [&troubles] { troubles.matrixKnown = false; },
-           "The matrix and the samples claim that there is no\ncross-talk")
-        ->disable_flag_override()
-        ->group(group);
-    app.add_option("--mixed-from", troubles.mixedFrom,
-                   "Base from which sites may have two letters, up to\n2000; 0 is none")
-        ->check(Within(0, 2000, "0 to 2000"))
-        ->type_name("BASE")
-        ->group(group);
-    app.add_option("--mixed-every", troubles.mixedEvery, "Of how many sites one is mixed, 1 to 1000; 1 is all")
-        ->check(Within(1, 1000, "1 to 1000"))
-        ->type_name("N")
-        ->group(group);
-    app.add_option("--mixed-part", troubles.mixedPart, "Light of the second letter, 0.01 to 0.5 of the site's")
-        ->check(Within(0.01, 0.5, "0.01 to 0.5"))
-        ->type_name("PART")
-        ->group(group);
+void AddMixtureOptions(COptionGroup& options, Troubles& troubles) {
+    options.Add("--cross-talk", troubles.crossTalk, "FACTOR", Within(0, 1.5),
+                "Signal of the dyes in each other's channels, 0 to\n1.5; 1 is plain, 0 is none");
+    options.AddFlag("--matrix-unknown", troubles.matrixKnown, false,
+                    "The matrix and the samples state that there is no\ncross-talk");
+    options.Add("--mixed-from", troubles.mixedFrom, "BASE", Within(0, 2000),
+                "Base from which sites may have two letters, up to\n2000; 0 is none");
+    options.Add("--mixed-every", troubles.mixedEvery, "N", Within(1, 1000),
+                "One site in so many is mixed, on average, 1 to 1000;\n1 is all");
+    options.Add("--mixed-part", troubles.mixedPart, "PART", Within(0.01, 0.5),
+                "Light of the second letter, 0.01 to 0.5 of the site's");
 }
 
 }  // namespace
 
 void AddTroubleOptions(CLI::App& app, Options& options) {
-    app.add_flag_callback(
-           "--hard", [&options] { options.hard = true; },
-           "Each well draws its own troubles; reads have up to\n1000 bases if --bases says nothing else")
-        ->disable_flag_override()
-        ->group(group);
-    AddShapeOptions(app, options.troubles);
-    AddEventOptions(app, options.troubles);
-    AddMixtureOptions(app, options.troubles);
+    COptionGroup troubles(app, group);
+    troubles.AddFlag("--hard", options.hard, true,
+                     "Each well has its own, random troubles; reads have up\nto 1000 bases unless --bases is given");
+    AddShapeOptions(troubles, options.troubles);
+    AddEventOptions(troubles, options.troubles);
+    AddMixtureOptions(troubles, options.troubles);
 }
 
 void CheckTroubles(const CLI::App& app, Options& options) {
@@ -113,7 +77,7 @@ void CheckTroubles(const CLI::App& app, Options& options) {
         if (option->count() > 0 && option->get_name() != "--hard" &&
             (option->get_group() == group || option->check_name("--noise") || option->check_name("--mobility")))
             throw CLI::ValidationError("--hard", "draws what " + option->get_name() + " sets; give one of them");
-    constexpr int usualBases = 1000;
+    constexpr int usualBases = 1000;  // of a hard plate
     if (app.count("--bases") == 0) options.bases = usualBases;
 }
 

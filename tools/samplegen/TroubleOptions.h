@@ -1,4 +1,4 @@
-// The options that make reads hard to call.
+// The options for troubles, which make reads hard to call.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -9,8 +9,8 @@ namespace samplegen {
 
 void AddTroubleOptions(CLI::App& app, Options& options);
 
-// Refuses, by CLI::ValidationError, what does not go together, and settles what follows from what else was given. To be
-// called when all options are known.
+// Throws CLI::ValidationError for options that contradict each other, and sets the number of bases of a hard plate. To
+// be called after the command line has been read.
 void CheckTroubles(const CLI::App& app, Options& options);
 
 }  // namespace samplegen

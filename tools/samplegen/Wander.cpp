@@ -6,7 +6,7 @@ CWander::CWander(std::size_t scanCount, double stepScans, double size, CRandom& 
     const auto count = static_cast<std::size_t>(static_cast<double>(scanCount) / step) + 2;
     double value = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        // A walk that is drawn back to 0.
+        // A random walk that is pulled back to 0; 0.8^2 + 0.6^2 = 1 keeps its deviation at `size`.
         value = 0.8 * value + 0.6 * size * random.Normal();
         knots.push_back(value);
     }

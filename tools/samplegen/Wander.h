@@ -1,4 +1,4 @@
-// A quantity that wanders slowly and smoothly round 0, as a baseline does.
+// A quantity that wanders slowly and smoothly around 0, as a baseline does.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,8 @@ namespace samplegen {
 
 class CWander {
   public:
-    // For scans 0 to scanCount - 1; a new direction every `step` scans, and values of about `size`.
+    // For scans 0 to scanCount - 1. It changes direction every `step` scans; `size` is the standard deviation of its
+    // values.
     CWander(std::size_t scanCount, double step, double size, CRandom& random);
     double At(std::size_t scan) const;
 
