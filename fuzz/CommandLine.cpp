@@ -1,12 +1,17 @@
-// A command line, a word on each line of the input. Nothing in it may lead out of the folder, so separators and drives
-// are left out.
+// Parses a command line; each line of the input is a word. Separators and colons are replaced, so that no path leads
+// out of the target's folder.
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "Fuzz.h"
 #include "discovery/SplitPath.h"
 #include "run/CommandLine.h"
 #include "run/Switches.h"
+#include "support/TempFolder.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const bool isPrepared = [] {

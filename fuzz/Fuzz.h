@@ -1,5 +1,5 @@
-// What the fuzz targets share. A target is a function that takes any bytes and comes back; it dies where something is
-// wrong. libFuzzer calls it with bytes of its own making, Replay.cpp with those of the seeds.
+// Shared by the fuzz targets. A target is a function that takes arbitrary bytes and returns; if something is wrong it
+// ends the process. libFuzzer calls it with bytes that it makes up, Replay.cpp with those of the seeds.
 #pragma once
 
 #include <cstddef>
@@ -14,6 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace fuzz {
 
+// Ends the process if the condition is false.
 inline void Demand(bool condition) {
     if (!condition) std::abort();
 }
@@ -22,13 +23,13 @@ inline std::string_view Text(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-// The folder that a target works in.
+// The temporary folder in which a target works.
 inline const testsupport::TempFolder& Folder() {
     static const testsupport::TempFolder folder;
     return folder;
 }
 
-// Takes fixed-size values off the front of the input; zeros when it is used up.
+// Takes values of fixed size from the front of the input. Once it is used up they are zeros.
 class CTaker {
   public:
     CTaker(const std::uint8_t* data, std::size_t size) : rest(Text(data, size)) {}

@@ -1,11 +1,25 @@
-// What a base-caller library says of a sample: every number comes from the input. Its arrays are as long as the largest
-// counts that are read, and at most one of them is missing.
+// The answers of a base-caller library about a sample: every number comes from the input. The arrays are as long as the
+// largest counts that the program reads; each may be missing.
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
 
+#include <lanewright/basecaller.h>
 #include "Fuzz.h"
+#include "platform/Library.h"
 #include "plugins/Conversation.h"
 #include "plugins/DyeMatrix.h"
+#include "plugins/EntryPoint.h"
+#include "plugins/EntryPoints.h"
 #include "run/Plate.h"
+#include "samplestore/CalledBases.h"
+#include "samplestore/CapTrace.h"
+#include "samplestore/SampleFile.h"
+#include "samplestore/SampleInfo.h"
+#include "samplestore/ScanRecord.h"
 
 namespace {
 
@@ -16,7 +30,7 @@ fuzz::CTaker* input = nullptr;
 std::array<double, scans + 1000> curve;
 std::array<double*, 4> curves;
 std::array<PeakRecord, 256> peaks;
-std::array<BaseRecord, longest + 1> bases;  // one more than are kept
+std::array<BaseRecord, longest + 1> bases;  // one more than the program keeps
 std::array<std::int32_t, std::size_t{8} * longest> numbers;
 std::array<float, longest> values;
 std::array<float*, 4> rows;
@@ -24,7 +38,7 @@ std::array<float*, 4> rows;
 std::int32_t Number() {
     return input->Take<std::int32_t>();
 }
-// Of numbers that matter most are small.
+// Mostly a small number, sometimes any: small ones lead further into the program.
 std::int32_t Small() {
     return input->Take<std::int8_t>() % 4 == 0 ? Number() : input->Take<std::int16_t>();
 }

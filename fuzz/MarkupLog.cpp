@@ -1,10 +1,16 @@
-// A log.xml that somebody else has written: an entry is added and added again.
+// A log.xml that another program has written: adds an entry twice.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 #include "Fuzz.h"
 #include "export/Formats.h"
 #include "records/HtmlFile.h"
+#include "records/QXIniFile.h"
 #include "run/Plate.h"
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -36,7 +42,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string twice = folder.Read("log.xml");
     fuzz::Demand(CountOf(added, once) >= 1 && CountOf(added, twice) == CountOf(added, once) + 1);
 
-    // Once it is in the program's own form, nothing changes but what is added.
+    // After the first entry the log has the program's own form, so the second one adds a line and changes nothing else.
     bool isAdded = !IsPlain(once);
     for (std::size_t at = once.find(added); at != std::string::npos && !isAdded; at = once.find(added, at + 1))
         isAdded = twice == std::string(once).insert(at, added);

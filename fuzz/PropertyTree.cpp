@@ -1,7 +1,8 @@
-// A property tree: read, and stored again in place. What was stored is read back as it was.
+// A property tree: is read and stored again in place. The stored texts must be read back unchanged.
 #include "samplestore/PropertyTree.h"
 #include "Fuzz.h"
 #include "samplestore/PropertyKeys.h"
+#include "samplestore/SampleInfo.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     CSampleInfo info;
@@ -15,7 +16,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Demand(tail < tree.size() && tree[tail] == property::endMarkerByte);
     fuzz::Demand(CPropertyTree::FindEnd(tree.data(), tree.data() + tree.size()) == tree.data() + tail);
 
-    // A key that is there with another type is left alone, so only texts that came out of the tree must stay.
+    // A key that exists with another type is not changed, so only texts that were read from the tree must stay.
     CSampleInfo again;
     ReadKeys(tree, again);
     fuzz::Demand(info.sampleName.empty() || again.sampleName == info.sampleName);

@@ -1,5 +1,6 @@
-// Runs a target over files, for a build without libFuzzer: the seeds of the suite, or an input that libFuzzer has
-// found.
+// The main function of a target in a build without libFuzzer: runs it on all files of the given folders, which are the
+// seeds or inputs that libFuzzer has found.
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -18,5 +19,5 @@ int main(int argc, char** argv) {
             ++files;
         }
     std::fprintf(stderr, "%d inputs\n", files);
-    return files > 0 ? 0 : 1;  // a folder without seeds tries nothing
+    return files > 0 ? 0 : 1;  // without any file nothing was tested
 }

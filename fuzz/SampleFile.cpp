@@ -1,7 +1,22 @@
-// A sample file: loaded as a raw and as a stored sample, stored again and exported. What is stored can be read back.
+// A sample file: is loaded as a raw and as a processed sample, stored again and exported. A stored sample must be
+// readable.
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 #include "Fuzz.h"
+
+#include "plugins/BaseCaller.h"
+#include "plugins/BaseCallerSet.h"
 #include "run/Plate.h"
 #include "run/RunDriver.h"
+#include "samplestore/CapTrace.h"
+#include "samplestore/SampleFile.h"
+#include "samplestore/TraceFile.h"
+#include "support/TempFolder.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto& folder = fuzz::Folder();

@@ -1,11 +1,20 @@
-// The text files that steer a run: settings, registry and dye matrix.
+// The text files with the settings of a run: settings file, registry file and dye matrix.
+#include <array>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "Fuzz.h"
 #include "config/IniSection.h"
 #include "platform/RegistryStore.h"
 #include "plugins/DyeMatrix.h"
+#include "samplestore/SampleInfo.h"
 #include "support/Environment.h"
+#include "support/TempFolder.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string file = fuzz::Folder().Write("settings.ini", fuzz::Text(data, size));
