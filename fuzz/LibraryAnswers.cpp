@@ -24,15 +24,15 @@
 namespace {
 
 constexpr std::int32_t scans = 50;
-constexpr std::int32_t longest = 32767;
+constexpr std::int32_t maxCount = 32767;
 
 fuzz::CTaker* input = nullptr;
 std::array<double, scans + 1000> curve;
 std::array<double*, 4> curves;
 std::array<PeakRecord, 256> peaks;
-std::array<BaseRecord, longest + 1> bases;  // one more than the program keeps
-std::array<std::int32_t, std::size_t{8} * longest> numbers;
-std::array<float, longest> values;
+std::array<BaseRecord, maxCount + 1> bases;  // one more than the program keeps
+std::array<std::int32_t, std::size_t{8} * maxCount> numbers;
+std::array<float, maxCount> values;
 std::array<float*, 4> rows;
 
 std::int32_t Number() {
@@ -134,7 +134,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         std::vector<ScanRecord> stored;
         trace.ToScans(stored, sample.info.analysis);
         const CCalledBases& kept = trace.calledBases;
-        fuzz::Demand(stored.size() == trace.scanCount && kept.Count() <= longest);
+        fuzz::Demand(stored.size() == trace.scanCount && kept.Count() <= maxCount);
         fuzz::Demand(kept.Count() == 0 ||
                      (kept.goodStart >= 0 && kept.goodLength >= 0 && kept.goodLength <= kept.Count() - kept.goodStart));
     }

@@ -25,7 +25,7 @@ struct CoarseClasses {
 // that they hold for any step.
 constexpr double changeCost = 0.4 / 0.03;                // of a change of the spacing from base to base
 constexpr double departureCost = 0.001 / (0.03 * 0.03);  // per base, times the square of the distance from the middle
-constexpr double nearest = 0.45, farthest = 1.7;         // distances of neighbouring bases that are tried, in spacings
+constexpr double minGap = 0.45, maxGap = 1.7;            // distances of neighbouring bases that are tried, in spacings
 constexpr float spacingDeviation = 0.15f;                // departure of a gap, in spacings, that costs 0.5
 constexpr float impossible = -1e30f;
 
@@ -130,11 +130,11 @@ class CRowSearch {
     }
 
     struct Gaps {
-        int shortest, longest;  // in scans, both included; none if longest is below shortest
+        int min, max;  // in scans, both included; none if max is below min
     };
     Gaps GapsAt(int i, double distance) const {
-        return {std::max(1, static_cast<int>(std::ceil(nearest * distance))),
-                std::min(i, static_cast<int>(farthest * distance))};
+        return {std::max(1, static_cast<int>(std::ceil(minGap * distance))),
+                std::min(i, static_cast<int>(maxGap * distance))};
     }
     static float Start(int i, double distance) {
         return i < 2 * distance ? 0 : impossible;  // the first base is within two spacings of the start
@@ -155,7 +155,7 @@ class CRowSearch {
         Scores here;
         here.fill(Start(i, distance));
         const Gaps gaps = GapsAt(i, distance);
-        for (int gap = gaps.shortest; gap <= gaps.longest; ++gap) {
+        for (int gap = gaps.min; gap <= gaps.max; ++gap) {
             const float passed = Passed(i, gap, distance);
             const Scores& before = scores[at - static_cast<std::size_t>(gap)];
             for (std::size_t k = 0; k < classCount; ++k)
@@ -177,7 +177,7 @@ class CRowSearch {
         const Gaps gaps = GapsAt(i, distance);
         float best = Start(i, distance);
         int bestGap = 0;
-        for (int gap = gaps.shortest; gap <= gaps.longest; ++gap) {
+        for (int gap = gaps.min; gap <= gaps.max; ++gap) {
             const float value = ContinueRow(scores[static_cast<std::size_t>(i - gap)][k], static_cast<float>(gap),
                                             inverseSpacing, Passed(i, gap, distance));
             if (value > best) {

@@ -13,8 +13,8 @@ double& Of(CallFeatures& features, Feature feature) {
 }
 
 double Ratio(double part, double whole) {
-    constexpr double most = 4;  // beyond the last knot of every curve of the quality model
-    return whole > 0 ? std::clamp(part / whole, 0.0, most) : most;
+    constexpr double maxRatio = 4;  // beyond the last knot of every curve of the quality model
+    return whole > 0 ? std::clamp(part / whole, 0.0, maxRatio) : maxRatio;
 }
 
 // The curve's value at the nearest scan; 0 outside.
@@ -79,12 +79,12 @@ struct Measurements {
 };
 
 Measurements MeasureEach(const std::vector<Call>& calls, const CallSurroundings& around) {
-    constexpr double mostRival = 1.5;  // the last knot of the curves of `rival` and `rivalNear`
+    constexpr double maxRival = 1.5;  // the last knot of the curves of `rival` and `rivalNear`
     const std::size_t count = calls.size();
     Measurements each{std::vector<double>(count), std::vector<double>(count), std::vector<double>(count, 1.0)};
     for (std::size_t i = 0; i < count; ++i) {
         each.heights[i] = HeightOf(around.sharp, calls[i]);
-        each.rivals[i] = std::min(mostRival, Ratio(RivalOf(around.sharp, calls[i]), each.heights[i]));
+        each.rivals[i] = std::min(maxRival, Ratio(RivalOf(around.sharp, calls[i]), each.heights[i]));
         if (i + 1 < count) each.departures[i] = Departure(calls[i], calls[i + 1]);
     }
     return each;

@@ -42,9 +42,9 @@ std::vector<double> AnglesAgainst(const Phasors& phasors, const std::vector<Phas
         follow(w, w + 1);
     for (std::size_t w = clearest; w > 0; --w)
         follow(w, w - 1);
-    const double most = std::abs(relative[clearest]);
+    const double clearestLength = std::abs(relative[clearest]);
     for (std::size_t w = 0; w < weights.size(); ++w)
-        weights[w] = most > 0 ? std::norm(relative[w] / most) : 0;
+        weights[w] = clearestLength > 0 ? std::norm(relative[w] / clearestLength) : 0;
     return SmoothFit(angles, weights, stiffness, level);
 }
 
@@ -66,7 +66,7 @@ Places PlacesOf(const ImpulseLists& impulses, ScanRange part, const ChannelTrack
 // How much the peaks of the four channels overlap when each channel is moved by whole spacings in addition to its
 // shift: the sum of what each gap lacks to half a spacing.
 double Overlap(const Places& places, const Wholes& wholes) {
-    constexpr double closest = 0.5;  // spacings
+    constexpr double minGap = 0.5;  // spacings
     std::vector<double> all;
     for (std::size_t c = 0; c < channelCount; ++c) {
         const auto held = static_cast<std::ptrdiff_t>(all.size());
@@ -76,7 +76,7 @@ double Overlap(const Places& places, const Wholes& wholes) {
     }
     double sum = 0;
     for (std::size_t i = 1; i < all.size(); ++i)
-        sum += std::max(0.0, closest - (all[i] - all[i - 1]));
+        sum += std::max(0.0, minGap - (all[i] - all[i - 1]));
     return sum;
 }
 
@@ -85,7 +85,7 @@ Wholes WholeSpacings(const Places& places, std::size_t anchor) {
     constexpr double surcharge = 1.05;  // on whole spacings: most dyes differ by less, so a change must be worth it
     constexpr int combinations = 3 * 3 * 3;
     Wholes best{};
-    double least = Overlap(places, best);
+    double smallest = Overlap(places, best);
     for (int code = 0; code < combinations; ++code) {
         Wholes wholes{};
         int rest = code;
@@ -95,8 +95,8 @@ Wholes WholeSpacings(const Places& places, std::size_t anchor) {
             rest /= 3;
         }
         const double overlap = Overlap(places, wholes) * surcharge;
-        if (overlap < least) {
-            least = overlap;
+        if (overlap < smallest) {
+            smallest = overlap;
             best = wholes;
         }
     }

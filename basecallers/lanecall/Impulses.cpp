@@ -88,16 +88,16 @@ Curves Bend(const Curves& curves, ScanRange range, const ChannelTracks& smoothin
 }
 
 std::vector<Impulse> FindImpulses(const Curve& bend, ScanRange range) {
-    constexpr double leastWeight = 0.15;  // smaller tops are noise or remains of another dye
-    constexpr double mostWeight = 2;      // so that one huge peak does not outweigh all others
+    constexpr double minWeight = 0.15;  // smaller tops are noise or remains of another dye
+    constexpr double maxWeight = 2;     // so that one huge peak does not outweigh all others
     const Curve usual = UsualHeights(bend, range);
     std::vector<Impulse> impulses;
     for (int i = std::max(1, range.first); i + 1 < std::min(range.end, static_cast<int>(bend.size())); ++i) {
         const double* y = bend.data() + i;
         if (!(y[0] > 0 && y[0] >= y[-1] && y[0] > y[1])) continue;
         const double weight =
-            std::min(mostWeight, y[0] / usual[static_cast<std::size_t>((i - range.first) / levelBlock)]);
-        if (!(weight > leastWeight)) continue;
+            std::min(maxWeight, y[0] / usual[static_cast<std::size_t>((i - range.first) / levelBlock)]);
+        if (!(weight > minWeight)) continue;
         const double curvature = y[-1] - 2 * y[0] + y[1];
         impulses.push_back({i + (curvature < 0 ? 0.5 * (y[-1] - y[1]) / curvature : 0.0), weight});
     }

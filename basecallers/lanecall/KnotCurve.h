@@ -11,17 +11,17 @@ namespace lanecall {
 
 // A function that is linear between `count` (at least 1) knots and constant beyond the first and the last. The places
 // ascend strictly.
-template <std::size_t most>
+template <std::size_t maxCount>
 struct KnotCurve {
     std::size_t count;
-    std::array<double, most> places;
-    std::array<double, most> values;
+    std::array<double, maxCount> places;
+    std::array<double, maxCount> values;
 
     double At(double place) const;
 };
 
-template <std::size_t most>
-double KnotCurve<most>::At(double place) const {
+template <std::size_t maxCount>
+double KnotCurve<maxCount>::At(double place) const {
     if (!(place > places[0])) return values[0];
     std::size_t right = 1;
     while (right < count && places[right] <= place)

@@ -32,21 +32,22 @@ Tops StrongTops(const Curve& curve, const std::vector<Impulse>& impulses, double
     return tops;
 }
 
-// Median height of the tops within `reach` scans of `middle`; 0 if there are fewer than `fewest`.
-double HeightNear(const Tops& tops, double middle, double reach, std::size_t fewest) {
+// Median height of the tops within `reach` scans of `middle`; 0 if there are fewer than `minTops`.
+double HeightNear(const Tops& tops, double middle, double reach, std::size_t minTops) {
     std::vector<double> heights;
     auto at = std::lower_bound(tops.begin(), tops.end(), middle - reach,
                                [](const Top& top, double scan) { return top.scan < scan; });
     for (; at != tops.end() && at->scan < middle + reach; ++at)
         heights.push_back(at->height);
-    return heights.size() < fewest ? 0 : Quantile(std::move(heights), 0.5);
+    return heights.size() < minTops ? 0 : Quantile(std::move(heights), 0.5);
 }
 
 // The height of each channel relative to the mean of all channels, over long stretches.
 ChannelTracks Shares(const std::array<Tops, channelCount>& tops, ScanRange range) {
     constexpr double reach = 600;  // scans, some 45 bases
-    constexpr double least = 0.2;  // of the mean; a channel that is weaker still holds noise, which would be magnified
-    constexpr std::size_t fewest = 4;  // tops for a median
+    constexpr double minShare =
+        0.2;  // of the mean; a channel that is weaker still holds noise, which would be magnified
+    constexpr std::size_t minTops = 4;  // tops for a median
     std::array<std::vector<double>, channelCount> shares;
     PerChannel last;
     last.fill(1);
@@ -54,12 +55,12 @@ ChannelTracks Shares(const std::array<Tops, channelCount>& tops, ScanRange range
         PerChannel heights{};
         double sum = 0, seen = 0;
         for (std::size_t c = 0; c < channelCount; ++c) {
-            heights[c] = HeightNear(tops[c], middle, reach, fewest);
+            heights[c] = HeightNear(tops[c], middle, reach, minTops);
             sum += heights[c];
             seen += heights[c] > 0;
         }
         for (std::size_t c = 0; c < channelCount; ++c) {
-            if (heights[c] > 0 && seen > 1) last[c] = std::max(least, heights[c] * seen / sum);
+            if (heights[c] > 0 && seen > 1) last[c] = std::max(minShare, heights[c] * seen / sum);
             shares[c].push_back(last[c]);
         }
     }
@@ -75,9 +76,9 @@ ChannelTracks Shares(const std::array<Tops, channelCount>& tops, ScanRange range
 
 ChannelTracks EstimateLevels(const Curves& curves, const ImpulseLists& impulses, ScanRange range,
                              const PerChannel& noise) {
-    constexpr double reach = 250;      // scans: short, since the level of a read may drop tenfold within a few bases
-    constexpr double floor = 4;        // times the noise
-    constexpr std::size_t fewest = 8;  // tops for a median
+    constexpr double reach = 250;       // scans: short, since the level of a read may drop tenfold within a few bases
+    constexpr double floor = 4;         // times the noise
+    constexpr std::size_t minTops = 8;  // tops for a median
     std::array<Tops, channelCount> tops;
     for (std::size_t c = 0; c < channelCount; ++c)
         tops[c] = StrongTops(curves[c], impulses[c], noise[c]);
@@ -90,7 +91,7 @@ ChannelTracks EstimateLevels(const Curves& curves, const ImpulseLists& impulses,
     std::vector<double> heights;
     double last = 0;
     for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
-        const double height = HeightNear(all, middle, reach, fewest);
+        const double height = HeightNear(all, middle, reach, minTops);
         if (height > 0) {
             if (last == 0) std::fill(heights.begin(), heights.end(), height);
             last = height;

@@ -15,7 +15,7 @@ namespace {
 
 // Smoothing for the second search of peaks, as standard deviations in spacings. Less would leave noise, more would join
 // neighbours.
-constexpr double leastShare = 0.2, mostShare = 0.3;
+constexpr double minShare = 0.2, maxShare = 0.3;
 
 CTrack Scaled(CTrack track, double factor) {
     for (std::size_t k = 0; k < track.Size(); ++k)
@@ -31,7 +31,7 @@ Measured Measure(Separated separated) {
     const Spacing rough = FollowSpacing(separated.impulses, range, curve);
     if (!rough.found) throw CUnreadable("No bases: the signal shows too few peaks to find their spacing");
     const ChannelTracks smoothing = SmoothingFor(separated.curves, range, separated.noise,
-                                                 Scaled(rough.scans, leastShare), Scaled(rough.scans, mostShare));
+                                                 Scaled(rough.scans, minShare), Scaled(rough.scans, maxShare));
     const ImpulseLists impulses = FindImpulses(Bend(separated.curves, range, smoothing), range);
     Spacing spacing = FollowSpacing(impulses, range, curve);
     if (!spacing.found) spacing = rough;

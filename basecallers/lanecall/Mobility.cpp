@@ -22,15 +22,15 @@ namespace lanecall {
 
 namespace {
 
-constexpr double greatestShift = 2;  // spacings; known chemistries reach 0.7
+constexpr double maxShift = 2;  // spacings; known chemistries reach 0.7
 
 // Limits the shifts and makes them average 0 at every knot.
 ChannelTracks Centred(ChannelTracks shifts, const Spacing& spacing) {
     for (std::size_t w = 0; w < spacing.scans.Size(); ++w) {
-        const double most = greatestShift * spacing.scans[w];
+        const double limit = maxShift * spacing.scans[w];
         double mean = 0;
         for (CTrack& track : shifts) {
-            track[w] = std::clamp(track[w], -most, most);
+            track[w] = std::clamp(track[w], -limit, limit);
             mean += track[w] / channelCount;
         }
         for (CTrack& track : shifts)
@@ -133,14 +133,14 @@ ChannelTracks EstimateMobility(const Curves& sharp, ScanRange range, const Spaci
         return RowScore(moved, {0, ScanCount(moved)}, partSpacing);
     };
     ChannelTracks best = Centred(FreeShifts(impulses, part, phasors, spacing), spacing);
-    double most = scoreOf(best) - preference;
+    double bestScore = scoreOf(best) - preference;
     for (int chemistry = 0; chemistry < chemistryCount; ++chemistry) {
         auto known = KnownShifts(chemistry, spacing.scans, letters);
         if (!known) break;
         ChannelTracks shifts = Centred(Refined(std::move(*known), phasors, spacing), spacing);
         const double score = scoreOf(shifts);
-        if (score > most) {
-            most = score;
+        if (score > bestScore) {
+            bestScore = score;
             best = std::move(shifts);
         }
     }

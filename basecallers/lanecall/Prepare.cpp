@@ -14,17 +14,17 @@ namespace lanecall {
 
 namespace {
 
-constexpr int fewestScans = 200;        // some 15 bases; a read must have 10 that can be trusted
-constexpr int baselineWindow = 300;     // scans, some 20 bases: wider than any run of one letter, which is no baseline
-constexpr double mostSaturated = 0.25;  // share of the scans of the read; beyond this the heights mean nothing
+constexpr int minScans = 200;          // some 15 bases; a read must have 10 that can be trusted
+constexpr int baselineWindow = 300;    // scans, some 20 bases: wider than any run of one letter, which is no baseline
+constexpr double maxSaturated = 0.25;  // share of the scans of the read; beyond this the heights mean nothing
 
 }  // namespace
 
 Prepared Prepare(const Recorded& recorded) {
     const int scans = ScanCount(recorded.curves);
-    if (scans < fewestScans)
-        throw CUnreadable("The trace is too short: " + std::to_string(scans) + " scans, " +
-                          std::to_string(fewestScans) + " are needed");
+    if (scans < minScans)
+        throw CUnreadable("The trace is too short: " + std::to_string(scans) + " scans, " + std::to_string(minScans) +
+                          " are needed");
     Prepared prepared{recorded.curves, {}};
     PerChannel noise{};
     for (std::size_t c = 0; c < channelCount; ++c) {
@@ -35,13 +35,13 @@ Prepared Prepare(const Recorded& recorded) {
     ScanRange range = FindSignal(prepared.curves, noise);
     if (recorded.wanted) {
         const ScanRange cut{std::max(range.first, recorded.wanted->first), std::min(range.end, recorded.wanted->end)};
-        if (cut.Length() >= fewestScans) range = cut;
+        if (cut.Length() >= minScans) range = cut;
     }
     if (range.Length() == 0) throw CUnreadable("No signal: no peaks stand out from the noise in any channel");
-    if (range.Length() < fewestScans)
+    if (range.Length() < minScans)
         throw CUnreadable("The signal is too short: " + std::to_string(range.Length()) + " scans");
     const double saturated = SaturatedShare(recorded.curves, range);
-    if (saturated > mostSaturated)
+    if (saturated > maxSaturated)
         throw CUnreadable("The detector is saturated in " + std::to_string(static_cast<int>(100 * saturated)) +
                           " percent of the signal");
     prepared.range = range;

@@ -24,7 +24,7 @@ std::vector<double> JudgeCalls(const std::vector<CallFeatures>& features) {
 
 BaseRange BestStretch(const std::vector<double>& qualities, double limit) {
     BaseRange best;
-    double most = 0, sum = 0;
+    double bestSum = 0, sum = 0;
     int start = 0;
     for (int i = 0; i < static_cast<int>(qualities.size()); ++i) {
         if (sum <= 0) {
@@ -32,8 +32,8 @@ BaseRange BestStretch(const std::vector<double>& qualities, double limit) {
             start = i;
         }
         sum += qualities[static_cast<std::size_t>(i)] - limit;
-        if (sum > most) {
-            most = sum;
+        if (sum > bestSum) {
+            bestSum = sum;
             best = {start, i + 1};
         }
     }
@@ -41,8 +41,8 @@ BaseRange BestStretch(const std::vector<double>& qualities, double limit) {
 }
 
 GoodRegion FindGoodRegion(const std::vector<double>& qualities) {
-    constexpr double mostError = 0.05;  // the usual limit of Mott's trimming
-    const BaseRange best = BestStretch(qualities, 1 - mostError);
+    constexpr double maxError = 0.05;  // the usual limit of Mott's trimming
+    const BaseRange best = BestStretch(qualities, 1 - maxError);
     return best.Count() > 0 ? GoodRegion{best.first, best.end - 1} : GoodRegion{};
 }
 

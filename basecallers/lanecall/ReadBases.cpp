@@ -10,9 +10,9 @@ namespace lanecall {
 
 namespace {
 
-constexpr int fewestBases = 10;  // in the good region
+constexpr int minBases = 10;  // in the good region
 // Of the calls. Measured: reads of random peaks have good regions of 1.4 to 2.4 % by chance.
-constexpr double leastShare = 0.024;
+constexpr double minShare = 0.024;
 
 // Removes calls before and after the read, where there was nothing to call.
 void CutEnds(std::vector<Call>& calls, std::vector<double>& qualities) {
@@ -41,10 +41,10 @@ CalledRead ReadBases(Aligned aligned) {
     CutEnds(measured.calls, qualities);
     const GoodRegion good = FindGoodRegion(qualities);
     const int trusted = good.last - good.first + 1;
-    if (trusted < fewestBases)
-        throw CUnreadable("No readable sequence: nowhere can " + std::to_string(fewestBases) +
+    if (trusted < minBases)
+        throw CUnreadable("No readable sequence: nowhere can " + std::to_string(minBases) +
                           " bases in a row be trusted");
-    if (trusted < leastShare * static_cast<double>(qualities.size()))
+    if (trusted < minShare * static_cast<double>(qualities.size()))
         throw CUnreadable("No readable sequence: of " + std::to_string(qualities.size()) + " bases only " +
                           std::to_string(trusted) + " in a row can be trusted");
     return {std::move(aligned.curves),

@@ -10,7 +10,7 @@ namespace lanecall {
 namespace {
 
 struct Knot {
-    double base, share;  // of the greatest spacing
+    double base, share;  // of the widest spacing
 };
 
 // Measured: medians over real runs of several instruments. Short fragments are separated less, and the longest ones
@@ -43,11 +43,11 @@ double ShareAt(double base) {
 
 }  // namespace
 
-CTrack RunCurve(ScanRange range, double greatest, double pace, double lead, double stepScans) {
+CTrack RunCurve(ScanRange range, double widest, double pace, double lead, double stepScans) {
     std::vector<double> knots;
     double base = 0;
     for (double scan = range.first; scan < range.end + stepScans; scan += stepScans) {
-        knots.push_back(greatest * ShareAt(pace * base));
+        knots.push_back(widest * ShareAt(pace * base));
         if (scan >= range.first + lead) base += stepScans / knots.back();
     }
     return {static_cast<double>(range.first), stepScans, std::move(knots)};

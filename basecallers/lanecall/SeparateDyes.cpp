@@ -16,7 +16,7 @@ namespace {
 
 // Smoothing for the first search of peaks, as standard deviations in scans. Peaks have deviations of 3 to 7: the least
 // smoothing joins none of them, the most still separates two neighbours of one letter.
-constexpr double leastSmoothing = 2.4, mostSmoothing = 4.2;
+constexpr double minSmoothing = 2.4, maxSmoothing = 4.2;
 
 }  // namespace
 
@@ -39,7 +39,7 @@ Separated SeparateDyes(Prepared prepared, const Letters& letters, const Matrix& 
     for (std::size_t c = 0; c < channelCount; ++c)
         noise[c] = NoiseOf(prepared.curves[c], range);
     const ChannelTracks smoothing =
-        SmoothingFor(prepared.curves, range, noise, CTrack(0, 1, {leastSmoothing}), CTrack(0, 1, {mostSmoothing}));
+        SmoothingFor(prepared.curves, range, noise, CTrack(0, 1, {minSmoothing}), CTrack(0, 1, {maxSmoothing}));
     Curves bends = Bend(prepared.curves, range, smoothing);
     Matrix matrix = Identity();
     const auto indices = BaseIndices(letters);

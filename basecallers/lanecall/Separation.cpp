@@ -21,16 +21,16 @@ bool IsIdentity(const Matrix& matrix) {
 std::optional<Matrix> Invert(const Matrix& matrix) {
     // Elements are signals relative to a dye's own channel, so about 1 at most. A pivot below 1 in 1000 means that two
     // dyes look alike.
-    constexpr double leastPivot = 1e-3, greatest = 1e3;
+    constexpr double minPivot = 1e-3, maxElement = 1e3;
     Matrix left = matrix, right = Identity();
     for (std::size_t i = 0; i < 4; ++i) {
         std::size_t pivot = i;
         for (std::size_t r = i; r < 4; ++r) {
             for (double value : left[r])
-                if (!(std::abs(value) < greatest)) return std::nullopt;
+                if (!(std::abs(value) < maxElement)) return std::nullopt;
             if (std::abs(left[r][i]) > std::abs(left[pivot][i])) pivot = r;
         }
-        if (!(std::abs(left[pivot][i]) > leastPivot)) return std::nullopt;
+        if (!(std::abs(left[pivot][i]) > minPivot)) return std::nullopt;
         std::swap(left[i], left[pivot]);
         std::swap(right[i], right[pivot]);
         const double scale = 1 / left[i][i];

@@ -65,10 +65,10 @@ Ratios RemainingRatios(const std::vector<PerChannel>& heights, const Matrix& inv
 }  // namespace
 
 Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses) {
-    constexpr int rounds = 6;                // at most
-    constexpr double settled = 0.003;        // the rounds end when no element changes by more
-    constexpr std::size_t fewestPeaks = 20;  // 7 of them in the interval of MostFrequent
-    constexpr double greatest = 0.95;        // a dye is brightest in its own channel
+    constexpr int rounds = 6;             // at most
+    constexpr double settled = 0.003;     // the rounds end when no element changes by more
+    constexpr std::size_t minPeaks = 20;  // 7 of them in the interval of MostFrequent
+    constexpr double maxElement = 0.95;   // a dye is brightest in its own channel
     const std::vector<PerChannel> heights = HeightsAt(bends, impulses);
     Matrix matrix = Identity();
     for (int round = 0; round < rounds; ++round) {
@@ -78,11 +78,11 @@ Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses) {
         Matrix change = Identity();
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)
-                if (c != dye && ratios[c][dye].size() >= fewestPeaks) change[c][dye] = MostFrequent(ratios[c][dye]);
-        double greatestChange = 0;
+                if (c != dye && ratios[c][dye].size() >= minPeaks) change[c][dye] = MostFrequent(ratios[c][dye]);
+        double maxChange = 0;
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)
-                if (c != dye) greatestChange = std::max(greatestChange, std::abs(change[c][dye]));
+                if (c != dye) maxChange = std::max(maxChange, std::abs(change[c][dye]));
         Matrix next{};
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)
@@ -90,8 +90,8 @@ Matrix EstimateSeparation(const Curves& bends, const ImpulseLists& impulses) {
                     next[c][dye] += matrix[c][k] * change[k][dye];
         for (std::size_t c = 0; c < channelCount; ++c)
             for (std::size_t dye = 0; dye < channelCount; ++dye)
-                matrix[c][dye] = c == dye ? 1 : std::clamp(next[c][dye] / next[dye][dye], 0.0, greatest);
-        if (greatestChange < settled) break;
+                matrix[c][dye] = c == dye ? 1 : std::clamp(next[c][dye] / next[dye][dye], 0.0, maxElement);
+        if (maxChange < settled) break;
     }
     return Invert(matrix) ? matrix : Identity();
 }

@@ -43,8 +43,8 @@ std::vector<double> MakeFilter(double width, double target, double noisePower) {
 // The noise term of the filter for a noise relative to a usual peak. The numbers were found by trial; even clean curves
 // need some of it.
 double NoisePower(double noise) {
-    constexpr double factor = 0.5, least = 0.0003, most = 0.05;
-    return std::clamp(factor * noise * noise, least, most);
+    constexpr double factor = 0.5, min = 0.0003, max = 0.05;
+    return std::clamp(factor * noise * noise, min, max);
 }
 
 }  // namespace

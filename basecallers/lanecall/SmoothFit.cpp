@@ -29,12 +29,12 @@ void SolveBanded(std::vector<std::array<double, 3>>& rows, std::vector<double>& 
 
 std::vector<double> SmoothFit(const std::vector<double>& values, const std::vector<double>& weights, double stiffness,
                               double level) {
-    constexpr double leastWeight = 1e-9;  // keeps the system solvable when all weights are 0
+    constexpr double minWeight = 1e-9;  // keeps the system solvable when all weights are 0
     const std::size_t count = values.size();
     std::vector<std::array<double, 3>> rows(count);
     std::vector<double> right(count);
     for (std::size_t i = 0; i < count; ++i) {
-        rows[i][0] = weights[i] + leastWeight;
+        rows[i][0] = weights[i] + minWeight;
         right[i] = rows[i][0] * values[i];
     }
     for (std::size_t i = 0; i + 1 < count; ++i) {

@@ -120,14 +120,15 @@ class CSpectra {
 
     // Spacings in scans, wider than those of any run; the step of the frequencies in bases per scan, half of what a
     // window can distinguish.
-    static constexpr double shortest = 4.5, longest = 30, step = 1 / (2 * windowScans);
-    static constexpr Band band{1 / longest, step, static_cast<std::size_t>((1 / shortest - 1 / longest) / step) + 1};
+    static constexpr double minSpacing = 4.5, maxSpacing = 30, step = 1 / (2 * windowScans);
+    static constexpr Band band{1 / maxSpacing, step,
+                               static_cast<std::size_t>((1 / minSpacing - 1 / maxSpacing) / step) + 1};
     std::vector<std::vector<double>> windows;
 };
 
 // The parameters of a run curve; the defaults are those of a usual run.
 struct RunShape {
-    double greatest = 14.6;  // the widest spacing, in scans
+    double widest = 14.6;  // the widest spacing, in scans
     double pace = 1;
     double lead = 240;  // scans before the first base
 };
@@ -137,14 +138,14 @@ struct RunShape {
 double Rarity(const RunShape& shape) {
     constexpr double weight = 3;                             // of one standard deviation, by trial
     constexpr double deviation = 0.25, paceDeviation = 0.3;  // of the natural logarithms
-    const double departure = std::log(shape.greatest / RunShape{}.greatest) / deviation;
+    const double departure = std::log(shape.widest / RunShape{}.widest) / deviation;
     const double hurry = std::log(shape.pace) / paceDeviation;
     return weight * (departure * departure + hurry * hurry);
 }
 
 // The ratios of the frequency to the expected one that are tried: 0.75 to 1.35.
 constexpr double ratioStep = 0.01;
-constexpr int lowestRatio = -25, ratioCount = 61;  // in steps from 1
+constexpr int firstRatio = -25, ratioCount = 61;  // in steps from 1
 
 // Finds the path through the windows with the most power, whose ratio changes slowly and stays near 1.
 class CRatioPath {
@@ -166,7 +167,7 @@ class CRatioPath {
                     from.back()[static_cast<std::size_t>(s)] = p;
                 }
             }
-            const double departure = ratioStep * (s + lowestRatio);
+            const double departure = ratioStep * (s + firstRatio);
             next[static_cast<std::size_t>(s)] =
                 best + power[static_cast<std::size_t>(s)] - departureCost * departure * departure;
         }
@@ -202,59 +203,59 @@ double TopPlace(const std::vector<double>& power, std::size_t at) {
 CTrack FindRunCurve(const ImpulseLists& impulses, ScanRange range) {
     const CSpectra spectra(impulses, range);
     const auto curveOf = [&](const RunShape& shape) {
-        return RunCurve(range, shape.greatest, shape.pace, shape.lead, hopScans);
+        return RunCurve(range, shape.widest, shape.pace, shape.lead, hopScans);
     };
     RunShape best;
-    double most = -1e300;
+    double bestScore = -1e300;
     const auto consider = [&](const RunShape& shape) {
         const double score = spectra.PowerAlong(curveOf(shape)) - Rarity(shape);
-        if (score <= most) return;
-        most = score;
+        if (score <= bestScore) return;
+        bestScore = score;
         best = shape;
     };
     // A coarse search over scale and pace, a finer one around its result, then the lead.
     for (double pace : {0.8, 1.0, 1.25, 1.55})
-        for (double greatest = 6.5; greatest < 28; greatest *= 1.025)
-            consider({greatest, pace});
+        for (double widest = 6.5; widest < 28; widest *= 1.025)
+            consider({widest, pace});
     for (double finer : {1.12, 1.06}) {
         const RunShape coarse = best;
-        for (double greatest : {coarse.greatest / 1.012, coarse.greatest, coarse.greatest * 1.012})
+        for (double widest : {coarse.widest / 1.012, coarse.widest, coarse.widest * 1.012})
             for (double pace : {coarse.pace / finer, coarse.pace * finer})
-                consider({greatest, pace});
+                consider({widest, pace});
     }
     const RunShape found = best;
     for (double lead : {0.0, 120.0, 360.0, 480.0, 600.0})
-        consider({found.greatest, found.pace, lead});
+        consider({found.widest, found.pace, lead});
     return curveOf(best);
 }
 
 Spacing FollowSpacing(const ImpulseLists& impulses, ScanRange range, const CTrack& expected) {
-    constexpr std::size_t fewestPeaks = 8;               // of all channels
-    constexpr double stiffness = 30, level = 0.2;        // see SmoothFit.h; against weights of 0 to some 10, by trial
-    constexpr double leastRatio = 0.7, mostRatio = 1.5;  // of the spacing to the expected one
+    constexpr std::size_t minPeaks = 8;               // of all channels
+    constexpr double stiffness = 30, level = 0.2;     // see SmoothFit.h; against weights of 0 to some 10, by trial
+    constexpr double minRatio = 0.7, maxRatio = 1.5;  // of the spacing to the expected one
     std::size_t count = 0;
     for (const auto& list : impulses)
         count += list.size();
-    if (count < fewestPeaks || range.Length() == 0) return {};
+    if (count < minPeaks || range.Length() == 0) return {};
     std::vector<std::vector<double>> powers;
     CRatioPath path;
     for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
         const double frequency = 1 / expected.At(middle);
-        powers.push_back(PowerNear(impulses, middle,
-                                   {frequency * (1 + ratioStep * lowestRatio), frequency * ratioStep, ratioCount}));
+        powers.push_back(
+            PowerNear(impulses, middle, {frequency * (1 + ratioStep * firstRatio), frequency * ratioStep, ratioCount}));
         path.Add(powers.back());
     }
     const std::vector<std::size_t> states = path.Trace();
     std::vector<double> ratios(powers.size()), weights(powers.size()), regularity(powers.size());
     for (std::size_t w = 0; w < powers.size(); ++w) {
-        ratios[w] = 1 / (1 + ratioStep * (TopPlace(powers[w], states[w]) + lowestRatio));
+        ratios[w] = 1 / (1 + ratioStep * (TopPlace(powers[w], states[w]) + firstRatio));
         regularity[w] = powers[w][states[w]];
         weights[w] = std::max(0.0, regularity[w] - 1);
     }
     ratios = SmoothFit(ratios, weights, stiffness, level);
     for (std::size_t w = 0; w < ratios.size(); ++w)
         ratios[w] =
-            std::clamp(ratios[w], leastRatio, mostRatio) * expected.At(range.first + hopScans * static_cast<double>(w));
+            std::clamp(ratios[w], minRatio, maxRatio) * expected.At(range.first + hopScans * static_cast<double>(w));
     return {CTrack(range.first, hopScans, std::move(ratios)), CTrack(range.first, hopScans, std::move(regularity)),
             true};
 }

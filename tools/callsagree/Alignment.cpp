@@ -89,8 +89,8 @@ Agreement& Agreement::operator+=(const Agreement& other) {
 }
 
 Agreement Align(std::string_view truth, std::string_view call) {
-    constexpr std::size_t mostCells = std::size_t{1} << 30;
-    if (!call.empty() && truth.size() > mostCells / call.size())
+    constexpr std::size_t maxCells = std::size_t{1} << 30;
+    if (!call.empty() && truth.size() > maxCells / call.size())
         throw std::runtime_error("sequences too long to be aligned");
     CSteps steps(truth.size() + 1, call.size() + 1);
     std::vector<int> scores(call.size() + 1);

@@ -15,13 +15,13 @@ bool Happens(double probability, CRandom& random) {
 
 // How many bases can be read by a careful eye, `bases` at most: until the peaks merge or are too low.
 int ReadableBases(const Troubles& troubles, int bases) {
-    constexpr double widest = 0.6;        // deviation of a peak, in spacings
+    constexpr double maxWidth = 0.6;      // deviation of a peak, in spacings
     constexpr double usualHeight = 2500;  // counts of the first peaks
-    constexpr double lowest = 10;         // height of a peak relative to the noise
+    constexpr double minHeight = 10;      // height of a peak relative to the noise
     constexpr int step = 10;              // bases
     for (int n = step; n < bases; n += step) {
         const double height = usualHeight * Exp(-n / troubles.decay) / (n > troubles.dropAt ? troubles.drop : 1);
-        if (0.25 + 0.0003 * troubles.widening * n > widest || height < lowest * troubles.noise) return n;
+        if (0.25 + 0.0003 * troubles.widening * n > maxWidth || height < minHeight * troubles.noise) return n;
     }
     return bases;
 }

@@ -10,8 +10,8 @@ namespace {
 
 // A random factor with mean 1 and the given standard deviation.
 double Vary(double deviation, CRandom& random) {
-    constexpr double least = 0.35;
-    return std::max(least, 1 + deviation * random.Normal());
+    constexpr double min = 0.35;
+    return std::max(min, 1 + deviation * random.Normal());
 }
 
 }  // namespace
