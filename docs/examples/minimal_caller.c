@@ -1,5 +1,5 @@
-/* A complete base caller in its simplest form: at every scan where the tallest of the four channels has a peak, the
- * letter of that channel is called. No smoothing, no colour separation, no spacing.
+/* A complete, very simple base caller: where the highest of the four channels has a peak, it calls the letter of that
+ * channel. It does not smooth the curves, separate the dyes or use the spacing of the bases.
  *
  *     cc -std=c11 -Wall -Wextra -Werror -O2 -shared -fPIC -Iinclude -o minimal_caller.so docs/examples/minimal_caller.c
  */
@@ -54,7 +54,7 @@ static int allocate(void) {
     return bases && peaks;
 }
 
-/* The processed trace: each channel above its lowest value. Gives the highest value of all. */
+/* Makes the processed trace: each channel above its lowest value. Returns the highest value of all channels. */
 static double lift_baselines(void) {
     double highest = 0;
     for (int k = 0; k < channels; ++k) {
@@ -76,7 +76,7 @@ static int tallest_at(int32_t s) {
     return tallest;
 }
 
-/* The quality is how far the tallest channel stands out: 1 when the others show nothing, 0 when one is as tall. */
+/* The quality says how clear the peak is: 1 if the other channels are 0, 0 if one of them is as high. */
 static void add_base(int channel, int32_t s) {
     BaseRecord* base = &bases[base_count];
     const double height = curves[channel][s];
@@ -134,7 +134,7 @@ float** ReportSpecSeparatnMatrixUsed(int32_t sample) {
     return (void)sample, NULL; /* none was used */
 }
 
-/* Comes at the end of every conversation and again before the library goes. */
+/* Called at the end of every conversation, and again before the library is released. */
 void CleanUp(void) {
     for (int k = 0; k < channels; ++k) {
         free(curves[k]);
