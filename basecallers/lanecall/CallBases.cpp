@@ -21,7 +21,7 @@ struct CoarseClasses {
     static constexpr int count = 4, middle = 2;
     static constexpr double step = 0.08;
 };
-// Costs in units of the score (see Worth), found by trial for steps of 3 % and stated per unit of the logarithm, so
+// Costs in units of the score (see BaseScore), found by trial for steps of 3 % and stated per unit of the logarithm, so
 // that they hold for any step.
 constexpr double changeCost = 0.4 / 0.03;                // of a change of the spacing from base to base
 constexpr double departureCost = 0.001 / (0.03 * 0.03);  // per base, times the square of the distance from the middle
@@ -48,7 +48,7 @@ Tops TopsOf(const Curves& sharp, ScanRange range) {
 }
 
 // What a base at a scan of this height adds to the score: 0.34 on a usual peak (height 1), -0.7 on one a third as high.
-float Worth(float height) {
+float BaseScore(float height) {
     constexpr float offset = 0.04f;  // limits what a base without any peak costs, to 2.9
     constexpr float usual = 0.7f;    // height that adds 0
     constexpr float most = 0.35f;    // so that a few huge peaks do not decide the row
@@ -57,7 +57,7 @@ float Worth(float height) {
 
 // The costs of peaks without a base, summed up over the scans: the difference of two entries is the cost of the peaks
 // between them. Only the highest channel at a scan counts.
-std::vector<float> PassingCosts(const Tops& tops) {
+std::vector<float> SkippingCosts(const Tops& tops) {
     constexpr float perPeak = 3;  // of height 1, by trial
     const std::size_t count = tops.height.size();
     std::vector<float> sums(count + 1, 0.0f);
@@ -69,20 +69,20 @@ std::vector<float> PassingCosts(const Tops& tops) {
     return sums;
 }
 
-// The score of a row of score `before` that is continued after `gap` scans; `passed` is the cost of the peaks in
+// The score of a row of score `before` that is continued after `gap` scans; `skipped` is the cost of the peaks in
 // between. The cost of the gap is Huber's: with u its departure from the spacing in units of `spacingDeviation`, it is
 // u^2 / 2 up to u = 2 and linear from there on.
-inline float ContinueRow(float before, float gap, float inverseSpacing, float passed) {
+inline float ContinueRow(float before, float gap, float inverseSpacing, float skipped) {
     const float u = std::abs(gap * inverseSpacing - 1.0f) * (1.0f / spacingDeviation);
     const float near = 0.5f * (u + 2.0f - std::abs(u - 2.0f));  // the smaller of u and 2, without a branch
-    return before - passed - near * (u - 0.5f * near);
+    return before - skipped - near * (u - 0.5f * near);
 }
 
 template <class Classes>
 class CRowSearch {
   public:
     CRowSearch(const Curves& sharp, ScanRange scanRange, const CTrack& track)
-        : range(scanRange), spacing(track), tops(TopsOf(sharp, scanRange)), passing(PassingCosts(tops)) {
+        : range(scanRange), spacing(track), tops(TopsOf(sharp, scanRange)), skipping(SkippingCosts(tops)) {
         for (std::size_t k = 0; k < classCount; ++k) {
             const double departure = Classes::step * (static_cast<int>(k) - Classes::middle);
             inverseRatios[k] = static_cast<float>(std::exp(-departure));
@@ -140,11 +140,11 @@ class CRowSearch {
         return i < 2 * distance ? 0 : impossible;  // the first base is within two spacings of the start
     }
     // The cost of the peaks between a base at scan i and the base `gap` scans before it.
-    float Passed(int i, int gap, double distance) const {
+    float CostBetween(int i, int gap, double distance) const {
         constexpr double covered = 0.25;  // spacings: peaks this close to a base are its own and cost nothing
         const int reach = static_cast<int>(covered * distance);
         const int from = i - gap + reach + 1, to = i - reach;
-        return from < to ? passing[static_cast<std::size_t>(to)] - passing[static_cast<std::size_t>(from)] : 0;
+        return from < to ? skipping[static_cast<std::size_t>(to)] - skipping[static_cast<std::size_t>(from)] : 0;
     }
 
     // Computes the scores of the best rows that end with a base at scan i of the range, one for each class.
@@ -156,15 +156,15 @@ class CRowSearch {
         here.fill(Start(i, distance));
         const Gaps gaps = GapsAt(i, distance);
         for (int gap = gaps.min; gap <= gaps.max; ++gap) {
-            const float passed = Passed(i, gap, distance);
+            const float skipped = CostBetween(i, gap, distance);
             const Scores& before = scores[at - static_cast<std::size_t>(gap)];
             for (std::size_t k = 0; k < classCount; ++k)
                 here[k] =
-                    std::max(here[k], ContinueRow(before[k], static_cast<float>(gap), inverseSpacings[k], passed));
+                    std::max(here[k], ContinueRow(before[k], static_cast<float>(gap), inverseSpacings[k], skipped));
         }
-        const float worth = Worth(tops.height[at]);
+        const float score = BaseScore(tops.height[at]);
         for (std::size_t k = 0; k < classCount; ++k)
-            here[k] += worth - departures[k];
+            here[k] += score - departures[k];
         if (i + 2 * distance >= range.Length()) ConsiderEnd(i, here);
         AllowChange(here, changes[at]);
         scores[at] = here;
@@ -179,7 +179,7 @@ class CRowSearch {
         int bestGap = 0;
         for (int gap = gaps.min; gap <= gaps.max; ++gap) {
             const float value = ContinueRow(scores[static_cast<std::size_t>(i - gap)][k], static_cast<float>(gap),
-                                            inverseSpacing, Passed(i, gap, distance));
+                                            inverseSpacing, CostBetween(i, gap, distance));
             if (value > best) {
                 best = value;
                 bestGap = gap;
@@ -221,7 +221,7 @@ class CRowSearch {
     const ScanRange range;
     const CTrack& spacing;
     const Tops tops;
-    const std::vector<float> passing;
+    const std::vector<float> skipping;
     Scores inverseRatios{};        // the given spacing in relation to that of each class
     Scores departures{};           // cost of a base in each class
     std::vector<Scores> scores;    // of the best row that ends at each scan, for each class

@@ -50,7 +50,7 @@ bool CCaller::Run(int procedure) {
 
 bool CCaller::Advance() {
     try {
-        read = After(done);
+        read = ResultOf(done);
         ++done;
         return true;
     } catch (const CUnreadable& failure) {
@@ -65,7 +65,7 @@ bool CCaller::Advance() {
     return false;
 }
 
-CCaller::Read CCaller::After(int procedure) {
+CCaller::Read CCaller::ResultOf(int procedure) {
     constexpr int measureStep = 200;  // scans between two reported spacings, some 15 bases
     switch (procedure) {
         case 0:

@@ -57,7 +57,7 @@ class CCaller {
     using Read = std::variant<Recorded, Prepared, Separated, Measured, Sharpened, CalledRead>;
 
     bool Advance();
-    Read After(int procedure);
+    Read ResultOf(int procedure);
     void NoteSeparation(const Separated& separated);
     const CalledRead& Result() const;
 

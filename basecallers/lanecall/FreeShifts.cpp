@@ -48,7 +48,7 @@ std::vector<double> AnglesAgainst(const Phasors& phasors, const std::vector<Phas
     return SmoothFit(angles, weights, stiffness, level);
 }
 
-using Wholes = std::array<int, channelCount>;                  // whole spacings that are added to each channel's shift
+using WholeShifts = std::array<int, channelCount>;             // whole spacings that are added to each channel's shift
 using Places = std::array<std::vector<double>, channelCount>;  // of each channel's strong peaks, in bases, ascending
 
 Places PlacesOf(const ImpulseLists& impulses, ScanRange part, const ChannelTracks& shifts, const Spacing& spacing) {
@@ -65,7 +65,7 @@ Places PlacesOf(const ImpulseLists& impulses, ScanRange part, const ChannelTrack
 
 // How much the peaks of the four channels overlap when each channel is moved by whole spacings in addition to its
 // shift: the sum of what each gap lacks to half a spacing.
-double Overlap(const Places& places, const Wholes& wholes) {
+double Overlap(const Places& places, const WholeShifts& wholes) {
     constexpr double minGap = 0.5;  // spacings
     std::vector<double> all;
     for (std::size_t c = 0; c < channelCount; ++c) {
@@ -81,13 +81,13 @@ double Overlap(const Places& places, const Wholes& wholes) {
 }
 
 // The best of all combinations of -1, 0 and 1 for the channels other than the anchor.
-Wholes WholeSpacings(const Places& places, std::size_t anchor) {
+WholeShifts WholeSpacings(const Places& places, std::size_t anchor) {
     constexpr double surcharge = 1.05;  // on whole spacings: most dyes differ by less, so a change must be worth it
     constexpr int combinations = 3 * 3 * 3;
-    Wholes best{};
+    WholeShifts best{};
     double smallest = Overlap(places, best);
     for (int code = 0; code < combinations; ++code) {
-        Wholes wholes{};
+        WholeShifts wholes{};
         int rest = code;
         for (std::size_t c = 0; c < channelCount; ++c) {
             if (c == anchor) continue;
@@ -128,7 +128,7 @@ ChannelTracks FreeShifts(const ImpulseLists& impulses, ScanRange part, const Pha
         for (std::size_t w = 0; w < angles.size(); ++w)
             shifts[c][w] *= angles[w] / (2 * std::numbers::pi);
     }
-    const Wholes wholes = WholeSpacings(PlacesOf(impulses, part, shifts, spacing), anchor);
+    const WholeShifts wholes = WholeSpacings(PlacesOf(impulses, part, shifts, spacing), anchor);
     for (std::size_t c = 0; c < channelCount; ++c)
         for (std::size_t w = 0; w < phasors.size(); ++w)
             shifts[c][w] += wholes[c] * spacing.scans[w];

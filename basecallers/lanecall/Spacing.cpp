@@ -21,7 +21,7 @@ constexpr double hopScans = 120;     // from window to window
 
 // A few impulses of a window as complex numbers. Each is turned by its own step from one frequency to the next, which
 // replaces a sine and a cosine per frequency. Four at a time are independent, so the processor works on all of them.
-struct Turning {
+struct Rotation {
     static constexpr std::size_t size = 4;
     std::array<double, size> real{}, imaginary{}, stepReal{}, stepImaginary{};
 
@@ -60,16 +60,17 @@ void AddPower(const std::vector<Impulse>& impulses, double middle, const Band& b
                                [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
     std::vector<std::complex<double>> sums(band.count);
     while (at != impulses.end() && at->scan < middle + windowScans / 2) {
-        Turning turning;
-        for (std::size_t k = 0; k < Turning::size && at != impulses.end() && at->scan < middle + windowScans / 2; ++k) {
+        Rotation rotation;
+        for (std::size_t k = 0; k < Rotation::size && at != impulses.end() && at->scan < middle + windowScans / 2;
+             ++k) {
             const double offset = at->scan - middle;
             const double taper = 0.5 + 0.5 * std::cos(circle * offset / windowScans);
             const double weight = std::min(1.0, at->weight) * taper;
             floor += weight * weight;
-            turning.Put(k, weight, circle * band.lowest * offset, circle * band.step * offset);
+            rotation.Put(k, weight, circle * band.lowest * offset, circle * band.step * offset);
             ++at;
         }
-        turning.AddTo(sums);
+        rotation.AddTo(sums);
     }
     for (std::size_t f = 0; f < sums.size(); ++f)
         power[f] += std::norm(sums[f]);

@@ -16,7 +16,7 @@ struct FastaRecord {
 std::vector<FastaRecord> ReadFasta(const std::string& path);
 
 // The records of all files in `paths`, and of all .seq and .fasta files in the folders among them and below. The file
-// `except`, which must exist, is left out of the folders. Throws like ReadFasta, and for a folder without such a file.
+// `except`, which must exist, is skipped in the folders. Throws like ReadFasta, and for a folder without such a file.
 std::vector<FastaRecord> ReadCalls(const std::vector<std::string>& paths, const std::string& except);
 
 }  // namespace callsagree

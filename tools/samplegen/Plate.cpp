@@ -87,9 +87,9 @@ std::string WriteWell(const Options& options, const Troubles& troubles, int well
                       const std::string& path) {
     const double scansPerSecond = ScanRateHz(options.scanRate);
     const std::uint64_t stream = WellStream(well, options.wells);
-    Chance chance{CRandom(options.seed, stream), CRandom(options.seed, FurtherStream(stream, Further::troubles))};
-    const Read read = MakeRead(options, troubles, kind, scansPerSecond, chance);
-    const std::vector<ScanRecord> scans = RecordRun(read, troubles, scansPerSecond, chance.read);
+    WellRandom random{CRandom(options.seed, stream), CRandom(options.seed, FurtherStream(stream, Further::troubles))};
+    const Read read = MakeRead(options, troubles, kind, scansPerSecond, random);
+    const std::vector<ScanRecord> scans = RecordRun(read, troubles, scansPerSecond, random.read);
     const CSampleInfo info = DescribeSample(options, well, StatedMatrix(troubles), scans, scansPerSecond);
     Require(options.tree ? WriteSample(path, info, scans) : WriteBareSample(path, info, scans), path);
     return read.bases;

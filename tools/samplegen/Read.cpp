@@ -111,9 +111,9 @@ void AddSite(Read& read, const Options& options, const Troubles& troubles, const
 }
 
 // Random numbers are drawn for the sites after the end of the template too, so that an early end changes nothing else.
-void AddSites(Read& read, const Options& options, const Troubles& troubles, const Well& well, Chance& chance) {
-    const std::string letters = DrawBases(options.bases, chance.read);
-    const std::string second = DrawSecondLetters(letters, troubles, chance.troubles);
+void AddSites(Read& read, const Options& options, const Troubles& troubles, const Well& well, WellRandom& random) {
+    const std::string letters = DrawBases(options.bases, random.read);
+    const std::string second = DrawSecondLetters(letters, troubles, random.troubles);
     const auto end = static_cast<std::size_t>(EndOf(troubles, options.bases));
     Site site{};
     site.scan = well.start;
@@ -121,9 +121,9 @@ void AddSites(Read& read, const Options& options, const Troubles& troubles, cons
         site.n = static_cast<double>(i);
         site.base = letters[i];
         site.second = second[i];
-        site.jitter = 0.05 * chance.read.Normal();
+        site.jitter = 0.05 * random.read.Normal();
         site.level = LevelAt(troubles, options.bases, site.n);
-        site.factor = HeightFactor(troubles, i == 0 ? ' ' : letters[i - 1], site.base, chance.read);
+        site.factor = HeightFactor(troubles, i == 0 ? ' ' : letters[i - 1], site.base, random.read);
         if (i < end) AddSite(read, options, troubles, well, site);
         read.lastScan = site.scan;
         site.scan += SpacingAt(well, troubles, site.n);
@@ -135,19 +135,20 @@ void AddSites(Read& read, const Options& options, const Troubles& troubles, cons
 
 }  // namespace
 
-Read MakeRead(const Options& options, const Troubles& troubles, WellKind kind, double scansPerSecond, Chance& chance) {
-    const Well well = DrawWell(kind, scansPerSecond, chance.read);
+Read MakeRead(const Options& options, const Troubles& troubles, WellKind kind, double scansPerSecond,
+              WellRandom& random) {
+    const Well well = DrawWell(kind, scansPerSecond, random.read);
     Read read;
     read.firstScan = well.start;
     read.spacing = troubles.realSpacing > 0 ? SpacingAt(well, troubles, 75) : well.spacing;
     read.height = well.height;
-    AddSites(read, options, troubles, well, chance);
+    AddSites(read, options, troubles, well, random);
     if (kind == WellKind::failed) {
         read.bases.clear();
         read.peaks.clear();
         read.height = 0;
     }
-    AddArtefacts(read, troubles, chance.troubles);
+    AddArtefacts(read, troubles, random.troubles);
     return read;
 }
 

@@ -39,11 +39,12 @@ struct Read {
 enum class WellKind { good, failed, saturated };
 
 // The random numbers of a well. Troubles have a source of their own, so that adding one changes nothing else in a read.
-struct Chance {
+struct WellRandom {
     CRandom read, troubles;
 };
 
 // The read of a failed well has times, but no bases.
-Read MakeRead(const Options& options, const Troubles& troubles, WellKind kind, double scansPerSecond, Chance& chance);
+Read MakeRead(const Options& options, const Troubles& troubles, WellKind kind, double scansPerSecond,
+              WellRandom& random);
 
 }  // namespace samplegen
