@@ -46,8 +46,7 @@ class CHelpFormatter : public CLI::Formatter {
 };
 
 // Sets the variables of the options from the arguments. False if the program is to end at once; `exitCode` is then 0
-// after
-// --help, or 1 after a message on standard error.
+// after --help, or 1 after a message on standard error.
 inline bool Parse(CLI::App& app, int argc, const char* const* argv, int& exitCode) {
     app.formatter(std::make_shared<CHelpFormatter>());
     try {
