@@ -1,10 +1,229 @@
+// lanetools import: ABIF files become plates of raw samples.
+//
+// The sources are read twice. The first time shows which plates there are and how large they are, the second time the
+// samples are written; so no more than one of them is in memory.
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <system_error>
+
 #include "lanetools/Subcommand.h"
+#include "lanetools/import/AbifDirectory.h"
+#include "lanetools/import/InstrumentSample.h"
+#include "lanetools/import/PlateFolder.h"
+#include "lanetools/import/Sources.h"
+#include "lanetools/import/StoreSample.h"
+#include "lanetools/system/Interrupt.h"
+#include "lanetools/system/Progress.h"
+#include "lanetools/text/SafeName.h"
+#include "lanetools/text/Utf8.h"
+#include "platform/Drives.h"
 
 namespace lanetools {
 
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* about =
+    "Makes plates of raw samples out of the ABIF files (.ab1, .abi) of an instrument.\n"
+    "\n"
+    "A folder stands for the .ab1 and .abi files directly in it. Each plate becomes a folder\n"
+    "  PLATES/<plate>/<plate><well>.rsd\n"
+    "Files that are there already stay: one with the same bytes is left alone, and no sample\n"
+    "takes the name of another one.\n"
+    "\n"
+    "Standard output gets one line for each source, in three columns with tabs between them:\n"
+    "source, file written or \"-\", reason or remark.";
+
+constexpr const char* notes =
+    "Exit codes: 0 all were imported; 1 nothing could be written; 2 refused, nothing was\n"
+    "written; 3 some were not imported; 130 after Ctrl-C.\n"
+    "\n"
+    "Examples:\n"
+    "  lanetools import run1 -o plates\n"
+    "  lanetools import old/*.abi --plate batch7 --name file -o plates";
+
+std::string CheckNaming(const std::string& given) {
+    return given == "well" || given == "file" ? "" : given + " is neither well nor file";
+}
+
+struct COptions {
+    std::vector<std::string> arguments;
+    std::string root;
+    std::string name = "well";
+    std::optional<std::string> plateId;
+};
+
+// What became of a source.
+struct COutcome {
+    std::string path = "-";
+    std::string remark;  // or the reason
+};
+
+void AddRemark(COutcome& outcome, const std::string& remark) {
+    if (!outcome.remark.empty() && !remark.empty()) outcome.remark += "; ";
+    outcome.remark += remark;
+}
+
+class CImport {
+  public:
+    explicit CImport(const COptions& given) : options(given) {}
+    ExitCode Run();
+
+  private:
+    CInstrumentSample Read(const CSource& source) const;
+    void FindPlates();
+    void MakeRoot() const;
+    COutcome Import(const CSource& source);
+    COutcome Store(const CSource& source, CInstrumentSample sample);
+    void Print() const;
+    ExitCode Result() const;
+
+    const COptions& options;
+    std::vector<CSource> sources;
+    std::vector<COutcome> outcomes;              // of the sources so far
+    std::map<std::string, CPlateFolder> plates;  // by plate id
+    bool hasFailedToWrite = false;
+};
+
+// Throws CUnusable. The plate's id is settled.
+CInstrumentSample CImport::Read(const CSource& source) const {
+    if (!source.refusal.empty()) throw CUnusable(source.refusal);
+    const std::string file = ReadSource(source.path);
+    CInstrumentSample sample = ReadInstrumentSample(std::as_bytes(std::span(file)));
+    std::string& id = sample.info.plateId;
+    if (options.plateId) id = *options.plateId;
+    if (id.empty()) id = source.folder;
+    if (id.empty()) id = "plate";
+    return sample;
+}
+
+void CImport::FindPlates() {
+    std::set<std::string> taken;
+    CProgress progress("files read", sources.size());
+    for (CSource& source : sources) {
+        CheckInterrupt();
+        progress.Step();
+        if (source.sameAs) continue;
+        try {
+            const CSampleInfo info = Read(source).info;
+            auto plate = plates.find(info.plateId);
+            if (plate == plates.end())
+                plate = plates.emplace(info.plateId, CPlateFolder(options.root, info.plateId, taken)).first;
+            plate->second.AddWell(info.wellId);
+        } catch (const CUnusable& unusable) {
+            source.refusal = unusable.what();
+        }
+    }
+}
+
+void CImport::MakeRoot() const {
+    std::error_code error;
+    fs::create_directories(options.root, error);
+    if (error) throw CRefused(options.root + ": " + error.message());
+}
+
+COutcome CImport::Store(const CSource& source, CInstrumentSample sample) {
+    CSampleInfo& info = sample.info;
+    CPlateFolder& plate = plates.at(info.plateId);
+    info.plateColumns = plate.Columns();
+    info.plateRows = plate.Rows();
+
+    COutcome outcome{"-", sample.remark};
+    if (plate.IsPlainTaken()) AddRemark(outcome, "another plate has the name " + SafeName(info.plateId));
+    const bool isByWell = options.name == "well";
+    std::string head = SafeName(isByWell ? info.plateId : source.stem);
+    if (isByWell && info.wellId.empty()) {
+        head.append("_").append(SafeName(source.stem));
+        AddRemark(outcome, sample.wellText.empty() ? "no well" : "no well: \"" + sample.wellText + "\"");
+    }
+    const CPlace place = plate.Place(head, isByWell ? info.wellId : "", info, sample.scans);
+    if (place.isPlainTaken && isByWell && !info.wellId.empty())
+        AddRemark(outcome, "well " + info.wellId + " occurs more than once");
+    else if (place.isPlainTaken)
+        AddRemark(outcome, "another sample has the name " + head);
+    if (!StoreSample(place.path, info, sample.scans)) AddRemark(outcome, "already there");
+    outcome.path = place.path;
+    return outcome;
+}
+
+COutcome CImport::Import(const CSource& source) {
+    if (source.sameAs) {
+        COutcome outcome = outcomes[*source.sameAs];
+        outcome.remark = "the same file as " + sources[*source.sameAs].path;
+        return outcome;
+    }
+    try {
+        return Store(source, Read(source));
+    } catch (const CUnusable& unusable) {
+        return {"-", unusable.what()};
+    } catch (const CNotStored& notStored) {
+        hasFailedToWrite = true;
+        return {"-", std::string("cannot be written: ") + notStored.what()};
+    }
+}
+
+void CImport::Print() const {
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        const auto column = [](const std::string& text) { return OneLine(ToUtf8(text)); };
+        std::printf("%s\t%s\t%s\n", column(sources[i].path).c_str(), column(outcomes[i].path).c_str(),
+                    column(outcomes[i].remark).c_str());
+    }
+    if (std::fflush(stdout) != 0) throw std::runtime_error("standard output cannot be written");
+}
+
+ExitCode CImport::Result() const {
+    const auto isMissing = [](const COutcome& outcome) { return outcome.path == "-"; };
+    if (std::none_of(outcomes.begin(), outcomes.end(), isMissing)) return ExitCode::Done;
+    const bool isAllMissing = std::all_of(outcomes.begin(), outcomes.end(), isMissing);
+    return isAllMissing && hasFailedToWrite ? ExitCode::Failed : ExitCode::Incomplete;
+}
+
+ExitCode CImport::Run() {
+    sources = FindSources(options.arguments);
+    FindPlates();
+    if (!plates.empty()) MakeRoot();
+    try {
+        CProgress progress("files imported", sources.size());
+        for (const CSource& source : sources) {
+            CheckInterrupt();
+            outcomes.push_back(Import(source));
+            progress.Step();
+        }
+    } catch (const CInterrupted&) {
+        Print();
+        throw;
+    }
+    Print();
+    return Result();
+}
+
+}  // namespace
+
 CSubcommand AddImport(CLI::App& tools) {
-    CLI::App* app = tools.add_subcommand("import", "");
-    return {app, [] { return ExitCode::Failed; }};
+    CLI::App* app = tools.add_subcommand("import", about);
+    const auto options = std::make_shared<COptions>();
+    app->footer(notes);
+    app->add_option("sources", options->arguments, "Files and folders")->required()->type_name("FILES-OR-FOLDERS");
+    app->add_option("-o,--output", options->root, "Where the plates go; made when it is not there")
+        ->required()
+        ->type_name("PLATES");
+    app->add_option("--name", options->name, "Name the samples by plate and well, or keep the\nnames of the files")
+        ->check(CLI::Validator(CheckNaming, ""))
+        ->type_name("well|file")
+        ->capture_default_str();
+    app->add_option("--plate", options->plateId, "Take all files for samples of this plate, whatever\nthey say")
+        ->type_name("ID");
+    return {app, [options] {
+                if (options->plateId && options->plateId->empty()) throw CRefused("--plate: the id is empty");
+                if (platform::NativePath(options->root) != options->root)
+                    throw CRefused(options->root + ": a folder of plates may have no \"\\\" in its path, and no drive");
+                return CImport(*options).Run();
+            }};
 }
 
 }  // namespace lanetools

@@ -1,0 +1,50 @@
+#include "lanetools/import/StoreSample.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "platform/AtomicFile.h"
+#include "platform/Files.h"
+#include "samplestore/NewSample.h"
+
+namespace lanetools {
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::Error;
+
+constexpr std::size_t largestSample = std::size_t{64} << 20;  // of a million scans
+
+// False when they differ, or when one of them cannot be read.
+bool HaveSameBytes(const std::string& a, const std::string& b) {
+    std::string first, second;
+    if (platform::ReadFile(a, first, largestSample) || platform::ReadFile(b, second, largestSample)) return false;
+    return first == second;
+}
+
+void Demand(Error error) {
+    if (error == Error(-1)) throw CNotStored("its texts do not fit in a sample file");
+    if (error) throw CNotStored(error.Text());
+}
+
+}  // namespace
+
+bool StoreSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans) {
+    std::error_code error;
+    fs::create_directory(fs::path(path).parent_path(), error);
+    if (error) throw CNotStored(error.message());
+    platform::AtomicFile file;
+    const Error notOpened = file.Open(path);
+    // Where nothing may be written the sample can still be there already, so it is made elsewhere and compared.
+    platform::AtomicFile elsewhere;
+    if (notOpened && elsewhere.Open(fs::temp_directory_path() / "imported.rsd")) Demand(notOpened);
+    platform::AtomicFile& made = notOpened ? elsewhere : file;
+    Demand(WriteSample(made.TemporaryName(), info, scans));
+    if (HaveSameBytes(made.TemporaryName(), path)) return false;
+    Demand(notOpened);
+    Demand(file.Commit());
+    return true;
+}
+
+}  // namespace lanetools
