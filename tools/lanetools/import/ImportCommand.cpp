@@ -134,7 +134,7 @@ COutcome CImport::Store(const CSource& source, CInstrumentSample sample) {
     info.plateRows = plate.Rows();
 
     COutcome outcome{"-", sample.remark};
-    if (plate.IsPlainTaken()) AddRemark(outcome, "another plate has the name " + SafeName(info.plateId));
+    if (plate.IsPlainTaken()) AddRemark(outcome, "the folder name " + SafeName(info.plateId) + " is taken");
     const bool isByWell = options.name == "well";
     std::string head = SafeName(isByWell ? info.plateId : source.stem);
     if (isByWell && info.wellId.empty()) {
@@ -143,9 +143,9 @@ COutcome CImport::Store(const CSource& source, CInstrumentSample sample) {
     }
     const CPlace place = plate.Place(head, isByWell ? info.wellId : "", info, sample.scans);
     if (place.isPlainTaken && isByWell && !info.wellId.empty())
-        AddRemark(outcome, "well " + info.wellId + " occurs more than once");
+        AddRemark(outcome, "well " + info.wellId + " is taken");
     else if (place.isPlainTaken)
-        AddRemark(outcome, "another sample has the name " + head);
+        AddRemark(outcome, "the name " + head + " is taken");
     if (!StoreSample(place.path, info, sample.scans)) AddRemark(outcome, "already there");
     outcome.path = place.path;
     return outcome;

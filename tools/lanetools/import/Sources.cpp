@@ -37,7 +37,8 @@ std::vector<CSource> ListFolder(const fs::path& folder) {
     std::vector<fs::path> names;
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
         const fs::path name = at->path().filename();
-        if ((HasExtension(name, ".ab1") || HasExtension(name, ".abi")) && !fs::is_directory(at->path()))
+        std::error_code ignored;
+        if ((HasExtension(name, ".ab1") || HasExtension(name, ".abi")) && !fs::is_directory(at->path(), ignored))
             names.push_back(name);
     }
     if (error) throw CRefused(folder.string() + ": " + error.message());

@@ -1,0 +1,203 @@
+// lanetools import as a user runs it, over files that the trace writer makes.
+#include <sys/stat.h>
+
+#include <regex>
+
+#include "lanetools/InstrumentFile.h"
+#include "samplestore/RsdFile.h"
+#include "tools/ToolsFixture.h"
+
+namespace {
+
+using lanetoolstest::CInstrumentFile;
+using sampletest::XorOfFile;
+
+class ImportTest : public toolstest::ToolsTest {
+  protected:
+    int Import(const std::string& words) const { return Run(LANETOOLS_PROGRAM " import " + words + " 2>errors"); }
+    std::string Report() const { return temp.Read("printed"); }
+    std::string Errors() const { return temp.Read("errors"); }
+    void Make(const std::string& name, const CInstrumentFile& file) const {
+        std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
+        file.Write(Path(name));
+    }
+    CSampleInfo Info(const std::string& name) const {
+        CSampleInfo info;
+        std::vector<ScanRecord> scans;
+        sampletest::ReadBack(Path(name), info, scans);
+        return info;
+    }
+};
+
+std::string FieldsOf(const CSampleInfo& info) {
+    std::string text;
+    for (const std::string& field :
+         {info.plateId, info.sampleName, info.wellId, info.comment, info.machineId, info.chemistryName,
+          info.chemistryApplication, info.channel[2].base, info.channel[2].dye, FieldText(info.channelBase[2]),
+          FieldText(info.instrumentId), FieldText(info.operatorName)})
+        text += field + '|';
+    return text;
+}
+
+TEST_F(ImportTest, SampleHoldsWhatTheInstrumentRecorded) {
+    CInstrumentFile file;
+    file.curves[{"DATA", 2}] = {-40, 0, 32767, 5, 5};  // one scan fewer than the others
+    file.curves[{"DATA", 6}] = {-9, 70, 80};
+    file.Text("TUBE", "b7").Text("CTID", "", 1).Text("CTNM", "../p*").Text("CMNT", "note").Text("MCHN", "M-12");
+    file.Text("PDMF", "KB_POP7.mob").Text("DySN", "Z-Dye").Text("DyeN", "third", 3).Text("MODL", "3730");
+    file.Text("User", std::string(40, 'u'));
+    file.numbers = {{"EPVt", 8500}, {"Tmpr", 60}};
+    file.Moment(1, 2024, 5, 1, {10, 20, 30});
+    file.Moment(2, 2024, 5, 1, {11, 20, 30});
+    Make("in/a.ab1", file);
+    ASSERT_EQ(Import("in -o out"), 0);
+    EXPECT_EQ(Report(), "in/a.ab1\tout/_._p_/_._p_B07.rsd\tchannels cut to 5 scans\n");
+
+    CSampleInfo info;
+    std::vector<ScanRecord> scans;
+    sampletest::ReadBack(Path("out/_._p_/_._p_B07.rsd"), info, scans);
+    EXPECT_EQ(XorOfFile(Path("out/_._p_/_._p_B07.rsd")), 0u);
+    ASSERT_EQ(scans.size(), 5u);
+    EXPECT_EQ(info.scanCount, 5u);
+    EXPECT_EQ(scans[0].words, (std::array<std::uint32_t, 5>{0, 1, 0, 0, 5}));
+    EXPECT_EQ(scans[2].words, (std::array<std::uint32_t, 5>{70, 3, 32807, 0, 5}));
+    EXPECT_EQ(scans[4].words, (std::array<std::uint32_t, 5>{80, 5, 45, 0, 5}));
+    EXPECT_EQ(FieldsOf(info), "../p*|sample|B07|note; channels lifted by 0 40 0 0|M-12|KB_POP7|Z-Dye|T|third|T|3730|" +
+                                  std::string(29, 'u') + "|");
+    EXPECT_EQ(info.runVoltage, 8500.0f);
+    EXPECT_EQ(info.temperature, 60.0f);
+    EXPECT_EQ(info.runStart, 1714558830);
+    EXPECT_EQ(info.runStop, info.runStart + 3600);
+    EXPECT_EQ(info.version, 1.2f);
+    EXPECT_FALSE(info.processed);
+    EXPECT_TRUE(info.saturated);
+    EXPECT_EQ(info.plateColumns, 12);
+}
+
+TEST_F(ImportTest, ScanRateIsTheNearestToTheTimeOfCollection) {
+    const auto rateOf = [&](std::size_t scans, std::vector<std::uint8_t> stop) {
+        CInstrumentFile file;
+        for (auto& [tag, curve] : file.curves)
+            curve.assign(scans, 1);
+        file.Moment(3, 2024, 5, 1, {10, 0, 0});
+        file.Moment(4, 2024, 5, 1, std::move(stop));
+        Make("a.ab1", file);
+        EXPECT_EQ(Import("a.ab1 -o out --plate " + std::to_string(scans)), 0);
+        const std::string plate = "out/" + std::to_string(scans) + '/' + std::to_string(scans);
+        return Info(plate + "_a.rsd").scanRate;
+    };
+    EXPECT_EQ(rateOf(232, {10, 1, 40}), 0);  // 2.32 a second: half-way to 2.89 is 2.325
+    EXPECT_EQ(rateOf(233, {10, 1, 40}), 1);
+    EXPECT_EQ(rateOf(321, {10, 1, 40}), 3);
+    EXPECT_EQ(rateOf(60, {10, 1, 0}), 0);
+    EXPECT_EQ(rateOf(59, {10, 0, 59}), 1);  // less than a minute
+    EXPECT_EQ(rateOf(61, {24, 0, 0}), 1);   // no time of day
+}
+
+TEST_F(ImportTest, NoSampleIsLostToAName) {
+    CInstrumentFile file;
+    file.Text("CTID", "p").Text("TUBE", "A1");
+    Make("in/a.ab1", file);
+    Make("in/b.AB1", file.Text("TUBE", "A01").Text("SMPL", "second"));
+    Make("in/c.abi", file.Text("TUBE", "Z99"));
+    Make("in/d.ab1", file.Text("TUBE", "P24").Text("CTID", "q?"));
+    Make("in/e.ab1", file.Text("CTID", "q*"));
+    Make("in/other.txt", file);
+    Make("in2/f.ab1", file.Text("CTID", "p").Text("TUBE", "A1").Text("SMPL", "third"));
+    const std::string first =
+        "in/a.ab1\tout/p/pA01.rsd\t\n"
+        "in/b.AB1\tout/p/pA01-2.rsd\twell A01 is taken\n"
+        "in/c.abi\tout/p/p_c.rsd\tno well: \"Z99\"\n"
+        "in/d.ab1\tout/q_/q_P24.rsd\t\n"
+        "in/e.ab1\tout/q_-2/q_P24.rsd\tthe folder name q_ is taken\n"
+        "in/a.ab1\tout/p/pA01.rsd\tthe same file as in/a.ab1\n";
+    ASSERT_EQ(Import("in ./in/a.ab1 -o out"), 0);
+    EXPECT_EQ(Report(), std::regex_replace(first, std::regex("\nin/a.ab1"), "\n./in/a.ab1"));
+    EXPECT_EQ(Info("out/q_/q_P24.rsd").plateId, "q?");
+    EXPECT_EQ(Info("out/q_/q_P24.rsd").plateColumns, 24);
+    EXPECT_EQ(Info("out/p/pA01.rsd").plateColumns, 12);
+
+    // A third sample of the well, by itself; then all of them once more, in another order and without write access.
+    ASSERT_EQ(Import("in2 -o out"), 0);
+    EXPECT_EQ(Report(), "in2/f.ab1\tout/p/pA01-3.rsd\twell A01 is taken\n");
+    struct stat before {
+    }, after{};
+    ASSERT_EQ(::stat(Path("out/p/pA01.rsd").c_str(), &before), 0);
+    ASSERT_EQ(Import("in/e.ab1 in2 in/b.AB1 in/a.ab1 -o out"), 0);
+    EXPECT_EQ(Report(),
+              "in/e.ab1\tout/q_-2/q_P24.rsd\tthe folder name q_ is taken; already there\n"
+              "in2/f.ab1\tout/p/pA01-3.rsd\twell A01 is taken; already there\n"
+              "in/b.AB1\tout/p/pA01-2.rsd\twell A01 is taken; already there\n"
+              "in/a.ab1\tout/p/pA01.rsd\talready there\n");
+    ASSERT_EQ(::stat(Path("out/p/pA01.rsd").c_str(), &after), 0);
+    EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(ImportTest, OtherFilesStay) {
+    CInstrumentFile file;
+    Make("in/a b.ab1", file.Text("TUBE", "A1"));
+    temp.Write("out/in/inA01.rsd", "no sample at all");
+    temp.Write("out/in/a b.esd", "nor this");
+    ASSERT_EQ(Import("in -o out/"), 0);
+    EXPECT_EQ(Report(), "in/a b.ab1\tout/in/inA01-2.rsd\twell A01 is taken\n");
+    ASSERT_EQ(Import("in -o out --name file"), 0);
+    EXPECT_EQ(Report(), "in/a b.ab1\tout/in/a b-2.rsd\tthe name a b is taken\n");
+    EXPECT_EQ(temp.Read("out/in/inA01.rsd") + temp.Read("out/in/a b.esd"), "no sample at allnor this");
+    EXPECT_EQ(Info("out/in/inA01-2.rsd").plateId, "in");
+
+    // A plate that becomes a large one: the sample's own file is written anew.
+    Make("in/b.ab1", file.Text("TUBE", "I1"));
+    ASSERT_EQ(Import("in -o out"), 0);
+    EXPECT_EQ(Info("out/in/inA01-2.rsd").plateColumns, 24);
+
+    // No name is longer than 100 characters.
+    ASSERT_EQ(Import("'in/a b.ab1' in/b.ab1 -o out --plate " + std::string(150, 'x')), 0);
+    const std::string plate(100, 'x');
+    EXPECT_TRUE(std::filesystem::exists(Path("out/" + plate + '/' + plate.substr(7) + "A01.rsd")));
+}
+
+TEST_F(ImportTest, WhatCannotBeImportedIsReportedAndTheRestGoesOn) {
+    CInstrumentFile good;
+    Make("in/good.ab1", good.Text("TUBE", "A1"));
+    Make("in/letters.ab1", CInstrumentFile().Text("FWO_", "GATT"));
+    CInstrumentFile lacking;
+    lacking.curves.erase({"DATA", 3});
+    Make("in/lacking.ab1", lacking);
+    temp.Write("in/text.ab1", "no such file");
+    temp.MakeFolder("in/folder.ab1");
+    Make("x.fsa", CInstrumentFile());
+    temp.MakeFolder("empty");
+    EXPECT_EQ(Import("x.fsa in empty -o out"), 3);
+    EXPECT_EQ(Report(),
+              "x.fsa\t-\ta fragment analysis (.fsa) and no sequencing run\n"
+              "in/good.ab1\tout/in/inA01.rsd\t\n"
+              "in/lacking.ab1\t-\tno raw channel DATA 3\n"
+              "in/letters.ab1\t-\tthe channels do not stand for A, C, G and T: FWO_ is \"GATT\"\n"
+              "in/text.ab1\t-\tno ABIF file\n"
+              "empty\t-\tno .ab1 or .abi file in this folder\n");
+    // A file that stands where the plate's folder would is left alone.
+    temp.Write("out2/in", "");
+    EXPECT_EQ(Import("in/good.ab1 -o out2"), 0);
+    EXPECT_EQ(Report(), "in/good.ab1\tout2/in-2/inA01.rsd\tthe folder name in is taken\n");
+}
+
+TEST_F(ImportTest, RefusesBeforeAnythingIsWritten) {
+    Make("in/good.ab1", CInstrumentFile());
+    temp.MakeFolder("empty");
+    temp.Write("file", "");
+    for (const auto& [words, text] :
+         std::vector<std::pair<std::string, std::string>>{{"in gone.ab1 -o out", "gone.ab1: No such file"},
+                                                          {"empty -o out", "empty: there is no .ab1"},
+                                                          {"in -o file/out", "file/out: Not a directory"},
+                                                          {"in -o 'a\\b'", "a\\b: a folder of plates"},
+                                                          {"in -o out --plate ''", "--plate: the id is empty"},
+                                                          {"in -o out --name stem", "stem is neither well nor file"},
+                                                          {"in", "--output is required"}}) {
+        EXPECT_EQ(Import(words), 2) << words;
+        EXPECT_NE(Errors().find(text), std::string::npos) << words << ": " << Errors();
+        EXPECT_EQ(Report(), "");
+        EXPECT_FALSE(std::filesystem::exists(Path("out")));
+    }
+}
+
+}  // namespace
