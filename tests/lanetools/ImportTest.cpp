@@ -4,7 +4,8 @@
 #include <regex>
 
 #include "lanetools/InstrumentFile.h"
-#include "samplestore/RsdFile.h"
+#include "lanetools/import/StoreSample.h"
+#include "support/PlainUser.h"
 #include "tools/ToolsFixture.h"
 
 namespace {
@@ -14,7 +15,7 @@ using sampletest::XorOfFile;
 
 class ImportTest : public toolstest::ToolsTest {
   protected:
-    int Import(const std::string& words) const { return Run(LANETOOLS_PROGRAM " import " + words + " 2>errors"); }
+    int Import(const std::string& words) const { return Run("(" LANETOOLS_PROGRAM " import " + words + " 2>errors)"); }
     std::string Report() const { return temp.Read("printed"); }
     std::string Errors() const { return temp.Read("errors"); }
     void Make(const std::string& name, const CInstrumentFile& file) const {
@@ -117,7 +118,7 @@ TEST_F(ImportTest, NoSampleIsLostToAName) {
     EXPECT_EQ(Info("out/q_/q_P24.rsd").plateColumns, 24);
     EXPECT_EQ(Info("out/p/pA01.rsd").plateColumns, 12);
 
-    // A third sample of the well, by itself; then all of them once more, in another order and without write access.
+    // A third sample of the well, by itself; then all of them once more, in another order.
     ASSERT_EQ(Import("in2 -o out"), 0);
     EXPECT_EQ(Report(), "in2/f.ab1\tout/p/pA01-3.rsd\twell A01 is taken\n");
     struct stat before {
@@ -154,6 +155,20 @@ TEST_F(ImportTest, OtherFilesStay) {
     ASSERT_EQ(Import("'in/a b.ab1' in/b.ab1 -o out --plate " + std::string(150, 'x')), 0);
     const std::string plate(100, 'x');
     EXPECT_TRUE(std::filesystem::exists(Path("out/" + plate + '/' + plate.substr(7) + "A01.rsd")));
+}
+
+TEST_F(ImportTest, AFileWithTheSameBytesMayBeWriteProtected) {
+    const std::string path = Path("plate/a.rsd");
+    const CSampleInfo info = sampletest::RawInfo(3);
+    const auto scans = sampletest::NumberedScans(3);
+    ASSERT_TRUE(lanetools::StoreSample(path, info, scans));
+    CSampleInfo other = info;
+    other.comment = "another";
+    std::filesystem::permissions(Path(""), std::filesystem::perms(0755));
+    const testsupport::PlainUser user;
+    EXPECT_FALSE(lanetools::StoreSample(path, info, scans));
+    EXPECT_THROW(lanetools::StoreSample(path, other, scans), lanetools::CNotStored);
+    EXPECT_THROW(lanetools::StoreSample(Path("new/a.rsd"), info, scans), lanetools::CNotStored);
 }
 
 TEST_F(ImportTest, WhatCannotBeImportedIsReportedAndTheRestGoesOn) {

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "support/PlainUser.h"
 #include "support/TempFolder.h"
 #include "tracewriter/ClassTable.h"
 #include "tracewriter/IAbdQualities.h"
@@ -27,17 +28,6 @@ class TraceWriterTest : public testing::Test {
     std::size_t FilesInFolder() const {
         return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
     }
-};
-
-// Rights do not bind the superuser: as long as this lives, the test is somebody else.
-struct CPlainUser {
-    CPlainUser() {
-        if (::geteuid() == 0) changed = ::seteuid(65534) == 0;
-    }
-    ~CPlainUser() {
-        if (changed && ::seteuid(0) != 0) std::abort();
-    }
-    bool changed = false;
 };
 
 CTagValue Shorts(const std::vector<std::int16_t>& values) {
@@ -168,7 +158,7 @@ TEST_F(TraceWriterTest, PlacesThatCannotBeWritten) {
     std::filesystem::create_directory(folder + "/locked");
     ::chmod((folder + "/locked").c_str(), 0555);
     ::chmod(folder.c_str(), 0777);
-    const CPlainUser plainUser;
+    const testsupport::PlainUser plainUser;
     EXPECT_EQ(WriteSmallAbd(folder + "/protected.abd"), HresultFromErrno(EACCES));
     EXPECT_EQ(WriteSmallAbd(folder + "/locked/a.abd"), HresultFromErrno(EACCES));
 }
