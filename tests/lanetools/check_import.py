@@ -40,16 +40,34 @@ def gather(folder, into):
     return count
 
 
+def plain_directory(path):
+    """The tags of a file that Biopython refuses for one of its other tags."""
+    data = path.read_bytes()
+    count, _, offset = struct.unpack_from(">3I", data, 18)
+    raw = {}
+    for at in range(offset, offset + 28 * count, 28):
+        name, number, kind, _, elements, size, where = struct.unpack_from(">4si2h3I", data, at)
+        start = at + 20 if size <= 4 else where
+        if name == b"DATA":
+            raw["DATA%d" % number] = struct.unpack_from(">%dh" % elements, data, start)
+        elif kind == 18:
+            raw[name.decode() + str(number)] = data[start + 1:start + size]
+    return raw
+
+
 def expected(path):
-    """Current and channels as five columns, by way of Biopython."""
-    with open(path, "rb") as file:
-        raw = SeqIO.read(file, "abi").annotations["abif_raw"]
+    """The tags, and current and channels as five columns, by way of Biopython."""
+    try:
+        with open(path, "rb") as file:
+            raw = SeqIO.read(file, "abi").annotations["abif_raw"]
+    except AssertionError:
+        raw = plain_directory(path)
     channels = [raw["DATA%d" % i] for i in (1, 2, 3, 4)]
     count = min(map(len, channels))
     lifted = []
     for channel in channels:
-        channel = channel[:count]
-        lifted.append([value + max(0, -min(channel)) for value in channel])
+        lift = max(0, -min(channel[:count]))
+        lifted.append([value + lift for value in channel[:count]])
     current = raw.get("DATA6") or [100]
     return raw, [[max(0, current[i * len(current) // count]) for i in range(count)]] + lifted
 
