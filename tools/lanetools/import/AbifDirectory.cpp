@@ -147,7 +147,8 @@ bool CAbifDirectory::IsDamaged(std::string_view name, std::int32_t number) const
 
 std::size_t CAbifDirectory::Count(std::string_view name, std::int32_t number) const {
     const CEntry* entry = Find(name, number);
-    return entry == nullptr || entry->value.empty() ? 0 : entry->value.size() / ElementSize(entry->type);
+    const std::size_t size = entry == nullptr ? 0 : ElementSize(entry->type);
+    return size == 0 ? 0 : entry->value.size() / size;
 }
 
 std::string CAbifDirectory::Text(std::string_view name, std::int32_t number) const {

@@ -90,7 +90,7 @@ class CImport {
     bool hasFailedToWrite = false;
 };
 
-// Throws CUnusable. The plate's id is settled.
+// The sample with the id of its plate settled. Throws CUnusable.
 CInstrumentSample CImport::Read(const CSource& source) const {
     if (!source.refusal.empty()) throw CUnusable(source.refusal);
     const std::string file = ReadSource(source.path);
@@ -129,7 +129,9 @@ void CImport::MakeRoot() const {
 
 COutcome CImport::Store(const CSource& source, CInstrumentSample sample) {
     CSampleInfo& info = sample.info;
-    CPlateFolder& plate = plates.at(info.plateId);
+    const auto found = plates.find(info.plateId);
+    if (found == plates.end()) throw CUnusable("changed while it was imported");
+    CPlateFolder& plate = found->second;
     info.plateColumns = plate.Columns();
     info.plateRows = plate.Rows();
 
@@ -173,7 +175,8 @@ void CImport::Print() const {
         std::printf("%s\t%s\t%s\n", column(sources[i].path).c_str(), column(outcomes[i].path).c_str(),
                     column(outcomes[i].remark).c_str());
     }
-    if (std::fflush(stdout) != 0) throw std::runtime_error("standard output cannot be written");
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        throw std::runtime_error("standard output cannot be written");
 }
 
 ExitCode CImport::Result() const {

@@ -44,6 +44,7 @@ std::vector<CSource> ListFolder(const fs::path& folder) {
     if (error) throw CRefused(folder.string() + ": " + error.message());
     std::sort(names.begin(), names.end());
     std::vector<CSource> sources;
+    sources.reserve(names.size());
     for (const fs::path& name : names)
         sources.push_back(MakeSource(folder / name));
     return sources;
