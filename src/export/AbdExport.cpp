@@ -72,6 +72,7 @@ void WriteRawCurves(IAbdWriter& writer, const CSampleFile& sample, std::int32_t 
     WriteRunData(writer, sample.info, raw.current, 0, last, step);
 }
 
+// Of a trace whose arrays are filled.
 void WriteProcessedCurves(IAbdWriter& writer, const CProcessedTrace& trace, const AbdWindow& window) {
     WriteChannels(writer, trace.channels, TruncateTo32(window.first - trace.traceStart),
                   TruncateTo32(window.last - trace.traceStart), window.step, 9);
@@ -187,10 +188,11 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
 std::int32_t CSampleFile::ExportAbd(CTraceFile& processed, std::int32_t goodRegionOnly) {
     const CRunSettings& settings = plate->Settings();
     const CSampleFile& owner = processed.sample ? *processed.sample : *this;
-    const CProcessedTrace* trace = processed.Processed();
+    CProcessedTrace* const trace = processed.Processed();
     if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedAbd(settings.skipFailedExports);
     if (settings.allowUserGoodRegion != 0) FindGoodRegion();
     if (goodRegionOnly != 0 && trace->calledBases.goodLength == 0) return ExportFailedAbd(settings.skipFailedExports);
+    trace->FillArrays();
     return WriteAbd(*this, processed.path, true, [&](const CInstance<IAbdWriter>& writer) {
         WriteCalledSample(writer, *this, *trace, goodRegionOnly != 0);
     });

@@ -17,6 +17,7 @@
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
 #include "tracewriter/ClassTable.h"
+#include "tracewriter/IScfSamples.h"
 #include "tracewriter/IScfWriter.h"
 
 namespace {
@@ -42,24 +43,35 @@ ScanWindow WindowOf(const CProcessedTrace& trace, bool goodRegionOnly) {
     return window;
 }
 
+using Stretches = std::array<std::span<const std::int32_t>, channelCount>;
+
+void SendStretches(const CInstance<IScfWriter>& writer, const Stretches& stretches, std::int32_t first) {
+    if (auto* const taker = writer.Find<IScfSamples>()) return Check(taker->SetSamples(stretches, first));
+    const auto& [a, c, g, t] = stretches;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        Check(writer->SetSample(a[i], c[i], g[i], t[i], first + static_cast<std::int32_t>(i)));
+}
+
 // The four curves, all on the scale of the whole trace.
-void SendSamples(IScfWriter& writer, const CProcessedTrace& trace, const ScanWindow& window) {
+void SendSamples(const CInstance<IScfWriter>& writer, const CProcessedTrace& trace, const ScanWindow& window) {
     double offset = 0.0;
     const double scale = trace.ScaleFor(offset, sampleRange);
     constexpr std::int64_t blockSize = 512;  // scans
     std::array<std::array<std::int32_t, blockSize>, channelCount> block{};
-    const auto& [a, c, g, t] = block;
+    Stretches stretches;
     const std::int64_t scans = std::int64_t{window.end} - window.first;
     for (std::int64_t first = 0; first < scans; first += blockSize) {
         const std::int64_t count = std::min(blockSize, scans - first);
         const std::int64_t at = window.first + first - TruncateTo32(trace.traceStart);
-        for (std::size_t letter = 0; letter < block.size() && scale != 0.0; ++letter) {
+        for (std::size_t letter = 0; letter < block.size(); ++letter) {
+            const std::span stretch = std::span(block[letter]).first(static_cast<std::size_t>(count));
+            stretches[letter] = stretch;
+            if (scale == 0.0) continue;
             const CScanValues values(trace.channels[static_cast<std::size_t>(channelOrderAcgt[letter])], at, count);
-            std::transform(values.All().begin(), values.All().end(), block[letter].begin(),
+            std::transform(values.All().begin(), values.All().end(), stretch.begin(),
                            [&](double value) { return TruncateTo32((value - offset) / scale); });
         }
-        for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i)
-            Check(writer.SetSample(a[i], c[i], g[i], t[i], CutTo32(first) + static_cast<std::int32_t>(i)));
+        SendStretches(writer, stretches, CutTo32(first));
     }
 }
 
@@ -100,7 +112,7 @@ std::int32_t WithWriter(CPlate& plate, Write write) try {
     const CInstance<IScfWriter> writer;
     if (!writer) throw CComError(E_POINTER);
     Check(writer->SetSampleSize(sampleBits));
-    return write(*writer);
+    return write(writer);
 } catch (const CComError& error) {
     plate.Log(error.ErrorMessage());
     return 1;
@@ -109,16 +121,18 @@ std::int32_t WithWriter(CPlate& plate, Write write) try {
 }  // namespace
 
 std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
-    const CProcessedTrace* trace = processed.Processed();
+    CProcessedTrace* const trace = processed.Processed();
     const CSampleFile& owner = processed.sample ? *processed.sample : *this;
     if (!trace || !owner.info.analysis.basecallError.empty()) return ExportFailedScf();
+    trace->FillArrays();
     const bool goodRegionOnly = plate->Settings().goodRegionOnly != 0;
-    return WithWriter(*plate, [&](IScfWriter& writer) {
+    return WithWriter(*plate, [&](const CInstance<IScfWriter>& instance) {
+        IScfWriter& writer = *instance;
         const ScanWindow window = WindowOf(*trace, goodRegionOnly);
         Check(writer.SetSampleCount(CutTo32(std::int64_t{window.end} - window.first)));
         const std::vector<std::int32_t> bases = ExportBases(*trace, goodRegionOnly);
         Check(writer.SetBaseCount(static_cast<std::int32_t>(bases.size())));
-        SendSamples(writer, *trace, window);
+        SendSamples(instance, *trace, window);
         SendBases(writer, *this, *trace, bases, window.first);
         SendComments(writer, info, trace);
         return Save(writer, *this, ExportPath(processed.path, "scf"));
@@ -127,10 +141,10 @@ std::int32_t CSampleFile::ExportScf(CTraceFile& processed) {
 
 std::int32_t CSampleFile::ExportFailedScf() {
     if (plate->Settings().skipFailedExports != 0) return 1;
-    return WithWriter(*plate, [&](IScfWriter& writer) {
+    return WithWriter(*plate, [&](const CInstance<IScfWriter>& writer) {
         const std::string path = ExportPath(FailedSourcePath(*this), "scf");
         if (path.empty()) return 0;
-        SendComments(writer, info, nullptr);
-        return Save(writer, *this, path);
+        SendComments(*writer, info, nullptr);
+        return Save(*writer, *this, path);
     });
 }

@@ -24,13 +24,22 @@ void CCapTrace::ToScans(std::vector<ScanRecord>&, CAnalysisInfo&) const {}
 
 void CCapTrace::BuildFromScans(std::span<const ScanRecord>, const CAnalysisInfo&) {}
 
-void CCapTrace::TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis) {
-    BuildFromScans({scans.get(), scanCount}, analysis);
+void CCapTrace::TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo&) {
+    ReleaseArrays();
+    kept = std::move(scans);
+    hasChannels = true;
+}
+
+void CCapTrace::FillArrays() {
+    if (!kept) return;
+    Decode({kept.get(), scanCount});
+    kept.reset();
 }
 
 void CCapTrace::ReleaseArrays() {
     current = {};
     channels = {};
+    kept.reset();
     hasChannels = false;
 }
 
@@ -40,23 +49,15 @@ const CRuntimeClass& CRawTrace::GetRuntimeClass() const {
 
 void CRawTrace::FreeArrays() {
     ReleaseArrays();
-    kept.reset();
 }
 
 void CRawTrace::BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo&) {
-    FillFrom(scans, [](std::uint32_t word) { return static_cast<double>(word); });
-}
-
-void CRawTrace::TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo&) {
-    ReleaseArrays();
-    kept = std::move(scans);
-    hasChannels = true;
-}
-
-void CRawTrace::FillArrays() {
-    if (!kept) return;
-    BuildFromScans({kept.get(), scanCount}, {});
     kept.reset();
+    Decode(scans);
+}
+
+void CRawTrace::Decode(std::span<const ScanRecord> scans) {
+    FillFrom(scans, [](std::uint32_t word) { return static_cast<double>(word); });
 }
 
 void CRawTrace::ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo&) const {

@@ -28,25 +28,31 @@ class CCapTrace : public CObject {
 
     const CRuntimeClass& GetRuntimeClass() const override;
     virtual void FreeArrays() {}
-    // Fills the arrays from the records that TakeScans kept, if any. Must be called before the arrays of a raw trace
-    // that was loaded from a file are read.
-    virtual void FillArrays() {}
+    // Fills the arrays from the records that TakeScans kept, if any. Must be called before the arrays of a trace that was
+    // loaded from a file are read.
+    void FillArrays();
     // Converts the trace to scan records; see the derived classes.
     virtual void ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo& analysis) const;
     // Fills the arrays from records; scanCount must be set before. Missing records count as zeros.
     virtual void BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo& analysis);
-    // The same with the scanCount records of a file; a raw trace keeps them until its arrays are needed.
+    // The same with the scanCount records of a file. The arrays are not filled until FillArrays: many operations on a
+    // sample never need them.
     virtual void TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis);
 
     // True once the trace has been filled, even with 0 scans.
     bool HasChannels() const { return hasChannels; }
 
   protected:
-    // Fills `current` and `channels` from records; `valueOf` converts the word of a channel to its value.
+    // Fills the arrays from records in the form that this kind of trace has in a file.
+    virtual void Decode(std::span<const ScanRecord>) {}
+    // The work of Decode; `valueOf` converts the word of a channel to its value.
     template <class ValueOf>
     void FillFrom(std::span<const ScanRecord> scans, ValueOf valueOf);
+    // Releases the arrays and the kept records.
     void ReleaseArrays();
+
     bool hasChannels = false;
+    std::unique_ptr<ScanRecord[]> kept;  // scanCount records to fill the arrays from, or null
 };
 
 // A sample as the instrument recorded it: whole numbers, the unsigned words of the file.
@@ -59,12 +65,9 @@ class CRawTrace : public CCapTrace {
     // Writes records of unsigned numbers over those of `scans`, which must already have scanCount elements.
     void ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo& analysis) const override;
     void BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo& analysis) override;
-    void FillArrays() override;
-    void TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis) override;
 
   private:
-    // The records of the file until FillArrays. Many operations never need the arrays of a raw trace.
-    std::unique_ptr<ScanRecord[]> kept;
+    void Decode(std::span<const ScanRecord> scans) override;
 };
 
 // A sample after base calling: a range of the scans, with the called bases.
@@ -84,6 +87,8 @@ class CProcessedTrace : public CCapTrace {
     // arrays keep what they held.
     void ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo& analysis) const override;
     void BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo& analysis) override;
+    // The bases and all other values from `analysis` are set at once.
+    void TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis) override;
 
     // Takes over the channels and the current, all of the same length, which becomes scanCount.
     void SetArrays(std::array<std::vector<double>, channelCount> newChannels, std::vector<double> newCurrent);
@@ -98,6 +103,9 @@ class CProcessedTrace : public CCapTrace {
     double ScaleFor(double& offset, double range) const;
 
   private:
+    void Decode(std::span<const ScanRecord> scans) override;
+    void TakeAnalysis(const CAnalysisInfo& analysis);
+
     CBaseCaller* callerInfo = nullptr;
     std::unique_ptr<CBaseCaller> ownCaller;
 };

@@ -34,6 +34,7 @@ void CProcessedTrace::SetCallerInfo(CBaseCaller* caller) {
 
 void CProcessedTrace::SetArrays(std::array<std::vector<double>, channelCount> newChannels,
                                 std::vector<double> newCurrent) {
+    kept.reset();
     channels = std::move(newChannels);
     current = std::move(newCurrent);
     scanCount = static_cast<std::uint32_t>(current.size());
@@ -82,7 +83,21 @@ std::int32_t Minus(std::int32_t a, std::int32_t b) {
 }  // namespace
 
 void CProcessedTrace::BuildFromScans(std::span<const ScanRecord> scans, const CAnalysisInfo& analysis) {
+    kept.reset();
+    Decode(scans);
+    TakeAnalysis(analysis);
+}
+
+void CProcessedTrace::TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis) {
+    CCapTrace::TakeScans(std::move(scans), analysis);
+    TakeAnalysis(analysis);
+}
+
+void CProcessedTrace::Decode(std::span<const ScanRecord> scans) {
     FillFrom(scans, [](std::uint32_t word) { return static_cast<double>(std::bit_cast<float>(word)); });
+}
+
+void CProcessedTrace::TakeAnalysis(const CAnalysisInfo& analysis) {
     traceStart = analysis.startTrace;
     traceEnd = analysis.endTrace;
 
@@ -104,6 +119,7 @@ void CProcessedTrace::BuildFromScans(std::span<const ScanRecord> scans, const CA
 void CProcessedTrace::ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo& analysis) const {
     const std::size_t first = scans.size();
     scans.resize(first + scanCount);
+    if (kept) std::copy_n(kept.get(), scanCount, scans.data() + first);
     for (std::size_t i = 0; i < std::min<std::size_t>(scanCount, current.size()); ++i)
         scans[first + i].words[0] = static_cast<std::uint32_t>(TruncateTo32(current[i]));
     for (std::size_t k = 0; k < channelCount; ++k)

@@ -31,7 +31,7 @@ consteval property::Type TypeOf() {
 
 class KeyReader {
   public:
-    explicit KeyReader(std::span<const std::uint8_t> bytes) : tree(bytes) {}
+    explicit KeyReader(std::span<const std::uint8_t> tree) : level(tree) {}
 
     void operator()(std::string_view key, std::string& text) const {
         text.clear();
@@ -51,7 +51,7 @@ class KeyReader {
 
   private:
     bool Find(std::string_view key, property::Type type, CPropertyItem& item) const {
-        return CPropertyTree::Get(key, tree.data(), item, tree.data() + tree.size()) > 0 && item.type == type;
+        return level.Get(key, item) && item.type == type;
     }
 
     // Whole values only; what remains of a damaged array is left out.
@@ -64,7 +64,7 @@ class KeyReader {
         if (!values.empty()) std::memcpy(values.data(), item.data, values.size() * sizeof(Element));
     }
 
-    std::span<const std::uint8_t> tree;
+    CPropertyLevel level;
 };
 
 // Remembers the first failure and stores nothing after it.

@@ -85,6 +85,37 @@ CPropertyTree::ConstPosition CPropertyTree::Find(std::string_view key, ConstPosi
     return at;
 }
 
+CPropertyLevel::CPropertyLevel(std::span<const std::uint8_t> tree) : limit(tree.data() + tree.size()) {
+    for (CPropertyTree::ConstPosition at = tree.data();;) {
+        CPropertyItem key, value;
+        if (!CPropertyTree::ParseItem(&key, at, true, limit) || key.type != property::Text) return;
+        if (!CPropertyTree::ParseItem(&value, at, true, limit)) return;
+        pairs.push_back({key.data, value});
+        if (value.type == property::Subtree && !CPropertyTree::SkipChildren(at, value.count, limit)) return;
+    }
+}
+
+bool CPropertyLevel::Get(std::string_view key, CPropertyItem& item) const {
+    if (!CPropertyTree::IsKeyValid(key)) return false;
+    const std::string_view component = key.substr(0, key.find('.'));
+    for (const Pair& pair : pairs) {
+        const int order = CompareKeys(component, pair.key);
+        if (order > 0) continue;
+        if (order < 0) return false;
+        const CPropertyItem& value = pair.value;
+        if (component.size() == key.size()) {
+            item = value;
+            return true;
+        }
+        if (value.type != property::Subtree || value.count % 2 != 0) return false;
+        std::size_t pairSize = 0;
+        const std::string_view rest = key.substr(component.size() + 1);
+        const auto children = static_cast<std::int32_t>(value.count / 2);
+        return CPropertyTree::Find(rest, value.data, item, pairSize, children, limit) && pairSize > 0;
+    }
+    return false;
+}
+
 std::size_t CPropertyTree::Get(std::string_view key, ConstPosition start, CPropertyItem& item, ConstPosition limit) {
     std::size_t pairSize = 0;
     return Find(key, start, item, pairSize, topLevel, limit) ? pairSize : 0;

@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -74,4 +75,23 @@ class CPropertyTree {
                         ConstPosition limit, Position& tail);
     static bool PutFloats(std::string_view key, const float* values, std::uint32_t count, Position start,
                           ConstPosition limit, Position& tail);
+};
+
+// The pairs of a tree's top level, found in one walk, for whoever looks up many keys: each of Get's walks would parse
+// all that lies ahead of its key once more.
+class CPropertyLevel {
+  public:
+    // The bytes of a whole tree, which outlive the object and stay as they are.
+    explicit CPropertyLevel(std::span<const std::uint8_t> tree);
+    // True, with the item, for the keys that CPropertyTree::Get finds.
+    bool Get(std::string_view key, CPropertyItem& item) const;
+
+  private:
+    struct Pair {
+        CPropertyTree::ConstPosition key;  // with its NUL
+        CPropertyItem value;
+    };
+
+    std::vector<Pair> pairs;  // as far as the stream parses
+    CPropertyTree::ConstPosition limit;
 };

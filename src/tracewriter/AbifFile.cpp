@@ -1,6 +1,8 @@
 #include "tracewriter/AbifFile.h"
 
+#include <cstddef>
 #include <new>
+#include <string_view>
 
 namespace {
 
@@ -31,6 +33,15 @@ void PutHeader(Bytes& out, std::size_t entries, std::size_t directoryOffset) {
 
 void PutBytes(Bytes& out, const Bytes& bytes) {
     out.insert(out.end(), bytes.begin(), bytes.end());
+}
+
+std::string_view AsText(const Bytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+// True for a value that does not fit into its entry of the directory.
+bool LiesOutside(const AbifElement& element) {
+    return element.data.size() > inlineSize;
 }
 
 }  // namespace
@@ -66,7 +77,7 @@ HRESULT CAbifFile::CloseFile(std::int32_t& status) try {
     status = 0;
     if (!file.IsOpen()) return E_UNEXPECTED;
     AddDerivedTags();
-    file.Write(Encode());
+    Write();
     const platform::Error error = file.Commit();
     status = error ? 0 : 1;
     return HresultFromErrno(error);
@@ -84,35 +95,35 @@ HRESULT CAbifFile::SetQualities(std::span<const float> percent) try {
 
 // Qualities: readers know "PCON", the caller sends whole percentages as "QVAL", and exact ones if it has them.
 void CAbifFile::AddDerivedTags() {
+    const AbifElement exact = qualities ? QualitiesFromPercent(*qualities) : AbifElement{};
     for (const std::int32_t number : {1, 2}) {
         const auto percent = tags.find({"QVAL", number});
         if (percent == tags.end() || percent->second.type != AbifType::Short) continue;
-        const bool exact = qualities && qualities->size() == percent->second.count;
-        tags.try_emplace({"PCON", number},
-                         exact ? QualitiesFromPercent(*qualities) : QualitiesFromWholePercent(percent->second));
+        const bool isExact = qualities && exact.count == percent->second.count;
+        tags.try_emplace({"PCON", number}, isExact ? exact : QualitiesFromWholePercent(percent->second));
     }
 }
 
-Bytes CAbifFile::Encode() const {
-    std::size_t directoryOffset = dataOffset;
-    for (const auto& [key, element] : tags)
-        if (element.data.size() > inlineSize) directoryOffset += element.data.size();
-    Bytes out;
-    out.reserve(directoryOffset + tags.size() * entrySize);
-    PutHeader(out, tags.size(), directoryOffset);
-    for (const auto& [key, element] : tags)
-        if (element.data.size() > inlineSize) PutBytes(out, element.data);
+// The values go out as they are; only the header and the directory are made here.
+void CAbifFile::Write() {
+    Bytes header, directory;
+    directory.reserve(tags.size() * entrySize);
+    std::vector<std::string_view> parts{{}};
     std::size_t next = dataOffset;
     for (const auto& [key, element] : tags) {
-        PutEntryHead(out, key.first, key.second, element, element.data.size());
-        if (element.data.size() > inlineSize) {
-            Put32(out, static_cast<std::uint32_t>(next));
+        PutEntryHead(directory, key.first, key.second, element, element.data.size());
+        if (LiesOutside(element)) {
+            Put32(directory, static_cast<std::uint32_t>(next));
             next += element.data.size();
+            parts.push_back(AsText(element.data));
         } else {
-            PutBytes(out, element.data);
-            PutZeros(out, inlineSize - element.data.size());
+            PutBytes(directory, element.data);
+            PutZeros(directory, inlineSize - element.data.size());
         }
-        Put32(out, 0);
+        Put32(directory, 0);
     }
-    return out;
+    PutHeader(header, tags.size(), next);
+    parts.front() = AsText(header);
+    parts.push_back(AsText(directory));
+    file.Write(parts);
 }

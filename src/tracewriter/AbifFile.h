@@ -59,5 +59,5 @@ class CAbifFile final : public IUnknown, public IAbdWriter, public IAbdQualities
     std::optional<std::vector<float>> qualities;  // percent, a base each, when they were handed over
 
     void AddDerivedTags();
-    Bytes Encode() const;
+    void Write();
 };

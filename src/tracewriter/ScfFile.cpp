@@ -41,7 +41,9 @@ void PutDifferences(Bytes& out, const std::vector<std::uint16_t>& curve) {
 }  // namespace
 
 HRESULT CScfFile::QueryInterface(const Guid& id, void*& interface) {
-    interface = id == IScfWriter::iid ? static_cast<IScfWriter*>(this) : nullptr;
+    interface = nullptr;
+    if (id == IScfWriter::iid) interface = static_cast<IScfWriter*>(this);
+    if (id == IScfSamples::iid) interface = static_cast<IScfSamples*>(this);
     return interface ? S_OK : E_NOINTERFACE;
 }
 
@@ -72,6 +74,17 @@ HRESULT CScfFile::SetSample(std::int32_t a, std::int32_t c, std::int32_t g, std:
     curves[1][scan] = ToSample(c);
     curves[2][scan] = ToSample(g);
     curves[3][scan] = ToSample(t);
+    return S_OK;
+}
+
+HRESULT CScfFile::SetSamples(const std::array<std::span<const std::int32_t>, 4>& stretches, std::int32_t index) {
+    const std::size_t count = stretches[0].size();
+    for (const auto& stretch : stretches)
+        if (stretch.size() != count) return E_INVALIDARG;
+    if (index < 0 || count > curves[0].size() || static_cast<std::size_t>(index) > curves[0].size() - count)
+        return DISP_E_BADINDEX;
+    for (std::size_t i = 0; i < curves.size(); ++i)
+        std::transform(stretches[i].begin(), stretches[i].end(), curves[i].begin() + index, ToSample);
     return S_OK;
 }
 

@@ -27,14 +27,16 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "tracewriter/BigEndian.h"
+#include "tracewriter/IScfSamples.h"
 #include "tracewriter/IScfWriter.h"
 #include "tracewriter/IUnknown.h"
 
-class CScfFile final : public IUnknown, public IScfWriter {
+class CScfFile final : public IUnknown, public IScfWriter, public IScfSamples {
   public:
     HRESULT QueryInterface(const Guid& id, void*& interface) override;
 
@@ -44,6 +46,7 @@ class CScfFile final : public IUnknown, public IScfWriter {
     HRESULT SetSampleSize(std::int32_t bits) override;
     // Values beyond 0..65535 are stored as the nearest of these.
     HRESULT SetSample(std::int32_t a, std::int32_t c, std::int32_t g, std::int32_t t, std::int32_t index) override;
+    HRESULT SetSamples(const std::array<std::span<const std::int32_t>, 4>& stretches, std::int32_t index) override;
     HRESULT SaveFile(const std::string& path) override;
     // A peak before the first scan is stored at scan 0.
     HRESULT AddBase(std::int32_t peakIndex, std::int32_t probA, std::int32_t probC, std::int32_t probG,

@@ -170,6 +170,12 @@ TEST(PropertyTree, DamagedStreams) {
             const std::uint8_t* limit = bytes.data() + bytes.size();
             const auto got = CPropertyTree::Get(key, bytes.data(), item, limit);
             ASSERT_LE(got, bytes.size());
+            CPropertyItem same;
+            ASSERT_EQ(CPropertyLevel(bytes).Get(key, same), got > 0);
+            if (got > 0) {
+                ASSERT_EQ(same.data, item.data);
+                ASSERT_EQ(same.count, item.count);
+            }
             ++(got > 0 ? found : refused);
             if (!end) continue;
             const Bytes before(bytes);

@@ -199,6 +199,7 @@ TEST_F(SampleSaving, ProcessedSample) {
     EXPECT_TRUE(again.info.processed);
     EXPECT_EQ(again.info.scanCount, 200u);
     EXPECT_EQ(back.Processed()->CallerInfo()->name, "the caller");
+    back.trace->FillArrays();
     EXPECT_EQ(back.trace->channels[2][199], 2.5);
     EXPECT_EQ(back.trace->traceEnd, 250.0);
     EXPECT_EQ((*back.Processed()->separationMatrix)[1][2], 0.5f);
