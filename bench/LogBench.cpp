@@ -1,6 +1,8 @@
-// What an entry of the logs of a plate costs, beside the number of samples that they have entries of.
+// What an entry in the mark-up log of a plate costs, depending on how many samples it already lists.
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -17,7 +19,7 @@ std::string FilePath(std::int64_t sample, Format format) {
            std::string(formats.at(static_cast<std::size_t>(format)).tag);
 }
 
-// A log.xml with these files of so many samples.
+// A log.xml that lists these files of so many samples.
 void WriteMarkupLog(const std::string& path, std::int64_t samples) {
     std::ofstream out(path, std::ios::binary);
     out << "<log>\t\t\r\n<files>\t\t\r\n";
@@ -38,6 +40,18 @@ std::string EmptyFolder() {
     return folder.string();
 }
 
+// True for a log of so many entries, `last` among them.
+bool LinesHave(const std::string& path, const std::string& last, std::int64_t entries) {
+    std::ifstream log(path, std::ios::binary);
+    std::int64_t count = 0;
+    bool isThere = false;
+    for (std::string line; std::getline(log, line);) {
+        if (line.starts_with('/')) ++count;
+        isThere = isThere || line.starts_with(last);
+    }
+    return isThere && count == entries;
+}
+
 // The four entries of a sample.
 void MarkupLogOfOneMoreSample(benchmark::State& state) {
     const std::string folder = EmptyFolder();
@@ -49,6 +63,8 @@ void MarkupLogOfOneMoreSample(benchmark::State& state) {
             plate.AddToMarkupLog(FilePath(sample, format), SectionOf(format));
         ++sample;
     }
+    if (!LinesHave(folder + "/log.xml", FilePath(sample - 1, Format::Fasta), 4 * sample))
+        state.SkipWithError("the log lacks entries");
     std::filesystem::remove_all(folder);
 }
 BENCHMARK(MarkupLogOfOneMoreSample)->Arg(100)->Arg(10000)->Iterations(100)->Unit(benchmark::kMicrosecond);

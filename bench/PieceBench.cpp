@@ -4,7 +4,10 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -60,7 +63,7 @@ void ReadTree(benchmark::State& state) {
 }
 BENCHMARK(ReadTree);
 
-// Sends what the operations print to nowhere.
+// Discards what the operations print.
 class Silence {
   public:
     Silence() : output(::dup(STDOUT_FILENO)) {
@@ -77,7 +80,7 @@ class Silence {
     int output;
 };
 
-// A called sample in a folder of its own, and the export of it.
+// A called sample in a folder of its own, and its exports.
 class ExportBench : public benchmark::Fixture {
   public:
     void SetUp(benchmark::State& state) override {
@@ -114,7 +117,7 @@ class ExportBench : public benchmark::Fixture {
         trace.scanCount = static_cast<std::uint32_t>(records.size());
         trace.BuildFromScans(records, sample->info.analysis);
     }
-    // Every export adds to the two logs as well; they go before each, so that they do not grow.
+    // Every export adds to the two logs too; they are removed before each, so that they do not grow.
     template <class Export>
     void Run(benchmark::State& state, const std::string& file, std::uintmax_t least, Export run) {
         const Silence silence;
@@ -148,7 +151,7 @@ BENCHMARK_F(ExportBench, Fasta)(benchmark::State& state) {
     Run(state, "/FASTA/s.seq", baseCount, [&] { return sample->ExportFasta(sample->processedTrace, "", 0); });
 }
 
-// What a guarded call costs beside the library's own work.
+// What a guarded call costs in addition to the library's own work.
 void GuardedCall(benchmark::State& state) {
     for (auto _ : state)
         platform::GuestCall("library.so", "sample.rsd");

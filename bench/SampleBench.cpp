@@ -1,4 +1,4 @@
-// What the road of a sample costs, piece by piece.
+// What it costs to load a sample, and to walk over its bases.
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// A pass over all bases by index: the time goes with their number, not with its square.
+// A pass over all bases by index: the time is proportional to their number, not to its square.
 void PassOverCalledBases(benchmark::State& state) {
     CProcessedTrace trace;
     PeakRecord peak{};
@@ -29,7 +29,7 @@ void PassOverCalledBases(benchmark::State& state) {
 }
 BENCHMARK(PassOverCalledBases)->RangeMultiplier(4)->Range(256, 16384)->Complexity(benchmark::oN);
 
-// From the file to the arrays, beside the number of its scans.
+// From the file to the arrays, for several numbers of scans.
 void ReadRawSample(benchmark::State& state) {
     const std::string path = (std::filesystem::temp_directory_path() / "lanewright-bench.rsd").string();
     const std::vector<ScanRecord> scans(static_cast<std::size_t>(state.range(0)));
