@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "export/AbdTags.h"
 #include "export/Cut.h"
@@ -13,12 +14,12 @@
 
 namespace {
 
-// Scans from `start` in steps; 64 bits, so that no sum of them overflows.
+// The scans of a range. 64 bits, so that no sum overflows.
 struct ScanRange {
     std::int64_t start, end, step;
 
     std::int64_t Count() const { return (end - start) / step; }
-    // The same with the scan of a last step that reaches beyond the end.
+    // The same, with a last step that reaches beyond the end counted too.
     std::int64_t CountWithPart() const { return end > start ? (end - start + step - 1) / step : 0; }
 };
 
@@ -27,8 +28,8 @@ struct CurveScale {
     double low, divisor;
 };
 
-// The part of `range` that a search for extremes must visit in a curve of `size` scans: before and behind the curve
-// one scan stands for all, since its ends repeat there.
+// The part of `range` that a search for extremes must visit in a curve of `size` scans: before and after the curve its
+// first and last values repeat, so there one scan represents all.
 ScanRange DistinctPart(ScanRange range, std::int64_t size) {
     if (range.end <= 0)
         range.end = std::min(range.end, range.start + range.step);
@@ -49,7 +50,7 @@ CurveScale ScaleOf(const ChannelCurves& channels, const ScanRange& range) {
     return {found.low, spread >= 1000.0 && spread <= 2000.0 ? 1.0 : spread * 0.0005};
 }
 
-// Elements of a series: what is left of its count after the cut to 16 bits.
+// Elements of a series whose count was cut to 16 bits; 0 for a negative one.
 std::size_t ElementsFor(std::int16_t count) {
     return static_cast<std::size_t>(std::max<std::int16_t>(count, 0));
 }
@@ -68,7 +69,8 @@ void AddSingle(IAbdWriter& writer, std::int32_t number, std::int16_t value) {
     AddShortsTag(writer, "DATA", number, {&value, 1}, 1);
 }
 
-// 1000 for the matrices of one library, whose diagonals are 1; else what brings the diagonal to a mean of 1000.
+// 1000 for one library, whose matrices have 1 on the diagonal; otherwise the factor that makes the mean of the diagonal
+// 1000.
 double MatrixFactor(const CSampleFile& sample, const Matrix4& rows) {
     const CProcessedTrace* trace = sample.processedTrace ? sample.processedTrace->Processed() : nullptr;
     const CBaseCaller* caller = trace ? trace->CallerInfo() : nullptr;

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <cstdlib>
 #include <iterator>
+#include <string>
 
 #include "discovery/SplitPath.h"
 #include "export/AbdTags.h"
@@ -17,7 +19,7 @@ namespace {
 constexpr std::size_t longestGelName = 31;
 constexpr std::size_t cutGelName = 30;
 
-// Name of the raw file, cut when it is too long for the readers of old.
+// Name of the raw file, cut to what old readers can hold.
 std::string GelName(const CSampleFile& sample) {
     if (!sample.rawTrace) return {};
     std::string folder = sample.rawTrace->path;
@@ -25,7 +27,7 @@ std::string GelName(const CSampleFile& sample) {
     return name.size() > longestGelName ? name.substr(0, cutGelName) : name;
 }
 
-// One decimal, after a point: a loaded library may have changed the locale of the process.
+// With one decimal, after a point also when a library has changed the locale of the process.
 std::string VersionText(float version) {
     char text[64];  // the longest is 42 characters
     return std::string(text, std::to_chars(text, std::end(text), version, std::chars_format::fixed, 1).ptr);

@@ -1,4 +1,5 @@
-// The tags of an ABD file that describe the sample, its plate and its run. Each raises CComError when the writer fails.
+// The tags of an ABD file that describe the sample, its plate and its run. docs/abd.md lists what each tag contains.
+// All throw CComError when the writer fails.
 #pragma once
 
 #include <cstdint>
@@ -6,16 +7,17 @@
 #include "samplestore/SampleFile.h"
 #include "tracewriter/IAbdWriter.h"
 
-// Lane of a well: 1 for the last well of the plate, then up the rows and from column to column to the first well.
+// The lane number of the sample's well, 1 to 256: lanes count from the last well of the plate up its column, then up
+// the column before, to the first well.
 std::int32_t LaneOf(const CSampleInfo& info);
 
-// "CMBF", "CMNT", "CTTL".
+// Adds "CMBF", "CMNT" and "CTTL".
 void WriteCommentTags(IAbdWriter& writer, const CSampleInfo& info);
-// "EVNT" to "MODL".
+// Adds "EVNT", "FWO_", "GELN", "GELP", "LANE", "MCHN" and "MODL". The sample's plate must be there.
 void WriteRunTags(IAbdWriter& writer, const CSampleFile& sample);
-// "NChn" and "NLNE".
+// Adds "NChn" and "NLNE".
 void WritePlateTags(IAbdWriter& writer, const CSampleInfo& info);
-// "PDMF".
+// Adds "PDMF" 1 and 2.
 void WriteChemistryTags(IAbdWriter& writer, const CSampleInfo& info);
-// "RUND" to "SVER" 1.
+// Adds "RUND", "RUNT", "SMPL", "SMPR" and "SVER" 1.
 void WriteSampleTags(IAbdWriter& writer, const CSampleInfo& info);

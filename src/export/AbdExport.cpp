@@ -1,6 +1,8 @@
-// ABD files: the tags in their order. How the files are laid out is told in tracewriter/AbifFile.h, what each tag holds
-// in docs/abd.md.
+// ABD files: the tags in their order. tracewriter/AbifFile.h describes the layout of the files, docs/abd.md the content
+// of each tag.
 #include <algorithm>
+#include <cerrno>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -15,7 +17,10 @@
 #include "records/Messages.h"
 #include "run/Plate.h"
 #include "samplestore/SampleFile.h"
+#include "samplestore/Truncate.h"
 #include "tracewriter/ClassTable.h"
+#include "tracewriter/ComError.h"
+#include "tracewriter/Hresult.h"
 #include "tracewriter/IAbdQualities.h"
 #include "tracewriter/IAbdWriter.h"
 
@@ -24,7 +29,7 @@ namespace {
 constexpr std::uint32_t longestSeries = 32767;
 constexpr std::int32_t goodRegionMargin = 5;  // scans
 
-// What stands in the file of a processed trace.
+// The part of a processed trace that its file shows.
 struct AbdWindow {
     std::int32_t step;     // every step-th scan is written
     double first, last;    // raw scans
@@ -39,7 +44,7 @@ std::int32_t StepFor(std::uint32_t scans) {
     return static_cast<std::int32_t>(scans / longestSeries + 1);
 }
 
-// With the good region alone `baseOne` counts raw scans, else steps.
+// `baseOne` counts raw scans with the good region only, otherwise steps.
 AbdWindow WindowOf(const CSampleFile& sample, const CProcessedTrace& trace, bool goodRegionOnly) {
     const std::int32_t step = StepFor(std::max(RawScans(sample), trace.scanCount));
     const CCalledBases& bases = trace.calledBases;
@@ -72,13 +77,13 @@ void WriteRawCurves(IAbdWriter& writer, const CSampleFile& sample, std::int32_t 
     WriteRunData(writer, sample.info, raw.current, 0, last, step);
 }
 
-// Of a trace whose arrays are filled.
+// The trace's arrays must be filled.
 void WriteProcessedCurves(IAbdWriter& writer, const CProcessedTrace& trace, const AbdWindow& window) {
     WriteChannels(writer, trace.channels, TruncateTo32(window.first - trace.traceStart),
                   TruncateTo32(window.last - trace.traceStart), window.step, 9);
 }
 
-// The values of the exported bases, side by side.
+// The values of the exported bases, one element per base.
 struct BaseColumns {
     std::vector<std::uint8_t> letters;
     std::vector<std::int16_t> locations;  // steps from the first scan of the window
@@ -114,7 +119,7 @@ void WriteBaseAndSampleTags(IAbdWriter& writer, const CSampleFile& sample, const
     AddShortsTag(writer, "QVAL", 2, columns.qualities, count);
 }
 
-// The qualities of the bases in "QVAL", as exactly as the trace has them.
+// Passes the qualities of the bases in "QVAL" with the precision of the trace.
 void HandOverQualities(IAbdQualities& taker, const CProcessedTrace& trace, bool goodRegionOnly) {
     std::vector<float> percent;
     for (const std::int32_t index : ExportBases(trace, goodRegionOnly))
@@ -151,7 +156,7 @@ void LogFailure(CPlate& plate) {
     plate.Log(FormatMessage(MessageId::AbdFailed));
 }
 
-// Writes one file, whose tags `write` hands over, and logs what came of it. 1 if the file was closed in good order.
+// Writes one file, to which `write` adds the tags, and logs the outcome. 1 if the file was closed successfully.
 template <class Write>
 std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool logMissingWriter, Write write) {
     CPlate& plate = *sample.plate;

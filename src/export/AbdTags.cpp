@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <utility>
 
 #include "export/Cut.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
 #include "tracewriter/ComError.h"
+#include "tracewriter/TagValue.h"
 
 namespace {
 

@@ -1,4 +1,5 @@
-// The forms in which the ABD export hands a tag to the writer. Each raises CComError when the writer fails.
+// The forms in which the ABD export passes a tag to the writer. A tag has a name of four characters and a number. All
+// throw CComError when the writer fails.
 #pragma once
 
 #include <cstdint>
@@ -8,11 +9,11 @@
 #include "tracewriter/IAbdWriter.h"
 
 void AddTextTag(IAbdWriter& writer, const std::string& name, std::int32_t number, const std::string& text);
-// Cut to the low 16 bits.
+// The low 16 bits of `value`.
 void AddNumberTag(IAbdWriter& writer, const std::string& name, std::int32_t number, std::int32_t value);
-// The first `count` of `values`, which holds as many. A negative count, as a longer list has after its cut to 16 bits,
-// cannot be met by any array. When the array cannot be made or filled this is told on standard output and the tag
-// goes out empty.
+// The first `count` of `values`, which has at least that many. A count is negative when that of a long list was cut to
+// 16 bits; no array has such a length. An array that cannot be made or filled is reported on standard output, and the
+// tag is passed with an empty value.
 void AddBytesTag(IAbdWriter& writer, const std::string& name, std::int32_t number, std::span<const std::uint8_t> values,
                  std::int16_t count);
 void AddShortsTag(IAbdWriter& writer, const std::string& name, std::int32_t number,

@@ -1,4 +1,4 @@
-// The lowest bits of whole numbers, as the exported files hold them.
+// The low bits of whole numbers, which is what the exported files store. The higher bits are dropped without a check.
 #pragma once
 
 #include <cstdint>

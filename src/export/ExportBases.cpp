@@ -1,6 +1,7 @@
 #include "export/ExportBases.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "samplestore/SampleFile.h"
 

@@ -1,6 +1,9 @@
-// Where exported files lie: beside the sample's file in the output tree, in a subfolder for each format.
+// Where exported files go: next to the sample's file in the output tree, in one subfolder per format.
 #include <algorithm>
+#include <cstddef>
+#include <string>
 
+#include "config/RunSettings.h"
 #include "discovery/SplitPath.h"
 #include "export/Formats.h"
 #include "platform/Files.h"

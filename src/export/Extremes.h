@@ -6,13 +6,14 @@
 #include <cstddef>
 #include <span>
 
-// The search begins with `low` and `high`; what is no number counts for neither.
+// The search begins with the given `low` and `high`. NaN counts for neither.
 struct Extremes {
     double low, high;
 
+    // Widens the two by `values`, in any units.
     void Take(std::span<const double> values) {
-        // Several searches side by side, each of which looks at every fourth value: one alone would wait for its own
-        // last comparison at each value.
+        // Four searches in parallel, each of which looks at every fourth value: a single one would wait for its
+        // previous comparison at each value.
         constexpr std::size_t lanes = 4;
         std::array<double, lanes> lows, highs;
         lows.fill(low);

@@ -4,7 +4,8 @@
 //   --------   -------------------------------------------------------------------------------
 //   header     ">", path of the processed file, tab, number of letters, tab, "Quillion"
 //   sequence   50 letters a line
-//   last       the letters that remain; written even when there are none, so it may be empty
+//   last       the remaining letters; written even if there are none, so it may be empty
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,7 +29,7 @@ std::string FastaRecord(const CSampleFile& sample, const CTraceFile& holder, con
            SequenceLines(sample, trace, bases, "\r\n");
 }
 
-// All write a record, or not, and give the message of a failure, if there is one.
+// These functions write a record and return the message for a failure, or nothing after success.
 
 std::optional<MessageId> Written(const std::string& path, platform::Error error) {
     if (!error) return std::nullopt;
@@ -36,7 +37,7 @@ std::optional<MessageId> Written(const std::string& path, platform::Error error)
     return MessageId::WriteFailed;
 }
 
-// Adds it to a common file, whole or not at all.
+// Appends the record to a common file, completely or not at all.
 std::optional<MessageId> AppendRecord(const CSampleFile& sample, const std::string& path, const std::string& record) {
     if (sample.plate->InputSamples().ForbidWriting(path)) {
         platform::Warn({path, " is a sample file and is not written to"});
@@ -48,7 +49,7 @@ std::optional<MessageId> AppendRecord(const CSampleFile& sample, const std::stri
     return Written(path, added ? added : closed);
 }
 
-// Makes it the sample's own file.
+// Makes the record the sample's own file.
 std::optional<MessageId> WriteRecord(const CSampleFile& sample, const std::string& path, const std::string& record) {
     platform::AtomicFile file;
     if (!IsTargetFree(sample, path) || file.Open(path)) return MessageId::CannotOpenForWriting;

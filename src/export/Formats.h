@@ -1,4 +1,4 @@
-// The formats of the files of a sample: all that the program knows of one stands in its row of this table.
+// The formats of a sample's files: one table, with a row for everything that the program knows about a format.
 #pragma once
 
 #include <array>
@@ -15,14 +15,14 @@ enum class Format { Sample, Abd, Scf, Fasta, Text };
 
 struct CFormat {
     std::string_view extension;     // without its dot
-    std::string_view subfolder;     // below the folder of the processed samples; none for what always lies in it
-    bool mayGoWithout;              // the extension is left out when the user wants none
+    std::string_view subfolder;     // below the folder of the processed samples; empty for files of that folder
+    bool mayGoWithout;              // the extension is left out if the user asks for that
     std::string_view tag;           // of its section of log.xml
-    std::optional<MessageId> done;  // what the plate's log says of a file that was written, with its path as argument
+    std::optional<MessageId> done;  // the log text for a file that was written, with its path as argument
 };
 
-// In the order of `Format`. Processed samples have a name of their own, so the extension of theirs is that of the
-// placeholders for failed ones.
+// In the order of `Format`. The paths of processed samples are not made from this table, so the extension in their row
+// is that of the placeholders for failed samples.
 inline constexpr std::array formats = {
     CFormat{"fsd", "", false, "esd", std::nullopt},
     CFormat{"abd", "ABD", true, "abd", MessageId::AbdExported},
@@ -39,5 +39,5 @@ constexpr std::int32_t SectionOf(Format format) {
 
 // False, after a warning, when a file at `path` would take the place of a sample of the input.
 bool IsTargetFree(const CSampleFile& sample, const std::string& path);
-// Records that a file of the sample was written: in the plate's log and in its log.xml.
+// Records in the plate's log and in its log.xml that a file of the sample was written.
 void Exported(const CSampleFile& sample, Format format, const std::string& path);

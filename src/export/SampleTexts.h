@@ -16,10 +16,10 @@ inline const std::string& SampleLabel(const CSampleInfo& info) {
     return info.sampleName.empty() ? info.wellId : info.sampleName;
 }
 
-// Name of the library that called the bases; empty when nobody did.
+// Display name of the library that called the bases; empty if there is none.
 std::string CallerName(const CProcessedTrace& trace);
 
-// Where a sample without a processed trace would lie in the output tree.
+// Where the processed file of a sample without a processed trace would be. The plate's output folder must be set.
 inline std::string FailedSourcePath(const CSampleFile& sample) {
     return sample.plate->outputFolder + "\\" + sample.fileName;
 }

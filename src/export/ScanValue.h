@@ -1,4 +1,4 @@
-// Reading a curve at scans that may lie outside it.
+// Reads a curve at scans that may lie outside it. Scans are indices of the curve.
 #pragma once
 
 #include <algorithm>
@@ -13,9 +13,9 @@ inline double ValueAt(std::span<const double> curve, std::int64_t scan) {
     return curve[static_cast<std::size_t>(std::clamp<std::int64_t>(scan, 0, last))];
 }
 
-// The values of a curve at `count` scans (0 or more) from `first` on, `step` scans apart, side by side. They are those
-// of the curve itself where that is possible, and a copy where the scans leave the curve or are not next to each other.
-// The curve outlives the object.
+// The values of a curve at `count` scans (0 or more), beginning at `first`, `step` scans apart, as one contiguous row.
+// The row is part of the curve itself if possible, and a copy if the scans leave the curve or are not adjacent. The
+// curve must outlive the object.
 class CScanValues {
   public:
     CScanValues(std::span<const double> curve, std::int64_t first, std::int64_t count, std::int64_t step = 1) {

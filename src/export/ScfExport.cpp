@@ -1,7 +1,9 @@
-// SCF files: what goes into them. How they are laid out is told in tracewriter/ScfFile.h.
+// SCF files: their content. tracewriter/ScfFile.h describes their layout.
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
@@ -16,7 +18,10 @@
 #include "run/Plate.h"
 #include "samplestore/ChannelOrder.h"
 #include "samplestore/SampleFile.h"
+#include "samplestore/Truncate.h"
 #include "tracewriter/ClassTable.h"
+#include "tracewriter/ComError.h"
+#include "tracewriter/Hresult.h"
 #include "tracewriter/IScfSamples.h"
 #include "tracewriter/IScfWriter.h"
 
@@ -52,7 +57,7 @@ void SendStretches(const CInstance<IScfWriter>& writer, const Stretches& stretch
         Check(writer->SetSample(a[i], c[i], g[i], t[i], first + static_cast<std::int32_t>(i)));
 }
 
-// The four curves, all on the scale of the whole trace.
+// Sends the four curves, all on the scale of the whole trace.
 void SendSamples(const CInstance<IScfWriter>& writer, const CProcessedTrace& trace, const ScanWindow& window) {
     double offset = 0.0;
     const double scale = trace.ScaleFor(offset, sampleRange);
@@ -106,7 +111,7 @@ std::int32_t Save(IScfWriter& writer, const CSampleFile& sample, const std::stri
     return 1;
 }
 
-// The result of `write`, which gets a writer of its own. A failure of the writer is logged and counts as done.
+// The result of `write`, which gets a new writer. A failure of the writer is logged and counts as done.
 template <class Write>
 std::int32_t WithWriter(CPlate& plate, Write write) try {
     const CInstance<IScfWriter> writer;

@@ -5,11 +5,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <optional>
 #include <set>
 #include <tuple>
+#include <vector>
 
 #include "platform/Drives.h"
 #include "platform/Files.h"
@@ -27,7 +29,7 @@ std::string TemporaryLeaf(int maker, int number) {
     return ".lw" + std::to_string(maker) + '-' + std::to_string(number) + ".tmp";
 }
 
-// The process that made the temporary file of this name; nothing for a name of another form.
+// The process that made the temporary file of this name; nothing for any other name.
 std::optional<pid_t> MakerOf(const std::string& leaf) {
     int maker = 0, number = 0;
     const bool isRead = std::sscanf(leaf.c_str(), ".lw%d-%d", &maker, &number) == 2;
@@ -36,7 +38,7 @@ std::optional<pid_t> MakerOf(const std::string& leaf) {
 
 // --- All paths are the host's.
 
-// A rename would replace a write-protected file without a word, so its protection is asked for here.
+// A rename would replace a write-protected file, so the protection is checked here.
 Error CheckTarget(const std::string& path) {
     Descriptor existing;
     const Error error = existing.Open(path, O_RDWR | O_NOFOLLOW);
@@ -49,18 +51,18 @@ Error CreateLocked(const std::string& path, Descriptor& file) {
     std::ignore = host::Try([&] { return ::flock(file.Number(), LOCK_EX); });  // some volumes know no locks
     struct stat status {};
     if (::fstat(file.Number(), &status) != 0 || status.st_nlink > 0) return success;
-    // Another process has taken it for a file that was left.
+    // Another process has taken it for a left file and has removed it.
     file.CloseQuietly();
     return EEXIST;
 }
 
-// Removes the temporary file when the process that made it does not live any more. It is gone before its lock is given
-// back: a process that has just made it and comes for the lock sees that it has to make another one.
+// Removes the temporary file if the process that made it has ended. The file is removed before its lock is released, so
+// a process that has just made it and waits for the lock sees that it has to make another one.
 void RemoveIfLeft(const std::string& path, pid_t maker) {
     Descriptor file;
     if (file.Open(path, O_RDONLY | O_NOFOLLOW)) return;
     const Error error = host::Try([&] { return ::flock(file.Number(), LOCK_EX | LOCK_NB); });
-    // Where the volume knows no locks the process is asked for by its number.
+    // On a volume without locks the process is looked up by its number.
     const bool isLeft = !error || (!(error == EWOULDBLOCK) && ::kill(maker, 0) != 0 && errno == ESRCH);
     if (isLeft) ::unlink(path.c_str());
 }
@@ -115,7 +117,7 @@ Error AtomicFile::Create(const std::string& path) {
     target = *native;
     if (const Error error = CheckTarget(target)) return error;
     const std::string folder = target.substr(0, target.rfind('/') + 1);
-    // The folders that were looked through, once in a process each, since a folder may hold many thousands of files.
+    // Each folder is searched once per process, since it may contain many thousands of files.
     static std::set<std::string> seen;
     if (seen.insert(folder).second) RemoveLeftFiles(folder);
     Error error = EEXIST;
@@ -141,7 +143,7 @@ void AtomicFile::Write(std::span<const std::string_view> parts) {
 template <class GiveName>
 Error AtomicFile::Finish(GiveName giveName) {
     if (!IsOpen()) return failure ? failure : EBADF;
-    // Closing may be what finds the disk full. The second descriptor keeps the lock until the file has its name.
+    // A full disk may be reported only by close. The second descriptor keeps the lock until the file is renamed.
     const int lock = ::fcntl(file.Number(), F_DUPFD_CLOEXEC, 0);
     if (const Error closed = file.Close(); !failure) failure = closed;
     if (!failure) failure = giveName();
@@ -162,7 +164,7 @@ Error AtomicFile::CommitKeeping(const std::string& former) {
         if (const Error error = ExchangeNames(temporary, target)) return error;
         const Error error = Rename(temporary, *keptName);
         if (!error) return success;
-        // Back again; when that is not possible either, the new file keeps its name after all and the former one goes.
+        // Undo the exchange. If that fails too, the new file keeps the name and the former one is removed.
         if (!ExchangeNames(temporary, target)) return error;
         ::unlink(temporary.c_str());
         return success;

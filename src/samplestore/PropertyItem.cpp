@@ -1,7 +1,9 @@
 #include "samplestore/PropertyItem.h"
 
 #include <bit>
+#include <cstddef>
 #include <cstring>
+#include <vector>
 
 #include "samplestore/LittleEndian.h"
 #include "samplestore/PropertyTree.h"
@@ -22,7 +24,7 @@ std::size_t WideSize(const std::uint8_t* text) {
     return size + 2;
 }
 
-// The checks on a payload of n bytes that begins at `data`, of which `room` bytes may be read.
+// True for a valid payload of n bytes at `data`, where `room` bytes may be read.
 bool IsPayloadValid(std::uint32_t type, const std::uint8_t* data, std::size_t n, std::size_t room) {
     switch (type) {
         case property::Subtree:
@@ -87,7 +89,7 @@ bool CPropertyTree::ParseItem(CPropertyItem* item, ConstPosition& cursor, bool a
     std::uint32_t n = 0;
     for (std::uint32_t i = 0; i < lengthBytes; ++i)
         n |= static_cast<std::uint32_t>(cursor[1 + i]) << (8 * i);
-    // Element sizes are powers of two; a load parses thousands of items, and divisions would be half of that.
+    // Element sizes are powers of two. A load parses hundreds of items, and divisions would take half of that time.
     const std::uint32_t elementSize = ElementSize(type);
     if ((n & (elementSize - 1)) != 0) return false;
 

@@ -31,7 +31,7 @@ constexpr std::uint32_t largestLength = 0xFFFFFF;  // three length bytes
 
 }  // namespace property
 
-// An item as it lies in the stream. Valid until the next write to the buffer or its next move.
+// An item in the stream. Valid until the buffer is written to or reallocated.
 struct CPropertyItem {
     std::uint32_t type = 0;              // a property::Type, or a code that this program does not know
     std::uint32_t count = 0;             // N over the element size; N for a subtree; not set for the end marker

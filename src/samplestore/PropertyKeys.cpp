@@ -1,11 +1,12 @@
 #include "samplestore/PropertyKeys.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <type_traits>
 
-#include "samplestore/LittleEndian.h"
+#include "samplestore/PropertyItem.h"
 #include "samplestore/PropertyTree.h"
 
 // Types of the keys, as read and as written:
@@ -13,10 +14,10 @@
 //   text (1)     every text field, "SEQUENCE" and "BASECALL ERROR" among them
 //   bytes (25)   "CHEMISTRY.LASER MODE"
 //   shorts (42)  "BASES CALLED"; "BASES DESCRIPTORS", the 32-bit descriptors in halves, low half first
-//   floats (36)  the qualities and the widths; "RELATIVE SIGNAL STRENGTH VALUES", four a base
+//   floats (36)  the qualities and the widths; "RELATIVE SIGNAL STRENGTH VALUES", four per base
 //   ints (44)    every other number and array
 //
-// The lists of keys below serve both directions: the reader and the writer walk the same list with the same fields.
+// The lists of keys below serve both directions: reader and writer walk the same list with the same fields.
 
 namespace {
 
@@ -54,7 +55,7 @@ class KeyReader {
         return level.Get(key, item) && item.type == type;
     }
 
-    // Whole values only; what remains of a damaged array is left out.
+    // Complete values only; a partial value at the end of a damaged array is left out.
     template <class Element>
     void Array(std::string_view key, property::Type type, std::vector<Element>& values) const {
         values.clear();
@@ -193,7 +194,7 @@ void WalkMeasurements(Access& access, Analysis& analysis) {
     access("PSD.NUMBER OF POINTS", analysis.psdPoints);
 }
 
-// Files of old base callers hold letters only: each base gets descriptor 0 and all its strength in its own channel.
+// Files of old base callers contain letters only. Each base gets descriptor 0 and all its strength in its own channel.
 void MakeUpPerBaseData(CSampleInfo& info) {
     for (const char letter : info.analysis.sequence) {
         std::size_t channel = 0;
@@ -238,12 +239,12 @@ bool StoreKeys(std::vector<std::uint8_t>& tree, std::size_t& tail, const CSample
     if (!writer.IsGood()) return false;
     writer("BASE CALLER", analysis.baseCaller);
     if (!analysis.basecallError.empty()) {
-        // Also when the name could not be stored: a failed sample needs its reason more.
+        // Stored even if the name could not be: the reason of the failure matters more.
         KeyWriter reason(tree, tail);
         reason("BASECALL ERROR", analysis.basecallError);
         return reason.IsGood();
     }
-    // The error of an earlier call would make this one look failed.
+    // The error of an earlier call would make this call look failed.
     if (writer.HasText("BASECALL ERROR")) writer("BASECALL ERROR", analysis.basecallError);
     WalkBases(writer, analysis);
     WalkStarts(writer, analysis);

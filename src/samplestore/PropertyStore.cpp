@@ -1,5 +1,10 @@
 // The writing half of the property tree.
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "samplestore/PropertyTree.h"
 
@@ -18,7 +23,7 @@ constexpr Value emptySubtree{property::Subtree, 0, nullptr};
 constexpr std::int32_t typeConflict = 0;
 constexpr std::int32_t failed = -1;
 
-// Sets a key without dots in the level that begins at `level`. Results as those of Put.
+// Sets a key without dots in the level that begins at `level`. Returns what Put returns.
 std::int32_t PutPlain(std::string_view component, Position level, std::int32_t pairs, ConstPosition limit,
                       const Value& value, Position& tail) {
     CPropertyItem stored;
@@ -44,7 +49,7 @@ std::int32_t PutPlain(std::string_view component, Position level, std::int32_t p
     return static_cast<std::int32_t>(encoded.size());
 }
 
-// The walk down a dotted key.
+// Stores one value under a dotted key, level by level.
 class DottedPut {
   public:
     DottedPut(std::string_view fullKey, Position levelStart, std::int32_t pairCount, ConstPosition bufferLimit,
@@ -63,7 +68,7 @@ class DottedPut {
     }
 
   private:
-    // Goes into the subtree of that name and makes it if it is missing. 1, or the result to stop with.
+    // Enters the subtree of that name, which is made if it is missing. 1, or the result to stop with.
     std::int32_t Enter(std::string_view component) {
         CPropertyItem item;
         std::size_t pairSize = 0;
@@ -84,7 +89,7 @@ class DottedPut {
         return 1;
     }
 
-    // Stores a pair in the present level; the parent counts it first if it is new.
+    // Stores a pair in the present level. If it is new, the parent's count is raised first.
     std::int32_t Add(std::string_view component, const Value& value) {
         CPropertyItem item;
         std::size_t pairSize = 0;
@@ -92,11 +97,11 @@ class DottedPut {
         const bool counts = pairSize == 0 && !parentPath.empty();
         if (counts && !SetParentLength(parentLength + 2)) return failed;
         const std::int32_t stored = PutPlain(component, level, pairs, limit, value, tail);
-        if (stored < 0 && counts) SetParentLength(parentLength);  // no room: no pair, no count of it
+        if (stored < 0 && counts) SetParentLength(parentLength);  // no pair was stored, so none is counted
         return stored;
     }
 
-    // The parent's header may change its size, which moves all that lies behind it.
+    // The parent's header may change its size, which moves everything after it.
     bool SetParentLength(std::uint32_t n) {
         const Position before = tail;
         const std::int32_t stored = CPropertyTree::Put(parentPath, top, limit, property::Subtree, n, nullptr, tail);

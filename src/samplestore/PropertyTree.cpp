@@ -6,7 +6,7 @@ std::uint8_t LowerCase(std::uint8_t c) {
     return c >= 'A' && c <= 'Z' ? static_cast<std::uint8_t>(c + 32) : c;
 }
 
-// Below 0, 0 or above 0 as `component` sorts before, with or behind the NUL-terminated stored key.
+// Below 0, 0 or above 0 if `component` sorts before, equal to or after the NUL-terminated stored key.
 int CompareKeys(std::string_view component, const std::uint8_t* stored) {
     for (const char c : component) {
         const int difference = LowerCase(static_cast<std::uint8_t>(c)) - LowerCase(*stored);
@@ -26,8 +26,8 @@ bool CPropertyTree::IsKeyValid(std::string_view key) {
 bool CPropertyTree::SkipChildren(ConstPosition& cursor, std::uint32_t n, ConstPosition limit) {
     if (n % 2 != 0) return false;
     ConstPosition at = cursor;
-    // Nested pairs lie behind their subtree's header in the same row, so one count of the pairs still to come does for
-    // every depth. Each pair takes at least two bytes, which ends the walk.
+    // Nested pairs follow their subtree's header in the same stream, so a single count of the pairs still to come
+    // covers every depth. Each pair takes at least two bytes, so the walk ends.
     for (std::uint64_t pending = n / 2; pending > 0; --pending) {
         CPropertyItem key, value;
         if (!ParseItem(&key, at, true, limit) || !ParseItem(&value, at, true, limit)) return false;
@@ -76,7 +76,7 @@ CPropertyTree::ConstPosition CPropertyTree::Find(std::string_view key, ConstPosi
             return pair;
         }
         if (value.type != property::Subtree || value.count % 2 != 0) return nullptr;
-        // Down into the sub-level with the rest of the key.
+        // Go down into the sub-level with the rest of the key.
         key.remove_prefix(component.size() + 1);
         component = key.substr(0, key.find('.'));
         pairs = static_cast<std::int32_t>(value.count / 2);

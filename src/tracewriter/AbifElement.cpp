@@ -60,7 +60,7 @@ AbifElement FromTime(std::span<const std::uint8_t> values) {
     return element;
 }
 
-// The difference comes first: it is exact for the percentages near 100, where the errors are small.
+// The subtraction comes first because it is exact near 100, where the errors are small.
 std::uint32_t QualityOf(double percent, double highest) {
     if (!(percent > 0.0)) return 0;
     const double error = (100.0 - percent) / 100.0;

@@ -34,9 +34,9 @@ struct AbifElement {
 //   bytes                  Chars; under "RUNT" four of them (0, seconds, minutes, hours) make a Time
 AbifElement MakeAbifElement(const std::string& name, const CTagValue& value);
 
-// Base qualities as readers look for them ("PCON", Chars): -10 log10 of the error that each percentage leaves, rounded.
-// From 0, also for what is no percentage (negative, NaN), to 93, the highest that a reader can show as a letter; where
-// no error is left (100 and more) it is 93.
+// Base qualities as readers expect them ("PCON", Chars): -10 log10 of the error probability that each percentage
+// leaves, rounded, 0 to 93. 0 also for negative percentages and NaN; 93, the highest that a reader can show as a
+// letter, also for 100 and more.
 AbifElement QualitiesFromPercent(std::span<const float> percent);
-// The same from whole percentages (Shorts). They do not say how small an error below 1 in 100 is: 100 counts as 40.
+// The same from whole percentages (Shorts), 0 to 40: they do not say how small an error below 1 in 100 is.
 AbifElement QualitiesFromWholePercent(const AbifElement& percent);

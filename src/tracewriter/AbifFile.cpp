@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <new>
 #include <string_view>
+#include <variant>
+
+#include "platform/Error.h"
 
 namespace {
 
@@ -93,7 +96,7 @@ HRESULT CAbifFile::SetQualities(std::span<const float> percent) try {
     return E_OUTOFMEMORY;
 }
 
-// Qualities: readers know "PCON", the caller sends whole percentages as "QVAL", and exact ones if it has them.
+// Readers look for qualities in "PCON". The caller passes whole percentages as "QVAL", and exact ones if it has them.
 void CAbifFile::AddDerivedTags() {
     const AbifElement exact = qualities ? QualitiesFromPercent(*qualities) : AbifElement{};
     for (const std::int32_t number : {1, 2}) {
@@ -104,7 +107,7 @@ void CAbifFile::AddDerivedTags() {
     }
 }
 
-// The values go out as they are; only the header and the directory are made here.
+// The values are written as they are, without a copy; only the header and the directory are made here.
 void CAbifFile::Write() {
     Bytes header, directory;
     directory.reserve(tags.size() * entrySize);

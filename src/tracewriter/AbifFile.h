@@ -19,7 +19,7 @@
 //   10       2       bytes of one element
 //   12       4       elements
 //   16       4       bytes of the value
-//   20       4       offset of the value; a value of 4 bytes or fewer lies here itself, to the left
+//   20       4       offset of the value; a value of 4 bytes or fewer is stored here itself, left-aligned
 //   24       4       0
 #pragma once
 
@@ -44,8 +44,8 @@ class CAbifFile final : public IUnknown, public IAbdWriter, public IAbdQualities
     HRESULT OpenFile(const std::string& path, std::int32_t mode, std::int32_t& opened) override;
     // E_UNEXPECTED without an open file, E_INVALIDARG for a name of another length than 4.
     HRESULT AddTag(const std::string& name, std::int32_t number, const CTagValue& value) override;
-    // Adds the tags that readers need and that follow from others (see AddDerivedTags). Without a good end of this
-    // call there is no file.
+    // Adds the tags that readers need and that follow from others (see AddDerivedTags), and writes the file. After a
+    // failure there is no file. E_UNEXPECTED without an open file.
     HRESULT CloseFile(std::int32_t& status) override;
 
     // E_UNEXPECTED without an open file.
@@ -56,7 +56,7 @@ class CAbifFile final : public IUnknown, public IAbdWriter, public IAbdQualities
 
     platform::AtomicFile file;
     std::map<TagKey, AbifElement> tags;
-    std::optional<std::vector<float>> qualities;  // percent, a base each, when they were handed over
+    std::optional<std::vector<float>> qualities;  // percent, one per base, if they were passed
 
     void AddDerivedTags();
     void Write();

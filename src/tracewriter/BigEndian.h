@@ -5,17 +5,19 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
 using Bytes = std::vector<std::byte>;
 
-// The low 16 bits of `value` as they lie in a big-endian file.
+// The low 16 bits of `value` in the byte order of a big-endian file.
 inline std::uint16_t ToBigEndian(std::uint32_t value) {
     const auto word = static_cast<std::uint16_t>(value);
     return std::endian::native == std::endian::big ? word : static_cast<std::uint16_t>(word << 8 | word >> 8);
 }
 
+// All append to `out`: the low 8, 16 or 32 bits of `value`, the characters of `text`, or `count` zero bytes.
 inline void Put8(Bytes& out, std::uint32_t value) {
     out.push_back(static_cast<std::byte>(value & 0xFF));
 }

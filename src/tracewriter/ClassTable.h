@@ -1,4 +1,4 @@
-// The one table through which the classes of the trace writer are created.
+// The table through which the classes of the trace writer are created.
 #pragma once
 
 #include <cstddef>
@@ -15,11 +15,11 @@
 
 class CClassTable {
   public:
-    // Makes one object; a failing result comes without one.
+    // Creates one object, which the caller owns; none with a result below 0.
     using Factory = std::function<HRESULT(std::unique_ptr<IUnknown>& object)>;
 
     std::map<Guid, Factory> classes;  // by CLSID
-    // How many elements an array of a tag value gets when `length` are asked for; nothing when none is to be had.
+    // How many elements the array of a tag value gets if `length` are asked for; nothing if there can be no such array.
     std::function<std::optional<std::size_t>(std::int32_t length)> grantArray;
 
     // The component's own classes and arrays.
@@ -29,16 +29,16 @@ class CClassTable {
 
     // The table in use.
     static CClassTable& Active();
-    // Puts another table in its place, for tests, and gives back the former one.
+    // Replaces it, for tests, and returns the former one.
     static CClassTable Replace(CClassTable table);
 };
 
-// One object of the component with the interface that was asked for. Lets go of both at its end.
+// One object of the component, owned, and the requested interface of it.
 template <class Interface>
 class CInstance {
   public:
-    // Creates the class of `Interface`. A failure of the creation is raised, but for E_NOINTERFACE: then, and when the
-    // object lacks the interface, the instance is empty.
+    // Creates an object of the class that belongs to `Interface`. Throws CComError if that fails, except with
+    // E_NOINTERFACE: then, and if the object lacks the interface, the instance is empty.
     CInstance() {
         void* found = nullptr;
         HRESULT result = CClassTable::Active().CreateInstance(Interface::clsid, object);
@@ -46,7 +46,7 @@ class CInstance {
         if (result != E_NOINTERFACE) Check(result);
         if (result >= 0) writer = static_cast<Interface*>(found);
     }
-    // Another interface of the same object, which lives as long as this instance; null when the object lacks it.
+    // Another interface of the same object, valid as long as this instance; null if the object lacks it.
     template <class Other>
     Other* Find() const {
         void* found = nullptr;

@@ -1,4 +1,4 @@
-// The failure of a trace writer's operation as an exception.
+// The failure of an operation of the trace writer, as an exception.
 #pragma once
 
 #include <exception>
@@ -21,7 +21,7 @@ class CComError : public std::exception {
     std::string text;
 };
 
-// Raises a result below 0.
+// Throws CComError for a result below 0.
 inline void Check(HRESULT result) {
     if (result < 0) throw CComError(result);
 }

@@ -12,7 +12,7 @@ struct Guid {
     auto operator<=>(const Guid&) const = default;
 };
 
-// From the usual text, "8F00BB80-5173-11D2-B3B9-006097937554"; a text that is none does not compile.
+// Reads the usual notation, such as "8F00BB80-5173-11D2-B3B9-006097937554"; any other text does not compile.
 consteval Guid ParseGuid(std::string_view text) {
     Guid id;
     int digits = 0;

@@ -1,4 +1,4 @@
-// Results of the trace writer's operations: 32-bit codes of which those below 0 are failures.
+// Results of the trace writer's operations: 32-bit codes; those below 0 are failures.
 #pragma once
 
 #include <cstdint>
@@ -23,12 +23,12 @@ constexpr HRESULT E_INVALIDARG = MakeHresult(0x80070057);
 constexpr HRESULT REGDB_E_CLASSNOTREG = MakeHresult(0x80040154);
 constexpr HRESULT DISP_E_BADINDEX = MakeHresult(0x8002000B);
 
-// Codes that an interface defines for itself lie between these two, both included; the first stands for number 0.
+// The range of the codes that an interface defines for itself, both ends included; the first means number 0.
 constexpr HRESULT firstInterfaceCode = MakeHresult(0x80040200);
 constexpr HRESULT lastInterfaceCode = MakeHresult(0x8004FFFF);
 
-// The failure for an error of the host system, in a facility of this component's own; S_OK for none.
+// The code for an error of the host system, in a facility of this component; S_OK for no error.
 HRESULT HresultFromErrno(platform::Error error);
 
-// What the system says about a code, without a line end; nothing when it knows none.
+// The system's message for a code, without a line end; nothing if it has none.
 std::optional<std::string> SystemMessage(HRESULT code);

@@ -1,4 +1,4 @@
-// A second interface of the SCF class, which takes the curves in stretches instead of scan by scan.
+// A second interface of the SCF class, which takes many scans of the curves in one call.
 #pragma once
 
 #include <array>
@@ -12,8 +12,9 @@ class IScfSamples {
   public:
     static constexpr Guid iid = ParseGuid("5B1D0F6A-2C57-4E0B-9D43-7A8E61C2F30B");
 
-    // The curves of A, C, G and T, of one length (else E_INVALIDARG), from the scan at `index` (from 0) on. The same as
-    // SetSample for each scan; DISP_E_BADINDEX, and nothing is set, when they do not lie inside the sample count.
+    // The same as SetSample for each scan: `curves` are A, C, G and T, of equal length (else E_INVALIDARG), and begin
+    // at the scan `index`, counted from 0. DISP_E_BADINDEX if they do not lie inside the sample count. A failure sets
+    // nothing.
     virtual HRESULT SetSamples(const std::array<std::span<const std::int32_t>, 4>& curves, std::int32_t index) = 0;
 
   protected:

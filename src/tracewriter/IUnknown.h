@@ -1,4 +1,4 @@
-// What every class of the trace writer shows: a way to its interfaces.
+// The common base of the trace writer's classes: it gives access to their interfaces.
 #pragma once
 
 #include "tracewriter/Guid.h"
@@ -8,6 +8,6 @@ class IUnknown {
   public:
     virtual ~IUnknown() = default;
     // `interface` becomes the address of the interface class that `id` names; it lives as long as this object.
-    // E_NOINTERFACE, with a null address, when there is none.
+    // E_NOINTERFACE, with a null address, if it has no such interface.
     virtual HRESULT QueryInterface(const Guid& id, void*& interface) = 0;
 };

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <new>
-#include <span>
 
 #include "platform/AtomicFile.h"
 
@@ -15,7 +15,7 @@ constexpr std::uint32_t bytesPerScan = 8;
 constexpr std::uint32_t bytesPerBase = 12;
 constexpr std::uint32_t sampleBytes = 2;
 constexpr std::int32_t maxScans = 1 << 24;
-constexpr std::int32_t maxBases = 1 << 20;  // also what SetBaseCount makes room for at most
+constexpr std::int32_t maxBases = 1 << 20;  // also the most that SetBaseCount makes room for
 
 std::uint16_t ToSample(std::int32_t value) {
     return static_cast<std::uint16_t>(std::clamp(value, 0, 0xFFFF));
@@ -25,11 +25,12 @@ std::uint8_t ToProbability(std::int32_t value) {
     return static_cast<std::uint8_t>(std::clamp(value, 0, 0xFF));
 }
 
-// Each value less twice the one before plus the one before that. A smooth curve becomes a row of small numbers, which
-// is what makes these files compress well.
+// Each value, less twice the value before it, plus the value before that. A smooth curve becomes a series of small
+// numbers, which compress well.
 void PutDifferences(Bytes& out, const std::vector<std::uint16_t>& curve) {
     std::vector<std::uint16_t> differences(curve.size());
-    // Looking back into the curve, and not at variables carried along, lets the compiler take several scans at once.
+    // Reading the earlier values from the curve again, instead of keeping them in variables, lets the compiler process
+    // several scans at once.
     for (std::size_t i = 2; i < curve.size(); ++i)
         differences[i] = ToBigEndian(curve[i] - 2u * curve[i - 1] + curve[i - 2]);
     if (!curve.empty()) differences[0] = ToBigEndian(curve[0]);

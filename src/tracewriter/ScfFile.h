@@ -40,18 +40,18 @@ class CScfFile final : public IUnknown, public IScfWriter, public IScfSamples {
   public:
     HRESULT QueryInterface(const Guid& id, void*& interface) override;
 
-    // EFBIG as a result for more scans than a run of the instrument can have.
+    // EFBIG, as an HRESULT, beyond 16,777,216 scans, which is more than any run has.
     HRESULT SetSampleCount(std::int32_t count) override;
     HRESULT SetBaseCount(std::int32_t count) override;
     HRESULT SetSampleSize(std::int32_t bits) override;
-    // Values beyond 0..65535 are stored as the nearest of these.
+    // Values outside 0 to 65535 are stored as the nearest of these.
     HRESULT SetSample(std::int32_t a, std::int32_t c, std::int32_t g, std::int32_t t, std::int32_t index) override;
     HRESULT SetSamples(const std::array<std::span<const std::int32_t>, 4>& stretches, std::int32_t index) override;
     HRESULT SaveFile(const std::string& path) override;
     // A peak before the first scan is stored at scan 0.
     HRESULT AddBase(std::int32_t peakIndex, std::int32_t probA, std::int32_t probC, std::int32_t probG,
                     std::int32_t probT, std::uint32_t letter) override;
-    // The text counts up to its first NUL.
+    // The text ends at its first NUL.
     HRESULT AddComment(const std::string& comment) override;
 
   private:

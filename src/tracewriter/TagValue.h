@@ -13,14 +13,13 @@
 
 #include "tracewriter/Hresult.h"
 
-// One-dimensional array from index 0. It is made with its length and then filled element by element, and both steps
-// can fail.
+// A one-dimensional array from index 0. It is created with its length and then filled; both steps can fail.
 template <class Element>
 class CTagArray {
   public:
-    // Nothing when no array of that length is to be had, as with a negative one.
+    // Nothing if there can be no array of that length, for example a negative one.
     static std::optional<CTagArray> Create(std::int32_t length);
-    // DISP_E_BADINDEX when the array has no such element.
+    // DISP_E_BADINDEX if the array has no such element.
     HRESULT Put(std::size_t index, Element value) {
         if (index >= elements.size()) return DISP_E_BADINDEX;
         elements[index] = value;
