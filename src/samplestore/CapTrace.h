@@ -28,8 +28,8 @@ class CCapTrace : public CObject {
 
     const CRuntimeClass& GetRuntimeClass() const override;
     virtual void FreeArrays() {}
-    // Fills the arrays from the records that TakeScans kept, if any. Must be called before the arrays of a trace that was
-    // loaded from a file are read.
+    // Fills the arrays from the records that TakeScans kept, if any. Must be called before the arrays of a trace that
+    // was loaded from a file are read.
     void FillArrays();
     // Converts the trace to scan records; see the derived classes.
     virtual void ToScans(std::vector<ScanRecord>& scans, CAnalysisInfo& analysis) const;

@@ -199,6 +199,11 @@ TEST_F(SampleSaving, ProcessedSample) {
     EXPECT_TRUE(again.info.processed);
     EXPECT_EQ(again.info.scanCount, 200u);
     EXPECT_EQ(back.Processed()->CallerInfo()->name, "the caller");
+    std::vector<ScanRecord> records;
+    CAnalysisInfo analysis;
+    back.trace->ToScans(records, analysis);  // before the arrays are filled
+    ASSERT_EQ(records.size(), 200u);
+    EXPECT_EQ(records[199].Float(3), 2.5f);
     back.trace->FillArrays();
     EXPECT_EQ(back.trace->channels[2][199], 2.5);
     EXPECT_EQ(back.trace->traceEnd, 250.0);

@@ -15,6 +15,7 @@
 #include "tracewriter/ClassTable.h"
 #include "tracewriter/IAbdQualities.h"
 #include "tracewriter/IAbdWriter.h"
+#include "tracewriter/IScfSamples.h"
 #include "tracewriter/IScfWriter.h"
 #include "tracewriter/TraceReaders.h"
 
@@ -70,6 +71,27 @@ TEST_F(TraceWriterTest, ScfHoldsWhatWasSent) {
     EXPECT_EQ(scf.peaks, (std::vector<std::uint32_t>{3, 0}));
     EXPECT_EQ(scf.letters, "gN");
     EXPECT_EQ(scf.comments, "NAME=x\nDATE=y\n\n");
+}
+
+TEST_F(TraceWriterTest, ScfTakesManyScansInOneCall) {
+    const CInstance<IScfWriter> writer;
+    auto* const taker = writer.Find<IScfSamples>();
+    ASSERT_NE(taker, nullptr);
+    EXPECT_EQ(writer->SetSampleCount(3), S_OK);
+    const std::vector<std::int32_t> a{70000, 2}, c{-1, 3}, g{4, 5}, t{6, 65535};
+    EXPECT_EQ(taker->SetSamples({a, c, g, t}, 1), S_OK);
+    const std::vector<std::int32_t> none, four(4, 9);
+    EXPECT_EQ(taker->SetSamples({none, none, none, none}, 3), S_OK);
+    for (const std::int32_t outside : {-1, 2, 4, 2147483647})
+        EXPECT_EQ(taker->SetSamples({a, c, g, t}, outside), DISP_E_BADINDEX) << outside;
+    EXPECT_EQ(taker->SetSamples({four, four, four, four}, 0), DISP_E_BADINDEX);
+    EXPECT_EQ(taker->SetSamples({a, c, g, none}, 0), E_INVALIDARG);
+    ASSERT_EQ(writer->SaveFile(folder + "/a.scf"), S_OK);
+
+    const ScfContent scf = ReadScf(folder + "/a.scf");
+    EXPECT_EQ(scf.curves[0], (std::vector<int>{0, 65535, 2}));
+    EXPECT_EQ(scf.curves[1], (std::vector<int>{0, 0, 3}));
+    EXPECT_EQ(scf.curves[3], (std::vector<int>{0, 6, 65535}));
 }
 
 TEST_F(TraceWriterTest, AbifStoresEveryForm) {
