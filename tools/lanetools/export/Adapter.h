@@ -1,0 +1,34 @@
+// An adapter: a known sequence that was joined to the template and is no part of what was to be read.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "lanetools/export/Stretch.h"
+
+namespace lanetools {
+
+class CAdapter {
+  public:
+    // `sequence` is IUPAC; `mismatch` is the share of its letters, 0 to below 1, that may differ from a read. Throws
+    // CRefused for a sequence that is empty or has another letter.
+    CAdapter(const std::string& sequence, double mismatch);
+
+    // What is left of a read of these letters. The adapter may lie on either strand, without gaps. Where it lies in the
+    // first half of the read (its middle counts), it goes with everything before it; in the second half, with
+    // everything after it. A letter of the read matches when all its bases are among those of the adapter's letter.
+    CStretch Cut(const std::string& letters) const;
+
+  private:
+    using Sets = std::vector<std::uint8_t>;
+
+    bool IsAt(const Sets& strand, const Sets& read, std::size_t position) const;
+    static Sets OtherStrand(const Sets& strand);
+
+    Sets forward, reverse;
+    std::size_t mismatches;  // the most that a match may have
+};
+
+}  // namespace lanetools

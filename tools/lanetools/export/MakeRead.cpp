@@ -1,0 +1,72 @@
+#include "lanetools/export/MakeRead.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include "lanetools/export/Iupac.h"
+#include "lanetools/samples/CallFigures.h"
+#include "lanetools/samples/Phred.h"
+
+namespace lanetools {
+
+namespace {
+
+constexpr std::int32_t hiddenDescriptor = 2;
+
+// The bases that are shown, and the part of them that is the good region.
+struct CShownBases {
+    std::string letters;
+    std::vector<float> percents;
+    std::vector<std::int32_t> positions;
+    CStretch good;
+};
+
+CShownBases ShownBases(const CAnalysisInfo& analysis) {
+    CShownBases shown;
+    const CBaseRange good = GoodRegion(analysis);
+    const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
+    for (std::size_t i = 0; i < count; ++i) {
+        if (analysis.descriptors[i] == hiddenDescriptor) continue;
+        shown.good.start += i < good.start;
+        shown.good.length += i >= good.start && i < good.start + good.length;
+        shown.letters += IupacLetter(analysis.sequence[i]);
+        shown.percents.push_back(analysis.qualityScores[i]);
+        shown.positions.push_back(analysis.peakPositions[i]);
+    }
+    return shown;
+}
+
+CStretch Kept(const CShownBases& bases, const CReadRules& rules) {
+    const CStretch whole = rules.adapter ? rules.adapter->Cut(bases.letters) : CStretch{0, bases.letters.size()};
+    CStretch good = Shared(bases.good, whole);
+    good.start -= whole.start;
+    CStretch kept = rules.trim(std::span(bases.percents).subspan(whole.start, whole.length), good);
+    kept.start += whole.start;
+    return kept;
+}
+
+void MaskOutside(std::string& letters, CStretch kept) {
+    for (std::size_t i = 0; i < letters.size(); ++i)
+        if (i < kept.start || i >= kept.End()) letters[i] = static_cast<char>(letters[i] - 'A' + 'a');
+}
+
+}  // namespace
+
+bool MakeRead(const CStoredSample& sample, const CReadRules& rules, CRead& read) {
+    CShownBases bases = ShownBases(sample.info.analysis);
+    const CStretch kept = Kept(bases, rules);
+    if (rules.mask) MaskOutside(bases.letters, kept);
+    const CStretch written = rules.mask ? CStretch{0, bases.letters.size()} : kept;
+    read.letters = bases.letters.substr(written.start, written.length);
+    for (std::size_t i = written.start; i < written.End(); ++i) {
+        const auto rounded = static_cast<unsigned>(std::floor(Phred(bases.percents[i]) + 0.5));
+        read.phreds.push_back(static_cast<std::uint8_t>(std::min(rounded, rules.cap)));
+        read.positions.push_back(bases.positions[i]);
+    }
+    read.runStart = sample.info.runStart;
+    read.scans = sample.info.scanCount;
+    return !read.letters.empty() && kept.length >= rules.minLength;
+}
+
+}  // namespace lanetools

@@ -1,0 +1,101 @@
+#include "lanetools/export/ReadCollection.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "lanetools/ExitCode.h"
+#include "lanetools/export/MakeRead.h"
+#include "lanetools/text/SafeName.h"
+#include "lanetools/text/Utf8.h"
+
+namespace lanetools {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// In one file for all plates a stem alone says no more than the well.
+std::string DefaultPattern(const std::string& per, const std::vector<COutputFolder>& outputs) {
+    std::set<std::string> stems;
+    bool isRepeated = false;
+    for (const COutputFolder& output : outputs)
+        for (const std::string& file : output.files)
+            isRepeated |= !stems.insert(fs::path(file).stem().string()).second;
+    return per == "run" && isRepeated ? "{plate}_{file}" : "{file}";
+}
+
+}  // namespace
+
+CReadCollection::CReadCollection(const CExportOptions& wanted, const std::vector<COutputFolder>& outputs, Say report)
+    : options(wanted),
+      format(ParseFormat(wanted)),
+      rules(ParseRules(wanted)),
+      pattern(wanted.name ? *wanted.name : DefaultPattern(wanted.per, outputs), ColumnNames()),
+      say(std::move(report)) {
+    if (options.sheet) sheet.emplace(*options.sheet);
+    std::error_code error;
+    if (const auto status = fs::status(options.folder, error); fs::exists(status) && !fs::is_directory(status))
+        throw CRefused(options.folder + ": there is a file of this name, and a folder is needed");
+    for (const COutputFolder& output : outputs)
+        nameOfFolder[output.path] = Unique(SafeName(output.name), output.path);
+}
+
+void CReadCollection::Add(const COutputFolder& output, const CStoredSample& sample) {
+    CRead read;
+    read.row = MakeRow(sample, PlateFolderOf(output.name));
+    read.title = Title(read.row);
+    if (sample.state != SampleState::Called) {
+        ++leftOut;
+        say(sample.path + ": left out: " + StateName(sample.state) + ": " + OneLine(read.row.reason));
+        return;
+    }
+    if (!MakeRead(sample, rules, read)) {
+        ++tooShort;
+        return;
+    }
+    if (read.title.empty()) throw CRefused(sample.path + ": its title is empty");
+    const std::string path = FilePath(output, sample);
+    const auto [other, isNew] = sampleOfTitle.emplace(std::pair(path, read.title), sample.path);
+    if (!isNew)
+        throw CRefused(sample.path + ": its title in " + path + " is '" + read.title + "', as that of " +
+                       other->second);
+    files[path].push_back(std::move(read));
+}
+
+void CReadCollection::ReportUnusedRows() {
+    if (!sheet) return;
+    for (const std::string& row : sheet->Unused())
+        say(*options.sheet + ": no sample for " + row);
+}
+
+// `name`, or with "_2" and so on when another source has it; that is reported.
+std::string CReadCollection::Unique(const std::string& name, const std::string& source) {
+    std::string unique = name;
+    for (int number = 2; !names.insert(unique).second; ++number) {
+        std::string end = "_";
+        end += std::to_string(number);
+        unique = name.substr(0, fs::path(name).parent_path().string().size() + longestName - end.size()) + end;
+    }
+    if (unique != name) say(source + ": exported as " + unique + ", since there is another " + name);
+    return unique;
+}
+
+std::string CReadCollection::FilePath(const COutputFolder& output, const CStoredSample& sample) {
+    const std::string& folder = nameOfFolder.at(output.path);
+    const std::string name = options.per == "run"     ? "all"
+                             : options.per == "plate" ? folder
+                                                      : Unique(folder + "/" + SafeName(sample.stem), sample.path);
+    // Absolute, since htslib takes "a:b" for an address.
+    const std::string end = "." + options.format + (options.gzip ? ".gz" : "");
+    return (fs::absolute(options.folder).lexically_normal() / (name + end)).string();
+}
+
+std::string CReadCollection::Title(const CSampleRow& row) {
+    std::string title = sheet ? sheet->Name(row.plate, row.well) : "";
+    if (title.empty())
+        title = pattern.Fill([&](const std::string& column) { return ColumnText(row, column).value_or(""); });
+    title = OneWord(title);
+    return format == ReadFormat::Sam || format == ReadFormat::Bam ? SamTitle(title) : title;
+}
+
+}  // namespace lanetools

@@ -1,0 +1,58 @@
+// All reads of an export, by the file that they go to.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "lanetools/export/ExportOptions.h"
+#include "lanetools/export/Read.h"
+#include "lanetools/export/SampleSheet.h"
+#include "lanetools/export/Title.h"
+#include "lanetools/samples/StoredSample.h"
+
+namespace lanetools {
+
+class CReadCollection {
+  public:
+    // Every message is one line for the user.
+    using Say = std::function<void(const std::string& message)>;
+
+    // Throws CRefused when an option does not fit.
+    CReadCollection(const CExportOptions& options, const std::vector<COutputFolder>& outputs, Say say);
+
+    // Adds what is to be written of one sample of `output`, which is one of the folders that were given. Throws
+    // CRefused when its title is empty, or that of another read of the same file.
+    void Add(const COutputFolder& output, const CStoredSample& sample);
+    // Says which rows of the sheet have met no sample.
+    void ReportUnusedRows();
+
+    // By path.
+    const std::map<std::string, std::vector<CRead>>& Files() const { return files; }
+    // Samples that failed or are damaged, and reads that were too short.
+    std::size_t LeftOut() const { return leftOut; }
+    std::size_t TooShort() const { return tooShort; }
+
+  private:
+    std::string Unique(const std::string& name, const std::string& source);
+    std::string FilePath(const COutputFolder& output, const CStoredSample& sample);
+    std::string Title(const CSampleRow& row);
+
+    const CExportOptions& options;
+    ReadFormat format;
+    CReadRules rules;
+    CTitlePattern pattern;
+    std::optional<CSampleSheet> sheet;
+    Say say;
+    std::set<std::string> names;                      // taken in the target folder, relative to it
+    std::map<std::string, std::string> nameOfFolder;  // by path of the output folder
+    std::map<std::string, std::vector<CRead>> files;
+    std::map<std::pair<std::string, std::string>, std::string> sampleOfTitle;  // by file and title, its sample's path
+    std::size_t leftOut = 0, tooShort = 0;
+};
+
+}  // namespace lanetools

@@ -1,0 +1,26 @@
+// Files of reads.
+//
+//   fastq, fasta  a title and a line of letters; fastq with a line of Phred characters
+//   qual          a title and a line of Phred values
+//   phd           a block per read, with a line per base: letter, Phred value, raw scan
+//   sam, bam      unaligned reads, with a read group per read
+//
+// Compression, SAM and BAM are htslib's. Its writer of FASTQ and FASTA is not used: it takes reads from BAM records,
+// which have no lower case (masked bases) and no titles above 254 characters.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "lanetools/export/Read.h"
+
+namespace lanetools {
+
+enum class ReadFormat { Fastq, Fasta, Qual, Phd, Sam, Bam };
+
+// Writes a file that appears whole, instead of a file of that name. With `gzip` in blocks that gzip reads as one file,
+// and without a time; not for Bam, which is compressed as it is. Titles of Sam and Bam are such as SamTitle gives.
+// Throws std::runtime_error with the path and the reason, and CInterrupted.
+void WriteReads(const std::string& path, ReadFormat format, bool gzip, std::span<const CRead> reads);
+
+}  // namespace lanetools

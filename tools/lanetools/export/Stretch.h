@@ -1,0 +1,23 @@
+// A part of a read.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+
+namespace lanetools {
+
+// `length` bases from base `start` on, which counts from 0.
+struct CStretch {
+    std::size_t start = 0, length = 0;
+
+    std::size_t End() const { return start + length; }
+    friend bool operator==(const CStretch&, const CStretch&) = default;
+};
+
+// What two stretches share; empty when they share nothing.
+inline CStretch Shared(CStretch a, CStretch b) {
+    const std::size_t start = std::max(a.start, b.start), end = std::min(a.End(), b.End());
+    return end > start ? CStretch{start, end - start} : CStretch{start, 0};
+}
+
+}  // namespace lanetools
