@@ -31,6 +31,11 @@ Trim ParseWindow(std::string_view numbers, const CRefused& refusal) {
     };
 }
 
+// Chance that the call is wrong, in percent.
+double ErrorPercent(float percent) {
+    return std::isnan(percent) ? 100.0 : std::clamp(100.0 - static_cast<double>(percent), 0.0, 100.0);
+}
+
 }  // namespace
 
 Trim ParseTrim(const std::string& specification) {
@@ -56,7 +61,7 @@ CStretch TrimMott(std::span<const float> percents, double limit) {
             sum = 0;
             start = i;
         }
-        sum += 100 * limit - 100 * ErrorProbability(percents[i]);
+        sum += 100 * limit - ErrorPercent(percents[i]);
         if (sum > bestSum) {
             bestSum = sum;
             best = {start, i + 1 - start};
