@@ -97,6 +97,8 @@ def alignments(text):
 def check_fastq(export, wanted):
     for switches in ((), ("--gzip",)):
         path = export("--format", "fastq", *switches)
+        if switches:
+            expect("time in the file", path.read_bytes()[4:8], bytes(4))
         with gzip.open(path, "rt") if switches else open(path) as handle:
             text = handle.read()
         expect("seqtk", run("seqtk", "seq", path).decode(), text)

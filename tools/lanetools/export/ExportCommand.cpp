@@ -90,6 +90,7 @@ void ReadAll(const std::vector<COutputFolder>& outputs, CReadCollection& reads, 
 
 std::size_t WriteAll(const CReadCollection& collection, const CExportOptions& options) {
     CProgress progress("files", collection.Files().size());
+    const ReadFormat format = ParseFormat(options);
     std::size_t count = 0;
     for (const auto& [path, reads] : collection.Files()) {
         CheckInterrupt();
@@ -97,7 +98,7 @@ std::size_t WriteAll(const CReadCollection& collection, const CExportOptions& op
         const fs::path folder = fs::path(path).parent_path();
         fs::create_directories(folder, error);
         if (error) throw std::runtime_error(folder.string() + ": " + error.message());
-        WriteReads(path, ParseFormat(options), options.gzip, reads);
+        WriteReads(path, format, options.gzip, reads);
         count += reads.size();
         progress.Step();
     }

@@ -17,7 +17,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-// One more character of a field between commas. A quote opens and closes what commas may stand in; two are one.
+// Commas between quotes belong to the field; two quotes there are one that is meant.
 Fields SplitAtCommas(const std::string& line) {
     Fields fields(1);
     bool isQuoted = false;
