@@ -98,7 +98,7 @@ TEST_F(Export, CutsOrMasksWhatIsNotKept) {
     EXPECT_EQ(Exported("--format fasta --adapter TCAT --trim good --mask", "p/a.fasta"), ">a\nacGTtcatg\n");
     std::filesystem::remove_all(Path("reads"));
     EXPECT_EQ(RunExport("--format fasta --trim good --min-length 4"), 0);
-    EXPECT_TRUE(HasPrinted("reads written: 0, too short: 1, left out: 0")) << temp.Read("printed");
+    EXPECT_TRUE(HasPrinted("reads written: 0, too short: 1, not exported: 0")) << temp.Read("printed");
     EXPECT_EQ(RunExport("--format fasta --trim window:2,40"), 0) << "nothing is kept";
     EXPECT_FALSE(temp.Has("reads"));
 }
@@ -110,7 +110,7 @@ TEST_F(Export, QualitiesOfEveryHeightAreRoundedOnce) {
     EXPECT_EQ(Exported("--format qual", "p/a.qual"), ">a\n0 0 5 0 30 93 93\n");
 }
 
-TEST_F(Export, LeavesOutAndReportsWhatFailedOrIsDamaged) {
+TEST_F(Export, ReportsSamplesThatFailedOrAreDamaged) {
     StorePlates();
     CSampleInfo failed = Called("A03", "");
     failed.analysis.basecallError = "No\nsignal";
@@ -119,8 +119,8 @@ TEST_F(Export, LeavesOutAndReportsWhatFailedOrIsDamaged) {
     temp.Write("sheet.csv", "plate,well,name\nP1,a3,failed\nP9,A1,nobody\n");
     EXPECT_EQ(RunExport("--format fasta --per run --sheet sheet.csv"), 3);
     EXPECT_EQ(temp.Read("reads/all.fasta"), ">a\nACGTRYNAA\n>c\nGGGGGG\n");
-    EXPECT_TRUE(HasPrinted("p1_LC1_QX1/b.esd: left out: damaged: ")) << temp.Read("printed");
-    EXPECT_TRUE(HasPrinted("p1_LC1_QX1/d.fsd: left out: failed: No signal\n"));
+    EXPECT_TRUE(HasPrinted("p1_LC1_QX1/b.esd: not exported: damaged: ")) << temp.Read("printed");
+    EXPECT_TRUE(HasPrinted("p1_LC1_QX1/d.fsd: not exported: failed: No signal\n"));
     EXPECT_TRUE(HasPrinted("sheet.csv: no sample for P9 A1 (line 3)\n"));
     EXPECT_FALSE(HasPrinted("no sample for P1"));
 }
@@ -153,10 +153,10 @@ TEST_F(Export, RefusesBeforeAnythingIsWritten) {
     temp.Write("row.csv", "plate,well,name\nP1,A1\n");
     const std::vector<std::pair<std::string, std::string>> cases{
         {"--format fasta --trim mott", "--trim: 'mott' is none of"},
-        {"--format fasta --adapter ACX", "'X' in 'ACX' is no IUPAC letter"},
+        {"--format fasta --adapter ACX", "'X' in 'ACX' is not an IUPAC letter"},
         {"--format fasta --adapter ''", "the sequence is empty"},
         {"--format fasta --adapter A --adapter-mismatch nan", "--adapter-mismatch: "},
-        {"--format fasta --name '{wel}'", "'wel' is no column"},
+        {"--format fasta --name '{wel}'", "'wel' is not a column"},
         {"--format fasta --name '{well'", "there is a '{' without its '}'"},
         {"--format fasta --name 'well}'", "there is a '}' without its '{'"},
         {"--format fasta --name ''", "the pattern is empty"},

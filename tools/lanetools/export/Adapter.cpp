@@ -21,10 +21,10 @@ CAdapter::CAdapter(const std::string& sequence, double mismatch) : forward(BaseS
     if (forward.empty()) throw CRefused("--adapter: the sequence is empty");
     if (const auto bad = std::find(forward.begin(), forward.end(), 0); bad != forward.end())
         throw CRefused("--adapter: '" + std::string(1, sequence[static_cast<std::size_t>(bad - forward.begin())]) +
-                       "' in '" + sequence + "' is no IUPAC letter");
+                       "' in '" + sequence + "' is not an IUPAC letter");
     reverse = OtherStrand(forward);
     constexpr double rounding = 1e-9;  // 0.1 of 30 letters is 3
-    mismatches = static_cast<std::size_t>(mismatch * static_cast<double>(forward.size()) + rounding);
+    maxMismatches = static_cast<std::size_t>(mismatch * static_cast<double>(forward.size()) + rounding);
 }
 
 CAdapter::Sets CAdapter::OtherStrand(const Sets& strand) {
@@ -35,9 +35,9 @@ CAdapter::Sets CAdapter::OtherStrand(const Sets& strand) {
 
 bool CAdapter::IsAt(const Sets& strand, const Sets& read, std::size_t position) const {
     std::size_t differing = 0;
-    for (std::size_t i = 0; i < strand.size() && differing <= mismatches; ++i)
+    for (std::size_t i = 0; i < strand.size() && differing <= maxMismatches; ++i)
         differing += read[position + i] == 0 || (read[position + i] & ~strand[i]) != 0;
-    return differing <= mismatches;
+    return differing <= maxMismatches;
 }
 
 CStretch CAdapter::Cut(const std::string& letters) const {

@@ -1,4 +1,4 @@
-// An adapter: a known sequence that was joined to the template and is no part of what was to be read.
+// An adapter: a known sequence that was joined to the template and is not a part of the template.
 #pragma once
 
 #include <cstddef>
@@ -16,9 +16,10 @@ class CAdapter {
     // CRefused for a sequence that is empty or has another letter.
     CAdapter(const std::string& sequence, double mismatch);
 
-    // What is left of a read of these letters. The adapter may lie on either strand, without gaps. Where it lies in the
-    // first half of the read (its middle counts), it goes with everything before it; in the second half, with
-    // everything after it. A letter of the read matches when all its bases are among those of the adapter's letter.
+    // Returns the part of a read of these letters that remains. The adapter may be on either strand, without gaps. A
+    // match in the first half of the read (its middle counts) is removed with everything before it, one in the second
+    // half with everything after it. A letter of the read matches if all its bases are among those of the adapter's
+    // letter.
     CStretch Cut(const std::string& letters) const;
 
   private:
@@ -28,7 +29,7 @@ class CAdapter {
     static Sets OtherStrand(const Sets& strand);
 
     Sets forward, reverse;
-    std::size_t mismatches;  // the most that a match may have
+    std::size_t maxMismatches;  // of a match
 };
 
 }  // namespace lanetools

@@ -20,7 +20,7 @@ constexpr const char* about =
     "\n"
     "OUT is a folder of results, or a folder of such folders. Qualities are taken from the\n"
     "stored samples as they are, and rounded once. Samples that failed or are damaged are\n"
-    "left out and reported.";
+    "not exported, but reported.";
 
 constexpr const char* notes =
     "Columns for --name: those of lanetools summary.\n"
@@ -29,7 +29,7 @@ constexpr const char* notes =
     "  0    all samples were exported, or were too short\n"
     "  1    a file could not be written\n"
     "  2    refused before anything was written\n"
-    "  3    done, but samples were left out because they failed or are damaged\n"
+    "  3    done, but samples were not exported because they failed or are damaged\n"
     "  130  interrupted; the files that are there are whole\n"
     "\n"
     "Examples:\n"
@@ -38,7 +38,7 @@ constexpr const char* notes =
 
 void AddFileOptions(CLI::App& app, CExportOptions& options) {
     app.add_option("out", options.outputs, "Folders of stored samples")->required()->type_name("OUT");
-    app.add_option("-o,--output", options.folder, "Folder for the files; made when it is not there")
+    app.add_option("-o,--output", options.folder, "Folder for the files; created if it does not exist")
         ->required()
         ->type_name("DIR");
     app.add_option("--format", options.format, "fastq, fasta, qual, phd, sam or bam")->required()->type_name("FORMAT");
@@ -106,7 +106,7 @@ std::size_t WriteAll(const CReadCollection& collection, const CExportOptions& op
 }
 
 ExitCode Export(const CExportOptions& options) {
-    hts_set_log_level(HTS_LOG_OFF);  // what goes wrong is reported with the path that the user knows
+    hts_set_log_level(HTS_LOG_OFF);  // errors are reported with the path that the user knows
     const std::vector<COutputFolder> outputs = FindOutputs(options.outputs);
     std::size_t samples = 0;
     for (const COutputFolder& output : outputs)
@@ -116,8 +116,8 @@ ExitCode Export(const CExportOptions& options) {
     ReadAll(outputs, reads, progress);
     const std::size_t written = WriteAll(reads, options);
     progress.Say("reads written: " + std::to_string(written) + ", too short: " + std::to_string(reads.TooShort()) +
-                 ", left out: " + std::to_string(reads.LeftOut()));
-    return reads.LeftOut() > 0 ? ExitCode::Incomplete : ExitCode::Done;
+                 ", not exported: " + std::to_string(reads.NotExported()));
+    return reads.NotExported() > 0 ? ExitCode::Incomplete : ExitCode::Done;
 }
 
 }  // namespace

@@ -7,8 +7,7 @@
 
 namespace lanetools {
 
-// Bases that a letter stands for: A 1, C 2, G 4, T 8. Letter case does not matter, U is T. 0 for what is no such
-// letter.
+// Bases that a letter stands for: A 1, C 2, G 4, T 8. Letter case does not matter, U is T. 0 for any other character.
 inline std::uint8_t BaseSet(char letter) {
     if (letter == 'U' || letter == 'u') return seq_nt16_table['T'];
     const bool isLetter = (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z');
@@ -17,7 +16,7 @@ inline std::uint8_t BaseSet(char letter) {
     return isUnknown ? 0 : set;
 }
 
-// The same as a capital letter, T for U, N for what is none.
+// The same as a capital letter, T for U, N for any other character.
 inline char IupacLetter(char letter) {
     const std::uint8_t set = BaseSet(letter);
     return set == 0 ? 'N' : seq_nt16_str[set];

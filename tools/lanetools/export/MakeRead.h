@@ -7,9 +7,9 @@
 
 namespace lanetools {
 
-// Letters, Phred values and positions of a called sample, cut or masked. Bases that the caller has marked as not to be
-// shown (descriptor 2) are left out, as in the program's own exports. The adapter is looked for in all the others, and
-// the qualities judge what it leaves. False when fewer than minLength bases are kept, or no letter is left to write.
+// Fills in letters, Phred values and positions from a called sample, cut or masked. Bases that the caller has marked as
+// hidden (descriptor 2) are skipped, as in the program's own exports. The adapter is removed first, then the rest is
+// trimmed by its qualities. False if fewer than minLength bases are kept, or if no letter remains.
 bool MakeRead(const CStoredSample& sample, const CReadRules& rules, CRead& read);
 
 }  // namespace lanetools

@@ -8,7 +8,7 @@
 
 namespace lanetools {
 
-// All of `text` as a number; empty when it is anything else or out of the type's range. "nan" and "inf" are read as
+// Reads all of `text` as a number; empty if it is not one, or out of the type's range. "nan" and "inf" are read as
 // numbers of a floating-point type.
 template <class Number>
 std::optional<Number> ParseNumber(std::string_view text) {

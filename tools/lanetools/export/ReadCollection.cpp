@@ -43,10 +43,10 @@ CReadCollection::CReadCollection(const CExportOptions& wanted, const std::vector
 void CReadCollection::Add(const COutputFolder& output, const CStoredSample& sample) {
     CRead read;
     read.row = MakeRow(sample, PlateFolderOf(output.name));
-    read.title = Title(read.row);
+    read.title = Title(read.row);  // of failed samples too: their rows of the sheet are used
     if (sample.state != SampleState::Called) {
-        ++leftOut;
-        say(sample.path + ": left out: " + StateName(sample.state) + ": " + OneLine(read.row.reason));
+        ++notExported;
+        say(sample.path + ": not exported: " + StateName(sample.state) + ": " + OneLine(read.row.reason));
         return;
     }
     if (!MakeRead(sample, rules, read)) {
@@ -68,7 +68,7 @@ void CReadCollection::ReportUnusedRows() {
         say(*options.sheet + ": no sample for " + row);
 }
 
-// `name`, or with "_2" and so on when another source has it; that is reported.
+// Returns `name`, with "_2" and so on if another source has it, which is reported.
 std::string CReadCollection::Unique(const std::string& name, const std::string& source) {
     std::string unique = name;
     for (int number = 2; !names.insert(unique).second; ++number) {

@@ -19,22 +19,22 @@ namespace lanetools {
 
 class CReadCollection {
   public:
-    // Every message is one line for the user.
+    // Shows the user a message of one line.
     using Say = std::function<void(const std::string& message)>;
 
-    // Throws CRefused when an option does not fit.
+    // Throws CRefused if an option is wrong. `options` must outlive the collection.
     CReadCollection(const CExportOptions& options, const std::vector<COutputFolder>& outputs, Say say);
 
-    // Adds what is to be written of one sample of `output`, which is one of the folders that were given. Throws
-    // CRefused when its title is empty, or that of another read of the same file.
+    // Adds the read of one sample of `output`, which is one of the folders that were given. Throws CRefused if its
+    // title is empty, or equals that of another read of the same file.
     void Add(const COutputFolder& output, const CStoredSample& sample);
-    // Says which rows of the sheet have met no sample.
+    // Reports the rows of the sheet without a sample.
     void ReportUnusedRows();
 
     // By path.
     const std::map<std::string, std::vector<CRead>>& Files() const { return files; }
-    // Samples that failed or are damaged, and reads that were too short.
-    std::size_t LeftOut() const { return leftOut; }
+    // Number of samples that failed or are damaged, and of reads that were too short.
+    std::size_t NotExported() const { return notExported; }
     std::size_t TooShort() const { return tooShort; }
 
   private:
@@ -52,7 +52,7 @@ class CReadCollection {
     std::map<std::string, std::string> nameOfFolder;  // by path of the output folder
     std::map<std::string, std::vector<CRead>> files;
     std::map<std::pair<std::string, std::string>, std::string> sampleOfTitle;  // by file and title, its sample's path
-    std::size_t leftOut = 0, tooShort = 0;
+    std::size_t notExported = 0, tooShort = 0;
 };
 
 }  // namespace lanetools

@@ -17,7 +17,7 @@ namespace lanetools {
 
 namespace {
 
-// A call of htslib that failed without a reason of the system gave it data that it does not take.
+// If a call of htslib failed without a reason of the system, it was given data that it does not take.
 void Require(bool isDone, const std::string& path) {
     if (isDone) return;
     throw std::runtime_error(path + ": " + platform::Error(errno != 0 ? errno : EINVAL).Text());
@@ -35,7 +35,7 @@ using AlignmentFile = std::unique_ptr<samFile, Closer<hts_close>>;
 using Header = std::unique_ptr<sam_hdr_t, Closer<sam_hdr_destroy>>;
 using Record = std::unique_ptr<bam1_t, Closer<bam_destroy1>>;
 
-// The text of each read, in a file under a temporary name; errors name `path`.
+// Writes the text of each read to the file `temporary`; errors name `path`.
 template <class ToText>
 void WriteTexts(const std::string& temporary, const std::string& path, bool gzip, std::span<const CRead> reads,
                 ToText toText) {
@@ -49,7 +49,7 @@ void WriteTexts(const std::string& temporary, const std::string& path, bool gzip
     Require(bgzf_close(file.release()) == 0, path);
 }
 
-// A field of a header line; nothing for an empty value.
+// Returns a field of a header line; empty for an empty value.
 std::string Field(const char* tag, const std::string& value) {
     return value.empty() ? "" : std::string("\t") + tag + ":" + SamText(value);
 }

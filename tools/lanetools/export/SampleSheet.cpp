@@ -17,7 +17,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-// Commas between quotes belong to the field; two quotes there are one that is meant.
+// Commas between quotes belong to the field; two quotes there stand for one.
 Fields SplitAtCommas(const std::string& line) {
     Fields fields(1);
     bool isQuoted = false;
@@ -51,7 +51,7 @@ std::string WithoutBlanks(const std::string& field) {
     return first == std::string::npos ? "" : field.substr(first, field.find_last_not_of(' ') + 1 - first);
 }
 
-// A well as it is compared: "a01" as "A1".
+// Returns a well in the form for comparison: "A1" for "a01".
 std::string PlainWell(const std::string& well) {
     std::string plain;
     for (const char c : well) {
@@ -61,7 +61,7 @@ std::string PlainWell(const std::string& well) {
     return plain;
 }
 
-// The lines of the file without their ends and a byte order mark.
+// Reads the lines of the file without their ends and a byte order mark.
 Fields ReadLines(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     Fields lines;

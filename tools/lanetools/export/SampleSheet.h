@@ -1,7 +1,7 @@
 // A sample sheet: the names that a laboratory gives to the wells of its plates.
 //
-// A text file with a header line that has the columns "plate", "well" and "name" (others are passed over), separated by
-// tabs or, when the header has none, by commas; between commas a field may be quoted. Plates are compared with the
+// A text file with a header line that has the columns "plate", "well" and "name" (others are ignored), separated by
+// tabs or, if the header has none, by commas; between commas a field may be quoted. Plates are compared with the
 // column "plate" of the summary, wells without regard to letter case or leading zeros (a1 is A01).
 #pragma once
 
@@ -15,13 +15,13 @@ namespace lanetools {
 
 class CSampleSheet {
   public:
-    // Reads the file at `path`. Throws CRefused when it cannot be read, lacks a column, has a row without one of the
+    // Reads the file at `path`. Throws CRefused if it cannot be read, lacks a column, has a row without one of the
     // three fields, or has a well or a name twice.
     explicit CSampleSheet(const std::string& path);
 
-    // The name for a well; empty when the sheet has none. The row counts as used from then on.
+    // Returns the name for a well, empty if the sheet has none. From then on the row counts as used.
     std::string Name(const std::string& plate, const std::string& well);
-    // The rows that no call of Name has met, as "PLATE WELL (line N)", in the order of the sheet.
+    // Returns the rows that no call of Name has found, as "PLATE WELL (line N)", in the order of the sheet.
     std::vector<std::string> Unused() const;
 
   private:

@@ -14,7 +14,7 @@ struct CStretch {
     friend bool operator==(const CStretch&, const CStretch&) = default;
 };
 
-// What two stretches share; empty when they share nothing.
+// Returns the part that two stretches share; empty if there is none.
 inline CStretch Shared(CStretch a, CStretch b) {
     const std::size_t start = std::max(a.start, b.start), end = std::min(a.End(), b.End());
     return end > start ? CStretch{start, end - start} : CStretch{start, 0};

@@ -53,7 +53,8 @@ CTitlePattern::CTitlePattern(const std::string& pattern, const std::vector<std::
         const std::size_t close = pattern.find('}', open);
         if (close == std::string::npos) refuse("there is a '{' without its '}'");
         const std::string column = pattern.substr(open + 1, close - open - 1);
-        if (std::find(columns.begin(), columns.end(), column) == columns.end()) refuse("'" + column + "' is no column");
+        if (std::find(columns.begin(), columns.end(), column) == columns.end())
+            refuse("'" + column + "' is not a column");
         parts.push_back({true, column});
         at = close + 1;
     }

@@ -11,10 +11,10 @@ namespace lanetools {
 // A pattern such as "{sample}_{well}".
 class CTitlePattern {
   public:
-    // Throws CRefused for a brace without its partner, or a name in braces that is none of `columns`.
+    // Throws CRefused for a brace without its partner, or a name in braces that is not one of `columns`.
     CTitlePattern(const std::string& pattern, const std::vector<std::string>& columns);
 
-    // The pattern with each column replaced by what `text` gives for its name.
+    // Returns the pattern with each column replaced by what `text` gives for its name.
     std::string Fill(const std::function<std::string(const std::string&)>& text) const;
 
   private:
