@@ -1,0 +1,124 @@
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <string_view>
+#include <system_error>
+
+#include "discovery/SplitPath.h"
+#include "lanetools/run/Checks.h"
+#include "lanetools/system/Access.h"
+#include "platform/Drives.h"
+
+namespace lanetools {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool Exists(const std::string& path) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(path, error));
+}
+
+// Why there can be no folder of that name with files in it; empty when there can.
+std::string WhyNoFolder(const std::string& path) {
+    return WhyNoFilesIn(Exists(path) ? path : fs::path(path).parent_path().string());
+}
+
+bool IsWithin(const std::string& path, const std::string& folder) {
+    return path == folder || path.starts_with(folder == "/" ? folder : folder + '/');
+}
+
+// Bytes of the raw samples that have no stored calls yet; a stored sample is about as large as its raw one.
+std::uint64_t BytesToStore(const CRunPlan& plan) {
+    std::uint64_t bytes = 0;
+    std::error_code error;
+    for (const CPlannedOutput& output : plan.outputs)
+        for (const std::string& file : plan.plates[output.plate].files) {
+            if (Exists(output.path + '/' + WithoutExtension(file) + ".esd")) continue;
+            const std::uintmax_t size = fs::file_size(plan.plates[output.plate].path + '/' + file, error);
+            if (!error) bytes += size;
+        }
+    return bytes;
+}
+
+}  // namespace
+
+void CheckOutputsDiffer(const CRunPlan& plan, CFindings& findings) {
+    std::map<std::string, const CPlannedOutput*> owners;
+    for (const CPlannedOutput& output : plan.outputs) {
+        const auto [owner, isNew] = owners.emplace(output.path, &output);
+        if (isNew) continue;
+        const CPlannedPlate& first = plan.plates[owner->second->plate];
+        const CPlannedPlate& second = plan.plates[output.plate];
+        const std::string library = plan.libraries.chosen[output.library].name;
+        if (owner->second->plate == output.plate)
+            findings.Add(library, "its results would go where those of " +
+                                      plan.libraries.chosen[owner->second->library].name + " go: " + output.path);
+        else if (first.path == second.path)
+            findings.Add(second.given, "the plate is given twice");
+        else
+            findings.Add(second.given,
+                         "its results would go where those of " + first.given + " go: " + output.path);
+    }
+}
+
+void CheckOutputIsOutside(const CRunPlan& plan, CFindings& findings) {
+    for (const CPlannedPlate& plate : plan.plates) {
+        if (!plate.problem.empty()) continue;
+        if (IsWithin(plan.output, plate.path)) findings.Add(plan.output, "the output lies in the plate " + plate.path);
+        for (const CPlannedOutput& output : plan.outputs)
+            if (IsWithin(plate.path, output.path))
+                findings.Add(plate.given, "the plate lies where results would go: " + output.path);
+    }
+}
+
+void CheckOutputIsWritable(const CRunPlan& plan, CFindings& findings) {
+    std::string reason = WhyNoFolder(plan.output);
+    if (!reason.empty()) findings.Add(plan.output, "no results can be written there: " + reason);
+    if (reason.empty() && Exists(plan.output))
+        for (const CPlannedOutput& output : plan.outputs)
+            if (Exists(output.path) && !(reason = WhyNoFilesIn(output.path)).empty())
+                findings.Add(output.path, "no results can be written there: " + reason);
+    const std::string file = plan.switches.FastaFile();
+    if (file.empty()) return;
+    const auto path = platform::NativePath(file);
+    if (!path)
+        reason = "there is no such drive";
+    else if (Exists(*path))
+        reason = WhyNotWritable(*path);
+    else
+        reason = WhyNoFilesIn(fs::absolute(*path).parent_path().string());
+    if (!reason.empty()) findings.Add(file, "the file cannot be written: " + reason);
+}
+
+// The program's own reckoning, for all plates together, or what the stored samples will take if that is more.
+void CheckRoom(const CRunPlan& plan, CFindings& findings) {
+    constexpr std::uint64_t reserve = 50000000, perResult = 20000;
+    const char* const answer = std::getenv("LANEWRIGHT_ANSWER");
+    if (answer && std::string_view(answer) == "yes") return;
+    std::uint64_t results = 0;
+    for (const CPlannedPlate& plate : plan.plates)
+        results += plate.files.size() * plan.switches.Operations() * std::max<std::size_t>(plan.libraries.chosen.size(), 1);
+    const std::uint64_t needed = reserve + std::max(results * perResult, BytesToStore(plan));
+    constexpr std::uint64_t megabyte = 1000000;
+    if (!plan.room && WhyNoFolder(plan.output).empty())
+        findings.Add(plan.output, "it cannot be found out how much room there is");
+    else if (plan.room && *plan.room < needed)
+        findings.Add(plan.output, "there is too little room: " + std::to_string(*plan.room / megabyte) + " MB of " +
+                                      std::to_string(needed / megabyte + 1) + " MB");
+}
+
+void CheckStoredAreOurs(const CRunPlan& plan, CFindings& findings) {
+    for (const CBadResult& result : plan.foreign)
+        findings.Add(result.path, result.reason);
+}
+
+void CheckStoredAreGood(const CRunPlan& plan, CFindings& findings) {
+    if (plan.options.redoDamaged) return;
+    for (const CBadResult& result : plan.damaged)
+        findings.Add(result.path, "the stored result is damaged: " + result.reason + " (--redo-damaged removes it)");
+}
+
+}  // namespace lanetools

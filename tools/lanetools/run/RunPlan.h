@@ -1,0 +1,72 @@
+// All that is known of a run before it begins. It is looked up once; the findings and the run itself only read it.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lanetools/run/Libraries.h"
+#include "lanetools/run/SwitchWords.h"
+
+namespace lanetools {
+
+// The command line of "lanetools run".
+struct CRunOptions {
+    std::vector<std::string> plates;
+    std::string output;
+    std::size_t jobs = 1;
+    std::int32_t timeout = 0;  // seconds without progress on a sample; 0 for no limit
+    double minPass = 100;      // percent of the rows that must be called
+    bool isDry = false;
+    bool redoDamaged = false;
+    std::vector<std::string> words;  // the switches of the program, which stand after "--"
+};
+
+struct CPlannedPlate {
+    std::string given;               // as on the command line
+    std::string path;                // full, without links; as given when it leads to nothing
+    std::string name;                // its last component
+    std::string problem;             // why it cannot be listed; empty when it can
+    std::vector<std::string> files;  // its samples without folder, in the order in which the program takes them
+};
+
+// Where the results of one plate and one library go.
+struct CPlannedOutput {
+    std::size_t plate;    // in CRunPlan::plates
+    std::size_t library;  // in CLibraries::chosen
+    std::string path;
+};
+
+// A stored result that cannot stay as it is.
+struct CBadResult {
+    std::string path, reason;
+};
+
+struct CRunPlan {
+    CRunOptions options;
+    std::string program;  // path
+    CSwitchWords switches;
+    std::vector<CPlannedPlate> plates;
+    std::string output;                   // full, without links; it need not be there yet
+    std::optional<std::uint64_t> room;    // bytes that may still be written there
+    CLibraries libraries;                 //
+    std::vector<CPlannedOutput> outputs;  // plate after plate, less those of libraries that do not load
+    std::vector<CBadResult> damaged;      // stored results of this run's samples that cannot be trusted
+    std::vector<CBadResult> foreign;      // those of other samples under the same names
+};
+
+// Looks all of it up and changes nothing. Throws CInterrupted, and CRefused when the program is not there.
+CRunPlan MakeRunPlan(CRunOptions options);
+
+// The first start of the program for a plate.
+std::vector<std::string> FirstCommand(const CRunPlan& plan, const CPlannedPlate& plate);
+// A further one: over `files` of the plate, or over all of it when that is empty, with `libraries` (empty: the default
+// one).
+std::vector<std::string> FurtherCommand(const CRunPlan& plan, const CPlannedPlate& plate,
+                                        const std::vector<std::string>& files,
+                                        const std::vector<std::string>& libraries);
+
+}  // namespace lanetools

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace lanetools {
+
+// The words as one line that a POSIX shell takes apart into the same words.
+std::string ShellQuoted(const std::vector<std::string>& words);
+
+}  // namespace lanetools

@@ -1,0 +1,51 @@
+#include "lanetools/run/Checks.h"
+
+namespace lanetools {
+
+namespace {
+
+constexpr Switch ours[] = {Switch::InputFolders, Switch::InputPlates, Switch::InputFiles, Switch::OutputFolder};
+
+bool IsOurs(const CParsedSwitch& given) {
+    for (const Switch id : ours)
+        if (IsSwitch(given.name, id)) return true;
+    return false;
+}
+
+}  // namespace
+
+void CheckInputIsOurs(const CRunPlan& plan, CFindings& findings) {
+    for (const CParsedSwitch& given : plan.switches.switches)
+        if (IsOurs(given)) findings.Add(given.name, "input and output are given to lanetools itself");
+}
+
+void CheckSpelling(const CRunPlan& plan, CFindings& findings) {
+    for (const std::string& word : plan.switches.dropped)
+        findings.Add(word, "the program knows no such switch, and would leave it out");
+    for (const CParsedSwitch& given : plan.switches.switches)
+        for (const std::string& word : given.parameters)
+            if (word.starts_with('-'))
+                findings.Add(word, "the program knows no such switch, and would take it as a parameter of " + given.name);
+}
+
+void CheckParameters(const CRunPlan& plan, CFindings& findings) {
+    for (const CParsedSwitch& given : plan.switches.switches) {
+        const CSwitch* const row = FindSwitch(given.name);
+        if (!row || IsOurs(given)) continue;
+        for (std::size_t i = MostParameters(row->id); i < given.parameters.size(); ++i)
+            if (!given.parameters[i].starts_with('-'))
+                findings.Add(given.parameters[i], given.name + " does not take it, and the program would leave it out");
+        const bool isOrder = row->id == Switch::BaseOrder && !given.parameters.empty();
+        if (isOrder && given.parameters.front().size() != 4)
+            findings.Add(given.parameters.front(), given.name + " takes four letters, and the program would leave it out");
+    }
+}
+
+void CheckFastaFile(const CRunPlan& plan, CFindings& findings) {
+    const std::string file = plan.switches.FastaFile();
+    if (!file.empty() && plan.plates.size() > 1)
+        findings.Add(file, "-FA makes its file anew for each plate, so only the last one's records would be in it; "
+                           "-FA_ adds to the file, and -FAG makes one for the run");
+}
+
+}  // namespace lanetools

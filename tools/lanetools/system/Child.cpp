@@ -1,0 +1,200 @@
+#include "lanetools/system/Child.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#ifdef __linux__
+#include <sys/prctl.h>
+#endif
+
+namespace lanetools {
+
+namespace {
+
+constexpr int cannotStart = 127;  // as a shell has it
+
+[[noreturn]] void Throw(const char* what) {
+    throw std::system_error(errno, std::generic_category(), what);
+}
+
+struct Pipe {
+    int reading, writing;
+};
+
+// Closed in every program that is started.
+Pipe MakePipe() {
+    std::array<int, 2> ends{};
+    if (::pipe(ends.data()) != 0) Throw("There is no pipe for a child process");
+    for (const int end : ends)
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    ::fcntl(ends[0], F_SETFL, O_NONBLOCK);
+    return {ends[0], ends[1]};
+}
+
+// In the child: what it reads and writes is settled, and it goes when lanetools goes.
+void SettleChild(int output, int errors, pid_t parent) {
+    ::setpgid(0, 0);
+#ifdef __linux__
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent) ::_exit(cannotStart);
+#else
+    (void)parent;
+#endif
+    for (const int signal : {SIGINT, SIGTERM, SIGPIPE})
+        std::signal(signal, SIG_DFL);
+    const int nothing = ::open("/dev/null", O_RDONLY);
+    ::dup2(nothing, STDIN_FILENO);
+    ::dup2(output, STDOUT_FILENO);
+    ::dup2(errors, STDERR_FILENO);
+}
+
+bool WriteAll(int descriptor, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(descriptor, text.data(), text.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+int GiveResult(const std::function<std::string()>& work) {
+    // Descriptor 1 is where the work may print.
+    const int answer = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    try {
+        return WriteAll(answer, work()) ? 0 : 1;
+    } catch (...) {
+        return 1;
+    }
+}
+
+}  // namespace
+
+std::string SignalName(int signal) {
+#ifdef __GLIBC__
+    if (const char* const name = ::sigabbrev_np(signal)) return std::string("SIG") + name;
+#endif
+    return "signal " + std::to_string(signal);
+}
+
+CChild CChild::Program(const std::vector<std::string>& words) {
+    std::vector<char*> arguments;
+    for (const std::string& word : words)
+        arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
+    return CChild([&] {
+        ::execv(arguments[0], arguments.data());
+        return cannotStart;
+    });
+}
+
+CChild CChild::Apart(const std::function<std::string()>& work) {
+    return CChild([&] { return GiveResult(work); });
+}
+
+CChild::CChild(const std::function<int()>& body) {
+    std::fflush(nullptr);  // or the child would write it as well
+    const Pipe out = MakePipe(), err = MakePipe();
+    const pid_t parent = ::getpid();
+    process = ::fork();
+    if (process < 0) Throw("A child process cannot be started");
+    if (process == 0) {
+        SettleChild(out.writing, err.writing, parent);
+        ::_exit(body());
+    }
+    ::setpgid(process, process);  // whoever comes first
+    ::close(out.writing);
+    ::close(err.writing);
+    output.descriptor = out.reading;
+    errors.descriptor = err.reading;
+}
+
+CChild::CChild(CChild&& other) noexcept
+    : process(std::exchange(other.process, -1)),
+      isEnded(other.isEnded),
+      end(other.end),
+      output(std::exchange(other.output, {})),
+      errors(std::exchange(other.errors, {})) {}
+
+CChild::~CChild() {
+    if (process > 0 && !isEnded) {
+        Kill();
+        while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+        }
+    }
+    output.Close();
+    errors.Close();
+}
+
+void CChild::Signal(int signal) const {
+    if (process <= 0 || isEnded) return;
+    if (::kill(-process, signal) != 0) ::kill(process, signal);
+}
+
+void CChild::Ask() const {
+    Signal(SIGTERM);
+}
+
+void CChild::Kill() const {
+    Signal(SIGKILL);
+}
+
+void CChild::Stream::Close() {
+    if (descriptor >= 0) ::close(std::exchange(descriptor, -1));
+}
+
+void CChild::Stream::Read() {
+    std::array<char, 1 << 14> buffer;
+    // More than a pipe holds; one that writes without an end must not keep the others waiting.
+    for (int i = 0; i < 64 && descriptor >= 0; ++i) {
+        const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0 && errno == EAGAIN) return;
+        if (got <= 0) return Close();
+        text.append(buffer.data(), static_cast<std::size_t>(got));
+    }
+}
+
+// Whether it has ended is asked for first: what it has written is then all there.
+void CChild::Collect() {
+    int status = 0;
+    const bool hasEnded = !isEnded && ::waitpid(process, &status, WNOHANG) == process;
+    output.Read();
+    errors.Read();
+    if (!hasEnded) return;
+    isEnded = true;
+    end = WIFSIGNALED(status) ? ChildEnd{WTERMSIG(status), 0} : ChildEnd{0, WEXITSTATUS(status)};
+    output.Close();
+    errors.Close();
+}
+
+void CChild::Wait(std::span<CChild* const> children, std::chrono::milliseconds limit) {
+    // A closed pipe comes just before the end of its process, which nothing else announces.
+    constexpr std::chrono::milliseconds soon{2}, longest{100};
+    bool isEndNear = false;
+    std::vector<pollfd> watched;
+    for (const CChild* child : children) {
+        isEndNear = isEndNear || (!child->isEnded && child->output.descriptor < 0 && child->errors.descriptor < 0);
+        for (const Stream* stream : {&child->output, &child->errors})
+            if (stream->descriptor >= 0) watched.push_back({stream->descriptor, POLLIN, 0});
+    }
+    const auto pause = std::min(limit, isEndNear ? soon : longest);
+    ::poll(watched.data(), watched.size(), static_cast<int>(pause.count()));
+    for (CChild* child : children)
+        child->Collect();
+}
+
+}  // namespace lanetools
