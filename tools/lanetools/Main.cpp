@@ -1,8 +1,10 @@
 // lanetools: brings instrument files in, runs the program over plates, sums up and exports what it stored.
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "commandline/Help.h"
@@ -34,6 +36,17 @@ ExitCode RunChosen(const std::vector<CSubcommand>& subcommands) {
     return ExitCode::Refused;
 }
 
+// Gives the words after "--" to the subcommand if it wants them, and the number of words that are left for the parser.
+int HandOnRest(const std::vector<CSubcommand>& subcommands, int argc, char** argv) {
+    for (const CSubcommand& subcommand : subcommands) {
+        if (argc < 2 || !subcommand.takeRest || subcommand.app->get_name() != argv[1]) continue;
+        const auto mark = std::find(argv, argv + argc, std::string_view("--"));
+        if (mark != argv + argc) subcommand.takeRest({mark + 1, argv + argc});
+        return static_cast<int>(mark - argv);
+    }
+    return argc;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -47,7 +60,7 @@ int main(int argc, char** argv) {
     for (const CSubcommand& subcommand : subcommands)
         subcommand.app->set_version_flag("--version", "lanetools " LANEWRIGHT_VERSION);
     try {
-        tools.parse(argc, argv);
+        tools.parse(HandOnRest(subcommands, argc, argv), argv);
     } catch (const CLI::ParseError& error) {
         const bool isHelp = tools.exit(error, std::cout, std::cerr) == 0;
         return static_cast<int>(isHelp ? ExitCode::Done : ExitCode::Refused);

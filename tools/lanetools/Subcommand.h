@@ -3,6 +3,8 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "lanetools/ExitCode.h"
 
@@ -11,6 +13,8 @@ namespace lanetools {
 struct CSubcommand {
     CLI::App* app;                  // owned by the App it was added to; parsed() says whether it was chosen
     std::function<ExitCode()> run;  // carries it out, after the command line has been parsed; owns the options
+    // Takes the words after "--", for a subcommand that hands them on; empty where they are arguments like others.
+    std::function<void(std::vector<std::string>)> takeRest = {};
 };
 
 // Each adds its subcommand, with switches and help, to `tools`.

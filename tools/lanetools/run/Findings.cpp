@@ -1,5 +1,7 @@
 #include "lanetools/run/Findings.h"
 
+#include <algorithm>
+
 #include "lanetools/run/Checks.h"
 #include "lanetools/text/Utf8.h"
 
@@ -8,17 +10,17 @@ namespace lanetools {
 namespace {
 
 constexpr Check checks[] = {
-    CheckPlatesAreThere, CheckNamesAreLiteral, CheckStemsDiffer, CheckPlatesAreWritable,
-    CheckInputIsOurs, CheckSpelling, CheckParameters, CheckFastaFile,
-    CheckSettings, CheckLibrariesAreListed, CheckLibrariesLoad, CheckEntryPoints,
-    CheckOutputsDiffer, CheckOutputIsOutside, CheckOutputIsWritable, CheckRoom,
-    CheckStoredAreOurs, CheckStoredAreGood,
+    CheckPlatesAreThere, CheckNamesAreLiteral, CheckStemsDiffer,   CheckPlatesAreWritable, CheckInputIsOurs,
+    CheckSpelling,       CheckParameters,      CheckFastaFile,     CheckSettings,          CheckLibrariesAreListed,
+    CheckLibrariesLoad,  CheckEntryPoints,     CheckOutputsDiffer, CheckOutputIsOutside,   CheckOutputIsWritable,
+    CheckRoom,           CheckStoredAreOurs,   CheckStoredAreGood,
 };
 
 }  // namespace
 
 void CFindings::Add(const std::string& subject, const std::string& text) {
-    lines.push_back(OneLine(ToUtf8(subject + ": " + text)));
+    const std::string line = OneLine(ToUtf8(subject + ": " + text));
+    if (std::find(lines.begin(), lines.end(), line) == lines.end()) lines.push_back(line);
 }
 
 std::vector<std::string> FindAll(const CRunPlan& plan) {

@@ -10,6 +10,7 @@
 #include "lanetools/system/Child.h"
 #include "lanetools/system/Interrupt.h"
 #include "platform/Ascii.h"
+#include "platform/Drives.h"
 #include "plugins/EntryPoints.h"
 #include "run/RunDriver.h"
 
@@ -25,7 +26,7 @@ std::string FindSettings() {
     RegistryText folder{};
     if (GetRegStr(baseCallingKey, "Path", folder) == 0) return {};
     const std::string path = std::string(folder.data()) + "\\basecall.ini";
-    return FileExists(path) != 0 ? path : std::string();
+    return FileExists(path) != 0 ? platform::NativePath(path).value_or(path) : std::string();
 }
 
 struct NamedLibrary {
@@ -131,7 +132,8 @@ CLibraries FindLibraries(const CSwitchWords& switches, std::chrono::seconds limi
     for (const std::string& file : FilesToLoad(switches, list))
         libraries.known.push_back(Try(libraries.settings, file, limit));
     for (const std::string& name : switches.Libraries())
-        libraries.chosen.push_back({name, IndexOf(libraries.known, name, [](const CLibrary& one) { return one.file; })});
+        libraries.chosen.push_back(
+            {name, IndexOf(libraries.known, name, [](const CLibrary& one) { return one.file; })});
     if (libraries.chosen.empty() && !isUnattended) libraries.chosen.push_back(DefaultLibrary(libraries.settings, list));
     return libraries;
 }

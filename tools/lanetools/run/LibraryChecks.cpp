@@ -32,7 +32,7 @@ void CheckLibrariesAreListed(const CRunPlan& plan, CFindings& findings) {
     if (libraries.settings.empty()) return;
     if (IsUnattended(plan) && libraries.chosen.empty()) findings.Add("-E", "-BC must name a library with it");
     for (const CLibraries::Chosen& chosen : libraries.chosen) {
-        if (chosen.index) continue;
+        if (chosen.index || chosen.name.starts_with('-')) continue;  // a misspelt switch is a finding already
         if (IsUnattended(plan))
             findings.Add(chosen.name, "with -E the program loads the first library only, and would run that again");
         else if (plan.switches.Libraries().empty())
@@ -48,7 +48,8 @@ void CheckLibrariesAreListed(const CRunPlan& plan, CFindings& findings) {
 void CheckLibrariesLoad(const CRunPlan& plan, CFindings& findings) {
     for (const CLibrary& library : plan.libraries.known)
         if (!library.accident.empty())
-            findings.Add(library.file, "the library is no good: " + library.accident + " when it is loaded or released");
+            findings.Add(library.file,
+                         "the library is no good: " + library.accident + " when it is loaded or released");
     for (const std::size_t index : ChosenOnes(plan)) {
         const CLibrary& library = plan.libraries.known[index];
         if (!library.isLoaded && library.accident.empty()) findings.Add(library.file, "the library does not load");
@@ -58,7 +59,8 @@ void CheckLibrariesLoad(const CRunPlan& plan, CFindings& findings) {
 void CheckEntryPoints(const CRunPlan& plan, CFindings& findings) {
     for (const std::size_t index : ChosenOnes(plan)) {
         const CLibrary& library = plan.libraries.known[index];
-        if (!library.missing.empty()) findings.Add(library.file, "the library lacks the entry point " + library.missing);
+        if (!library.missing.empty())
+            findings.Add(library.file, "the library lacks the entry point " + library.missing);
     }
 }
 

@@ -46,21 +46,25 @@ std::uint64_t BytesToStore(const CRunPlan& plan) {
 }  // namespace
 
 void CheckOutputsDiffer(const CRunPlan& plan, CFindings& findings) {
-    std::map<std::string, const CPlannedOutput*> owners;
+    std::map<std::string, const CPlannedPlate*> plates;
+    for (const CPlannedPlate& plate : plan.plates) {
+        const auto [first, isNew] = plates.emplace(plate.name, &plate);
+        if (!isNew && first->second->path == plate.path)
+            findings.Add(plate.given, "the plate is given twice");
+        else if (!isNew)
+            findings.Add(plate.given, "it shares its output folder with " + first->second->given +
+                                          ", and would get that one's results");
+    }
+    // Codes of libraries that are equal, or that make up for the difference between two names.
+    std::map<std::string, const CPlannedOutput*> outputs;
     for (const CPlannedOutput& output : plan.outputs) {
-        const auto [owner, isNew] = owners.emplace(output.path, &output);
-        if (isNew) continue;
-        const CPlannedPlate& first = plan.plates[owner->second->plate];
-        const CPlannedPlate& second = plan.plates[output.plate];
-        const std::string library = plan.libraries.chosen[output.library].name;
-        if (owner->second->plate == output.plate)
-            findings.Add(library, "its results would go where those of " +
-                                      plan.libraries.chosen[owner->second->library].name + " go: " + output.path);
-        else if (first.path == second.path)
-            findings.Add(second.given, "the plate is given twice");
-        else
-            findings.Add(second.given,
-                         "its results would go where those of " + first.given + " go: " + output.path);
+        const auto [owner, isNew] = outputs.emplace(output.path, &output);
+        const CPlannedOutput& first = *owner->second;
+        const auto& chosen = plan.libraries.chosen;
+        if (!isNew && (first.plate == output.plate || plan.plates[first.plate].name != plan.plates[output.plate].name))
+            findings.Add(output.path, "the results of " + plan.plates[first.plate].given + " by " +
+                                          chosen[first.library].name + " and of " + plan.plates[output.plate].given +
+                                          " by " + chosen[output.library].name + " would both go there");
     }
 }
 
@@ -100,7 +104,8 @@ void CheckRoom(const CRunPlan& plan, CFindings& findings) {
     if (answer && std::string_view(answer) == "yes") return;
     std::uint64_t results = 0;
     for (const CPlannedPlate& plate : plan.plates)
-        results += plate.files.size() * plan.switches.Operations() * std::max<std::size_t>(plan.libraries.chosen.size(), 1);
+        results +=
+            plate.files.size() * plan.switches.Operations() * std::max<std::size_t>(plan.libraries.chosen.size(), 1);
     const std::uint64_t needed = reserve + std::max(results * perResult, BytesToStore(plan));
     constexpr std::uint64_t megabyte = 1000000;
     if (!plan.room && WhyNoFolder(plan.output).empty())

@@ -1,10 +1,101 @@
+// "lanetools run": the guarded way to call the program.
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+#include <thread>
+
 #include "lanetools/Subcommand.h"
+#include "lanetools/run/Findings.h"
+#include "lanetools/run/RunPlan.h"
+#include "lanetools/run/RunPlates.h"
+#include "lanetools/run/RunReport.h"
+#include "lanetools/run/ShellQuote.h"
 
 namespace lanetools {
 
+namespace {
+
+constexpr const char* about =
+    "Runs the program over plates: checks first whether anything speaks against it, starts\n"
+    "the program once per plate, and sums up what has become of each sample. A library that\n"
+    "crashes costs only the sample that it was working on.";
+
+constexpr const char* notes =
+    "SWITCHES are those of the program, such as -BC lanecall.so -ABD; -BC is added when it is\n"
+    "missing. Input and output are given to lanetools itself.\n"
+    "\n"
+    "Exit codes: 0 all called, or as many as --min-pass asks for; 1 the program could not be\n"
+    "run; 2 refused, and nothing was written; 3 samples are missing, failed or damaged;\n"
+    "130 after Ctrl-C. The same command goes on where it was stopped.\n"
+    "\n"
+    "Example:\n"
+    "  lanetools run plates/* -o out -j 4 --timeout 60 -- -BC -ABD -FA";
+
+void AddOptions(CLI::App& app, CRunOptions& options) {
+    app.add_option("plates", options.plates, "Folders of raw samples")->required()->type_name("PLATES");
+    app.add_option("-o,--output", options.output, "Where the results go; made if its parent is there")
+        ->required()
+        ->type_name("OUT");
+    app.add_option("-j,--jobs", options.jobs, "Plates at a time, 1 to 1000")
+        ->check(CLI::Range(1, 1000).description(""))
+        ->type_name("N")
+        ->capture_default_str();
+    app.add_option("--timeout", options.timeout, "A sample without progress for so long is lost")
+        ->check(CLI::Range(1, 1000000).description(""))
+        ->type_name("SECONDS");
+    app.add_option("--min-pass", options.minPass, "Percentage of called samples that gives exit code 0")
+        ->check(CLI::Range(0.0, 100.0).description(""))
+        ->type_name("PERCENT")
+        ->capture_default_str();
+    app.add_flag("--dry-run", options.isDry, "Check, and print the commands instead of running them");
+    app.add_flag("--redo-damaged", options.redoDamaged, "Remove damaged results, so that they are called again");
+}
+
+// The first command of each plate, and ahead of them what is removed.
+void PrintCommands(const CRunPlan& plan) {
+    for (const CBadResult& result : plan.damaged)
+        std::printf("%s\n", ShellQuoted({"rm", "--", result.path}).c_str());
+    for (const CPlannedPlate& plate : plan.plates)
+        std::printf("%s\n", ShellQuoted(FirstCommand(plan, plate)).c_str());
+}
+
+void RemoveDamaged(const CRunPlan& plan) {
+    for (const CBadResult& result : plan.damaged) {
+        std::error_code error;
+        std::filesystem::remove(result.path, error);
+        if (error) throw std::runtime_error(result.path + ": the damaged result cannot be removed: " + error.message());
+    }
+}
+
+ExitCode Run(const CRunOptions& options) {
+    const CRunPlan plan = MakeRunPlan(options);
+    const std::vector<std::string> findings = FindAll(plan);
+    for (const std::string& line : findings)
+        std::fprintf(stderr, "lanetools: %s\n", line.c_str());
+    if (!findings.empty()) return ExitCode::Refused;
+    if (options.isDry) {
+        PrintCommands(plan);
+        return ExitCode::Done;
+    }
+    RemoveDamaged(plan);
+    const CRunOutcome outcome = RunPlates(plan);
+    if (!outcome.hasWorked) throw std::runtime_error("the program did not take up any sample");
+    const bool isPassed = ReportPlates(plan).Passes(options.minPass);
+    return isPassed && !outcome.isIncomplete ? ExitCode::Done : ExitCode::Incomplete;
+}
+
+}  // namespace
+
 CSubcommand AddRun(CLI::App& tools) {
-    CLI::App* app = tools.add_subcommand("run", "");
-    return {app, [] { return ExitCode::Failed; }};
+    CLI::App* app = tools.add_subcommand("run", about);
+    app->footer(notes);
+    const auto options = std::make_shared<CRunOptions>();
+    options->jobs = std::max(1u, std::thread::hardware_concurrency());
+    AddOptions(*app, *options);
+    return {app, [options] { return Run(*options); },
+            [options](std::vector<std::string> words) { options->words = std::move(words); }};
 }
 
 }  // namespace lanetools

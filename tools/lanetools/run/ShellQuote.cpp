@@ -27,8 +27,10 @@ std::string Quoted(const std::string& word) {
 
 std::string ShellQuoted(const std::vector<std::string>& words) {
     std::string line;
-    for (const std::string& word : words)
-        line += (line.empty() ? "" : " ") + Quoted(word);
+    for (const std::string& word : words) {
+        if (!line.empty()) line += ' ';
+        line += Quoted(word);
+    }
     return line;
 }
 

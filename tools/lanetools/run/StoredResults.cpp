@@ -4,10 +4,10 @@
 #include <system_error>
 
 #include "discovery/SplitPath.h"
+#include "lanetools/samples/RawPlate.h"
 #include "lanetools/samples/StoredSample.h"
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/text/Utf8.h"
-#include "samplestore/RsdFile.h"
 
 namespace lanetools {
 
@@ -25,26 +25,23 @@ std::string StoredPath(const std::string& folder, const std::string& file) {
     return {};
 }
 
-// Why `stored` is no result of the raw sample at `path`; empty when it is one, or when that cannot be told.
-std::string WhyForeign(const CSampleInfo& stored, const std::string& path) {
-    CRsdFile file;
-    CSampleInfo raw;
-    if (file.Open(path, true) || file.ReadInfo(raw)) return {};
-    if (raw.runStart != stored.runStart) return "its run started at another time";
-    if (raw.sampleName.empty() || raw.sampleName == stored.sampleName) return {};
+std::string WhyForeign(const CSampleInfo& stored, const CSampleInfo& raw) {
+    if (stored.runStart != raw.runStart) return "its run started at another time";
     return "it is named \"" + ToUtf8(stored.sampleName) + "\" and not \"" + ToUtf8(raw.sampleName) + "\"";
 }
 
+// An .esd is looked at by itself: the program takes it for the result whatever .fsd lies beside it.
 void LookAt(const CPlannedPlate& plate, const CPlannedOutput& output, const std::string& file, CRunPlan& plan) {
     const std::string path = StoredPath(output.path, file);
     if (path.empty()) return;
-    const CStoredSample stored = ReadStoredSample(path);
+    const CStoredSample stored = ReadStoredFile(path);
     if (stored.state == SampleState::Damaged) {
         plan.damaged.push_back({path, ToUtf8(stored.reason)});
         return;
     }
-    const std::string raw = plate.path + '/' + file, reason = WhyForeign(stored.info, raw);
-    if (!reason.empty()) plan.foreign.push_back({path, "it is not the result of " + raw + ": " + reason});
+    const CRawSample raw = ReadRawSample(plate.path + '/' + file, plate.name);
+    if (!raw.reason.empty() || IsResultOf(stored.info, raw.info)) return;
+    plan.foreign.push_back({path, "it is not the result of " + raw.path + ": " + WhyForeign(stored.info, raw.info)});
 }
 
 }  // namespace

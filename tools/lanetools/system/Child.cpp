@@ -10,7 +10,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
 #include <string_view>
 #include <system_error>
 #include <utility>

@@ -1,0 +1,186 @@
+#include "lanetools/run/PlateRun.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "lanetools/text/Utf8.h"
+
+namespace lanetools {
+
+namespace {
+
+namespace fs = std::filesystem;
+using std::chrono::steady_clock;
+
+constexpr std::size_t longestLine = 1 << 16;   // of a program that writes no line ends
+constexpr std::size_t mostSingleFiles = 1000;  // on one command line
+constexpr const char* leftInside = "lanewright: warning: the process was ended inside the library ";
+
+// Calls use(line) for each whole line of `pending` and the new `text`, without its line end, and keeps the rest in
+// `pending`.
+template <class Use>
+void SplitLines(std::string& pending, const std::string& text, Use use) {
+    pending += text;
+    std::size_t start = 0, end = 0;
+    while ((end = pending.find('\n', start)) != std::string::npos) {
+        const bool hasReturn = end > start && pending[end - 1] == '\r';
+        use(pending.substr(start, end - start - (hasReturn ? 1 : 0)));
+        start = end + 1;
+    }
+    pending.erase(0, start);
+    if (pending.size() > longestLine) use(std::exchange(pending, {}));
+}
+
+void RemoveTemporaries(const fs::path& folder, const std::string& beginning) {
+    std::error_code error;
+    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+        const std::string name = at->path().filename().string();
+        std::error_code ignored;
+        if (name.starts_with(beginning) && name.ends_with(".tmp")) fs::remove(at->path(), ignored);
+    }
+}
+
+}  // namespace
+
+CPlateRun::CPlateRun(const CRunPlan& all, std::size_t index, CProgress& shown)
+    : plan(all), plate(all.plates[index]), progress(shown) {
+    std::vector<std::size_t> libraries(plan.libraries.chosen.size());
+    for (std::size_t i = 0; i < libraries.size(); ++i)
+        libraries[i] = i;
+    starts.push_back({FirstCommand(plan, plate), std::move(libraries), plate.files, true});
+}
+
+// All its samples once more from the first one on, which a library that has not had its turn yet needs.
+CPlateRun::Start CPlateRun::WholePlate(std::vector<std::size_t> libraries) const {
+    std::vector<std::string> names;
+    for (const std::size_t library : libraries)
+        names.push_back(plan.libraries.chosen[library].name);
+    return {FurtherCommand(plan, plate, {}, names), std::move(libraries), plate.files, true};
+}
+
+void CPlateRun::GoOn() {
+    if (child || starts.empty()) return;
+    begun = 0;
+    isCallOver = hasLeft = isLate = false;
+    output.clear();
+    errors.clear();
+    since = steady_clock::now();
+    child.emplace(CChild::Program(starts.front().words));
+}
+
+void CPlateRun::Look() {
+    if (!child) return;
+    const bool hasEnded = child->IsEnded();
+    SplitLines(output, child->TakeOutput(), [&](const std::string& line) { ReadLine(line); });
+    SplitLines(errors, child->TakeErrors(), [&](const std::string& line) { ShowError(line); });
+    if (hasEnded) return Conclude();
+    const std::chrono::seconds limit(plan.options.timeout);
+    if (limit.count() == 0 || isLate || steady_clock::now() - since < limit) return;
+    isLate = true;
+    child->Kill();
+}
+
+void CPlateRun::ReadLine(const std::string& line) {
+    const Start& start = starts.front();
+    if (begun < start.Samples()) {
+        const std::string& next = start.files[begun % start.files.size()];
+        // A text without a line end of its own may stand before it.
+        if (line.find("\tLoading " + next + "  " + plate.name + "  ") != std::string::npos) {
+            ++begun;
+            isCallOver = false;
+            hasWorked = true;
+            since = steady_clock::now();
+            progress.Step();
+            return;
+        }
+    }
+    if (begun == 0) return;
+    const std::string& file = start.files[(begun - 1) % start.files.size()];
+    isCallOver = isCallOver || line.starts_with("successfully basecalled " + file + " (proc. file name: ") ||
+                 line.starts_with("failed to basecall  " + file + "   with  ") || line.starts_with("skipped ");
+}
+
+void CPlateRun::ShowError(const std::string& line) {
+    hasLeft = hasLeft || line.starts_with(leftInside);
+    Say(line);
+}
+
+void CPlateRun::Say(const std::string& text) {
+    progress.Say(OneLine(ToUtf8(plate.name + ": " + text)));
+}
+
+// The exit code of single files is that of the last one.
+bool CPlateRun::HasFailed(const ChildEnd& end) const {
+    const Start& start = starts.front();
+    return end.signal != 0 || hasLeft || (end.exitCode != 0 && (start.isWholePlate || begun < start.Samples()));
+}
+
+std::string CPlateRun::Accident(const ChildEnd& end) const {
+    if (isLate) return "no progress for " + std::to_string(plan.options.timeout) + " s";
+    if (end.signal != 0) return SignalName(end.signal);
+    return hasLeft ? "the library ended the process" : "exit code " + std::to_string(end.exitCode);
+}
+
+void CPlateRun::Conclude() {
+    const ChildEnd end = child->End();
+    if (!errors.empty()) ShowError(std::exchange(errors, {}));
+    const bool hasFailed = HasFailed(end);
+    if (hasFailed) CleanUp();
+    child.reset();
+    if (!hasFailed) {
+        starts.pop_front();
+        return;
+    }
+    const std::string accident = Accident(end);
+    if (begun == 0) {
+        Say("the program ended before the first sample (" + accident + ")");
+        starts.clear();
+        return;
+    }
+    const Start& start = starts.front();
+    const std::string& file = start.files[(begun - 1) % start.files.size()];
+    const std::string& library = plan.libraries.chosen[start.libraries[(begun - 1) / start.files.size()]].name;
+    if (isCallOver) {
+        Say(file + ": the program ended after its base call (" + accident + "); exported files may be missing");
+        isIncomplete = true;
+    } else {
+        Say(file + ": lost to the library " + library + " (" + accident + ")");
+    }
+    PlanTheRest();
+}
+
+void CPlateRun::PlanTheRest() {
+    const Start start = std::move(starts.front());
+    starts.pop_front();
+    const std::size_t pass = (begun - 1) / start.files.size(), next = (begun - 1) % start.files.size() + 1;
+    if (pass + 1 < start.libraries.size())
+        starts.push_front(
+            WholePlate({start.libraries.begin() + static_cast<std::ptrdiff_t>(pass) + 1, start.libraries.end()}));
+    // The last ones first, since each goes to the head.
+    const std::vector<std::string> rest(start.files.begin() + static_cast<std::ptrdiff_t>(next), start.files.end());
+    const std::string& library = plan.libraries.chosen[start.libraries[pass]].name;
+    std::size_t parts = (rest.size() + mostSingleFiles - 1) / mostSingleFiles;
+    while (parts-- > 0) {
+        const auto first = rest.begin() + static_cast<std::ptrdiff_t>(parts * mostSingleFiles);
+        const std::vector<std::string> files(first,
+                                             first + std::min<std::ptrdiff_t>(mostSingleFiles, rest.end() - first));
+        starts.push_front({FurtherCommand(plan, plate, files, {library}), {start.libraries[pass]}, files, false});
+    }
+}
+
+void CPlateRun::CleanUp() const {
+    if (!child) return;
+    const std::string beginning = ".lw" + std::to_string(child->Number()) + '-';
+    std::vector<fs::path> folders{plate.path, plan.output};
+    for (const CPlannedOutput& one : plan.outputs)
+        if (&plan.plates[one.plate] == &plate) folders.emplace_back(one.path);
+    for (const fs::path& folder : folders) {
+        RemoveTemporaries(folder, beginning);
+        for (const char* format : {"ABD", "SCF", "FASTA", "Text"})
+            RemoveTemporaries(folder / format, beginning);
+    }
+}
+
+}  // namespace lanetools

@@ -1,0 +1,65 @@
+#include "lanetools/run/RunReport.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+#include "lanetools/text/Utf8.h"
+
+namespace lanetools {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The output folders of a plate, also those that the program did not come to: their samples are missing.
+std::vector<COutputFolder> OutputsOf(const CRunPlan& plan, std::size_t plate) {
+    std::error_code error;
+    std::vector<COutputFolder> outputs, found;
+    for (const CPlannedOutput& output : plan.outputs) {
+        if (output.plate != plate) continue;
+        const std::string name = fs::path(output.path).filename().string();
+        COutputFolder folder{output.path, name, {}};
+        if (fs::is_directory(output.path, error))
+            for (const COutputFolder& there : ListOutputs({output.path}))
+                if (there.path == output.path) folder = there;
+        outputs.push_back(std::move(folder));
+    }
+    return outputs;
+}
+
+CStateCounts CountPlate(const CRunPlan& plan, std::size_t index) {
+    const CPlannedPlate& plate = plan.plates[index];
+    CRawPlate raw{plate.path, plate.name, {}};
+    for (const std::string& file : plate.files)
+        raw.files.push_back(plate.path + '/' + file);
+    return CountStates(Summarize(OutputsOf(plan, index), {raw}));
+}
+
+}  // namespace
+
+CStateCounts ReportPlates(const CRunPlan& plan) {
+    std::vector<CStateCounts> counts;
+    std::vector<std::string> names;
+    std::size_t width = 5;
+    for (std::size_t i = 0; i < plan.plates.size(); ++i) {
+        counts.push_back(CountPlate(plan, i));
+        names.push_back(OneLine(ToUtf8(plan.plates[i].name)));
+        width = std::max(width, names.back().size());
+    }
+    std::fprintf(stderr, "%-*s   called   failed  missing  damaged\n", static_cast<int>(width), "plate");
+    CStateCounts all;
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        const CStateCounts& one = counts[i];
+        std::fprintf(stderr, "%-*s %8zu %8zu %8zu %8zu\n", static_cast<int>(width), names[i].c_str(), one.called,
+                     one.failed, one.missing, one.damaged);
+        all.called += one.called;
+        all.failed += one.failed;
+        all.missing += one.missing;
+        all.damaged += one.damaged;
+    }
+    return all;
+}
+
+}  // namespace lanetools
