@@ -35,9 +35,10 @@ class RunFindings : public lanetest::RunTest {
 
 TEST_F(RunFindings, Plates) {
     temp.MakeFolder("empty");
-    MakeSample("twins/x.rsd");
     temp.MakeFolder("strange");
     MakeSample("strange/a*.rsd");
+    temp.MakeFolder("twins");
+    MakeSample("twins/x.rsd");
     MakeSample("twins/x.esd");
     temp.MakeFolder("logless/basecall.log");
     MakeSample("logless/a.rsd");

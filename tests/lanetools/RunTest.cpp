@@ -166,6 +166,6 @@ TEST_F(RunPlates, WarningsOfTheProgramAreShown) {
     temp.Write("plate/g.rsd", "no sample");
     const RunResult run = RunTool("plate -o out");
     EXPECT_EQ(run.exitCode, 3);
-    EXPECT_EQ(CountOf("lanetools: plate: lanewright: warning: ", run.errors), 1u) << run.errors;
+    EXPECT_EQ(CountOf("lanetools: plate: lanewright: warning: ", run.errors), 2u) << run.errors;
     EXPECT_EQ(CountOf("plate        6        0        1        0\n", run.errors), 1u) << run.errors;
 }

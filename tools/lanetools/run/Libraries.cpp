@@ -54,14 +54,14 @@ std::vector<NamedLibrary> ReadList(const std::string& settings, std::string& err
     return list;
 }
 
-// In a process of its own: loads the library and gives what it says, each text with a NUL; nothing when it does not
-// load.
+// In a process of its own: loads the library and gives what it says, each of two texts with a NUL; a NUL alone when it
+// does not load.
 std::string Examine(const std::string& settings, const std::string& file) {
     CBaseCaller caller;
     caller.folder = settings;
     SplitPath(caller.folder);
     caller.fileName = file;
-    if (caller.Load() == 0) return {};
+    if (caller.Load() == 0) return std::string(1, '\0');
     const std::string noSample;
     const CEntryPoints entries(caller.module, noSample, false);
     std::string answer = caller.folderSuffix + '\0' + entries.Missing() + '\0';
@@ -85,7 +85,7 @@ CLibrary Try(const std::string& settings, const std::string& file, std::chrono::
         library.accident = "it hangs (for " + std::to_string(limit.count()) + " s)";
     else if (child.End().signal != 0)
         library.accident = "it crashes (" + SignalName(child.End().signal) + ")";
-    else if (child.End().exitCode != 0 || (!answer.empty() && second == std::string::npos))
+    else if (answer.empty())
         library.accident = "it ends the process";
     if (second == std::string::npos) return library;
     library.isLoaded = true;
@@ -117,10 +117,22 @@ std::vector<std::string> FilesToLoad(const CSwitchWords& switches, const std::ve
 CLibraries::Chosen DefaultLibrary(const std::string& settings, const std::vector<NamedLibrary>& list) {
     const std::vector<std::string> lines = ReadIniSection("Default", settings);
     const std::string name = lines.empty() ? std::string() : lines.front();
-    return {name, IndexOf(list, name, [](const NamedLibrary& entry) { return entry.name; })};
+    return {name, IndexOf(list, name, [](const NamedLibrary& entry) { return entry.name; }), true};
 }
 
 }  // namespace
+
+std::vector<std::string> CLibraries::Names(const std::vector<std::size_t>& ofChosen) const {
+    std::vector<std::string> names;
+    for (const std::size_t i : ofChosen)
+        if (!chosen[i].isDefault) names.push_back(chosen[i].name);
+    return names;
+}
+
+const std::string& CLibraries::File(std::size_t ofChosen) const {
+    const Chosen& one = chosen[ofChosen];
+    return one.index ? known[*one.index].file : one.name;
+}
 
 CLibraries FindLibraries(const CSwitchWords& switches, std::chrono::seconds limit) {
     CLibraries libraries;
@@ -133,7 +145,7 @@ CLibraries FindLibraries(const CSwitchWords& switches, std::chrono::seconds limi
         libraries.known.push_back(Try(libraries.settings, file, limit));
     for (const std::string& name : switches.Libraries())
         libraries.chosen.push_back(
-            {name, IndexOf(libraries.known, name, [](const CLibrary& one) { return one.file; })});
+            {name, IndexOf(libraries.known, name, [](const CLibrary& one) { return one.file; }), false});
     if (libraries.chosen.empty() && !isUnattended) libraries.chosen.push_back(DefaultLibrary(libraries.settings, list));
     return libraries;
 }

@@ -24,12 +24,18 @@ struct CLibraries {
     std::string settings;         // path of basecall.ini; empty when there is none
     std::string listError;        // what is wrong with its list of libraries; empty for nothing
     std::vector<CLibrary> known;  // those that the program loads at its start
-    // One for each pass over a plate: what it was asked for by, and where it stands in `known`.
+    // One for each pass over a plate.
     struct Chosen {
-        std::string name;
-        std::optional<std::size_t> index;
+        std::string name;                  // what it was asked for by: a file, or the display name of the default one
+        std::optional<std::size_t> index;  // in `known`
+        bool isDefault = false;
     };
     std::vector<Chosen> chosen;
+
+    // What the program is to be asked for to run these of the chosen ones: files, or nothing for the default one.
+    std::vector<std::string> Names(const std::vector<std::size_t>& ofChosen) const;
+    // The file of a chosen one, or what it was asked for by when it is not known.
+    const std::string& File(std::size_t ofChosen) const;
 };
 
 // Finds and tries out the libraries of a run with `switches`; one that takes longer than `limit` to be loaded and

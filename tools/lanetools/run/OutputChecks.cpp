@@ -60,11 +60,11 @@ void CheckOutputsDiffer(const CRunPlan& plan, CFindings& findings) {
     for (const CPlannedOutput& output : plan.outputs) {
         const auto [owner, isNew] = outputs.emplace(output.path, &output);
         const CPlannedOutput& first = *owner->second;
-        const auto& chosen = plan.libraries.chosen;
         if (!isNew && (first.plate == output.plate || plan.plates[first.plate].name != plan.plates[output.plate].name))
             findings.Add(output.path, "the results of " + plan.plates[first.plate].given + " by " +
-                                          chosen[first.library].name + " and of " + plan.plates[output.plate].given +
-                                          " by " + chosen[output.library].name + " would both go there");
+                                          plan.libraries.File(first.library) + " and of " +
+                                          plan.plates[output.plate].given + " by " +
+                                          plan.libraries.File(output.library) + " would both go there");
     }
 }
 

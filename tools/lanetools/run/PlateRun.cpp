@@ -54,9 +54,7 @@ CPlateRun::CPlateRun(const CRunPlan& all, std::size_t index, CProgress& shown)
 
 // All its samples once more from the first one on, which a library that has not had its turn yet needs.
 CPlateRun::Start CPlateRun::WholePlate(std::vector<std::size_t> libraries) const {
-    std::vector<std::string> names;
-    for (const std::size_t library : libraries)
-        names.push_back(plan.libraries.chosen[library].name);
+    const std::vector<std::string> names = plan.libraries.Names(libraries);
     return {FurtherCommand(plan, plate, {}, names), std::move(libraries), plate.files, true};
 }
 
@@ -141,7 +139,7 @@ void CPlateRun::Conclude() {
     }
     const Start& start = starts.front();
     const std::string& file = start.files[(begun - 1) % start.files.size()];
-    const std::string& library = plan.libraries.chosen[start.libraries[(begun - 1) / start.files.size()]].name;
+    const std::string& library = plan.libraries.File(start.libraries[(begun - 1) / start.files.size()]);
     if (isCallOver) {
         Say(file + ": the program ended after its base call (" + accident + "); exported files may be missing");
         isIncomplete = true;
@@ -160,13 +158,13 @@ void CPlateRun::PlanTheRest() {
             WholePlate({start.libraries.begin() + static_cast<std::ptrdiff_t>(pass) + 1, start.libraries.end()}));
     // The last ones first, since each goes to the head.
     const std::vector<std::string> rest(start.files.begin() + static_cast<std::ptrdiff_t>(next), start.files.end());
-    const std::string& library = plan.libraries.chosen[start.libraries[pass]].name;
+    const std::vector<std::size_t> library{start.libraries[pass]};
     std::size_t parts = (rest.size() + mostSingleFiles - 1) / mostSingleFiles;
     while (parts-- > 0) {
         const auto first = rest.begin() + static_cast<std::ptrdiff_t>(parts * mostSingleFiles);
         const std::vector<std::string> files(first,
                                              first + std::min<std::ptrdiff_t>(mostSingleFiles, rest.end() - first));
-        starts.push_front({FurtherCommand(plan, plate, files, {library}), {start.libraries[pass]}, files, false});
+        starts.push_front({FurtherCommand(plan, plate, files, plan.libraries.Names(library)), library, files, false});
     }
 }
 
