@@ -12,7 +12,7 @@ using programtest::CountOf;
 using programtest::RunResult;
 
 // What a sample whose first channel begins with it has the library "fragile.so" do.
-inline constexpr std::uint32_t failing = 13, aborting = 101, killing = 102, leaving = 103, hanging = 104;
+inline constexpr std::uint32_t failing = 13, aborting = 101, killing = 102, leaving = 103, hanging = 104, dooming = 105;
 
 class RunTest : public programtest::ProgramTest {
   protected:

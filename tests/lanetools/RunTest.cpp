@@ -119,6 +119,15 @@ TEST_F(RunPlates, FurtherLibrariesHaveTheirTurn) {
     }
 }
 
+TEST_F(RunPlates, CrashAfterTheLastSampleCostsNone) {
+    MakePlate("plate", {{'f', dooming}});
+    const RunResult run = RunTool("plate -o out -- -FAP");
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(CountOf("plate: f.rsd: the program ended after its base call (SIGABRT)", run.errors), 1u) << run.errors;
+    EXPECT_EQ(CountOf("plate        6        0        0        0\n", run.errors), 1u) << run.errors;
+    EXPECT_EQ(CountOf(">", temp.Read("out/plate_FRA_QX1/FASTA/plate_FRA_QX1.seq")), 6u);
+}
+
 TEST_F(RunPlates, LibraryThatHangsCostsTheSample) {
     MakePlate("plate", {{'b', hanging}, {'f', hanging}});
     MakePlate("second", {});

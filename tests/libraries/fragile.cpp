@@ -13,10 +13,13 @@ static void Enter(std::string_view entry);
 #undef GetBaseCallerCod
 
 static void Enter(std::string_view entry) {
+    static bool isDoomed = false;
+    if (entry == "CleanUp" && isDoomed && channels.empty()) std::abort();  // as it is released
     if (entry != "ExecuteProcedure" || channels[0].empty()) return;
     if (channels[0][0] == 101) std::abort();
     if (channels[0][0] == 102) raise(SIGKILL);
     if (channels[0][0] == 103) std::exit(0);
+    if (channels[0][0] == 105) isDoomed = true;
     if (channels[0][0] == 104)
         while (true)
             pause();

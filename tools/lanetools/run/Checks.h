@@ -24,6 +24,7 @@ void CheckEntryPoints(const CRunPlan& plan, CFindings& findings);
 void CheckOutputsDiffer(const CRunPlan& plan, CFindings& findings);
 void CheckOutputIsOutside(const CRunPlan& plan, CFindings& findings);
 void CheckOutputIsWritable(const CRunPlan& plan, CFindings& findings);
+void CheckFastaIsWritable(const CRunPlan& plan, CFindings& findings);
 void CheckRoom(const CRunPlan& plan, CFindings& findings);
 void CheckStoredAreOurs(const CRunPlan& plan, CFindings& findings);
 void CheckStoredAreGood(const CRunPlan& plan, CFindings& findings);

@@ -10,10 +10,11 @@ namespace lanetools {
 namespace {
 
 constexpr Check checks[] = {
-    CheckPlatesAreThere, CheckNamesAreLiteral, CheckStemsDiffer,   CheckPlatesAreWritable, CheckInputIsOurs,
-    CheckSpelling,       CheckParameters,      CheckFastaFile,     CheckSettings,          CheckLibrariesAreListed,
-    CheckLibrariesLoad,  CheckEntryPoints,     CheckOutputsDiffer, CheckOutputIsOutside,   CheckOutputIsWritable,
-    CheckRoom,           CheckStoredAreOurs,   CheckStoredAreGood,
+    CheckPlatesAreThere, CheckNamesAreLiteral,    CheckStemsDiffer,      CheckPlatesAreWritable,
+    CheckInputIsOurs,    CheckSpelling,           CheckParameters,       CheckFastaFile,
+    CheckSettings,       CheckLibrariesAreListed, CheckLibrariesLoad,    CheckEntryPoints,
+    CheckOutputsDiffer,  CheckOutputIsOutside,    CheckOutputIsWritable, CheckFastaIsWritable,
+    CheckRoom,           CheckStoredAreOurs,      CheckStoredAreGood,
 };
 
 }  // namespace

@@ -26,6 +26,13 @@ std::string WhyNoFolder(const std::string& path) {
     return WhyNoFilesIn(Exists(path) ? path : fs::path(path).parent_path().string());
 }
 
+// Why the file at a path as the program takes it cannot be written; empty when it can.
+std::string WhyNoFile(const std::string& path) {
+    const auto native = platform::NativePath(path);
+    if (!native) return "there is no such drive";
+    return Exists(*native) ? WhyNotWritable(*native) : WhyNoFilesIn(fs::absolute(*native).parent_path().string());
+}
+
 bool IsWithin(const std::string& path, const std::string& folder) {
     return path == folder || path.starts_with(folder == "/" ? folder : folder + '/');
 }
@@ -79,22 +86,19 @@ void CheckOutputIsOutside(const CRunPlan& plan, CFindings& findings) {
 }
 
 void CheckOutputIsWritable(const CRunPlan& plan, CFindings& findings) {
-    std::string reason = WhyNoFolder(plan.output);
-    if (!reason.empty()) findings.Add(plan.output, "no results can be written there: " + reason);
-    if (reason.empty() && Exists(plan.output))
-        for (const CPlannedOutput& output : plan.outputs)
-            if (Exists(output.path) && !(reason = WhyNoFilesIn(output.path)).empty())
-                findings.Add(output.path, "no results can be written there: " + reason);
-    const std::string file = plan.switches.FastaFile();
-    if (file.empty()) return;
-    const auto path = platform::NativePath(file);
-    if (!path)
-        reason = "there is no such drive";
-    else if (Exists(*path))
-        reason = WhyNotWritable(*path);
-    else
-        reason = WhyNoFilesIn(fs::absolute(*path).parent_path().string());
-    if (!reason.empty()) findings.Add(file, "the file cannot be written: " + reason);
+    const std::string reason = WhyNoFolder(plan.output);
+    if (!reason.empty()) return findings.Add(plan.output, "no results can be written there: " + reason);
+    if (!Exists(plan.output)) return;
+    for (const CPlannedOutput& output : plan.outputs)
+        if (const std::string why = WhyNoFolder(output.path); !why.empty())
+            findings.Add(output.path, "no results can be written there: " + why);
+}
+
+void CheckFastaIsWritable(const CRunPlan& plan, CFindings& findings) {
+    for (const Switch id : {Switch::Fasta, Switch::FastaAppended})
+        for (const std::string& file : plan.switches.FilesOf(id))
+            if (const std::string reason = WhyNoFile(file); !reason.empty())
+                findings.Add(file, "the file cannot be written: " + reason);
 }
 
 // The program's own reckoning, for all plates together, or what the stored samples will take if that is more.

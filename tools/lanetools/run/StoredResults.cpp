@@ -7,6 +7,7 @@
 #include "lanetools/samples/RawPlate.h"
 #include "lanetools/samples/StoredSample.h"
 #include "lanetools/system/Interrupt.h"
+#include "lanetools/system/Progress.h"
 #include "lanetools/text/Utf8.h"
 
 namespace lanetools {
@@ -47,11 +48,16 @@ void LookAt(const CPlannedPlate& plate, const CPlannedOutput& output, const std:
 }  // namespace
 
 void LookAtStoredResults(CRunPlan& plan) {
+    std::size_t count = 0;
+    for (const CPlannedOutput& output : plan.outputs)
+        count += plan.plates[output.plate].files.size();
+    CProgress progress("stored results checked", count);
     for (const CPlannedOutput& output : plan.outputs) {
         const CPlannedPlate& plate = plan.plates[output.plate];
         for (const std::string& file : plate.files) {
             CheckInterrupt();
             LookAt(plate, output, file, plan);
+            progress.Step();
         }
     }
 }

@@ -25,7 +25,8 @@ void CheckSpelling(const CRunPlan& plan, CFindings& findings) {
     for (const CParsedSwitch& given : plan.switches.switches)
         for (const std::string& word : given.parameters)
             if (word.starts_with('-'))
-                findings.Add(word, "the program knows no such switch, and would take it as a parameter of " + given.name);
+                findings.Add(word,
+                             "the program knows no such switch, and would take it as a parameter of " + given.name);
 }
 
 void CheckParameters(const CRunPlan& plan, CFindings& findings) {
@@ -37,15 +38,17 @@ void CheckParameters(const CRunPlan& plan, CFindings& findings) {
                 findings.Add(given.parameters[i], given.name + " does not take it, and the program would leave it out");
         const bool isOrder = row->id == Switch::BaseOrder && !given.parameters.empty();
         if (isOrder && given.parameters.front().size() != 4)
-            findings.Add(given.parameters.front(), given.name + " takes four letters, and the program would leave it out");
+            findings.Add(given.parameters.front(),
+                         given.name + " takes four letters, and the program would leave it out");
     }
 }
 
 void CheckFastaFile(const CRunPlan& plan, CFindings& findings) {
-    const std::string file = plan.switches.FastaFile();
-    if (!file.empty() && plan.plates.size() > 1)
-        findings.Add(file, "-FA makes its file anew for each plate, so only the last one's records would be in it; "
-                           "-FA_ adds to the file, and -FAG makes one for the run");
+    if (plan.plates.size() < 2) return;
+    for (const std::string& file : plan.switches.FilesOf(Switch::Fasta))
+        findings.Add(file,
+                     "-FA makes its file anew for each plate, so only the last one's records would be in it; "
+                     "-FA_ adds to the file, and -FAG makes one for the run");
 }
 
 }  // namespace lanetools

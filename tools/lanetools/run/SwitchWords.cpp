@@ -54,11 +54,11 @@ std::vector<std::string> CSwitchWords::Libraries() const {
     return libraries;
 }
 
-std::string CSwitchWords::FastaFile() const {
-    std::string file;
+std::vector<std::string> CSwitchWords::FilesOf(Switch id) const {
+    std::vector<std::string> named;
     for (const CParsedSwitch& given : switches)
-        if (IsSwitch(given.name, Switch::Fasta) && HasParameter(given)) file = given.parameters.front();
-    return file;
+        if (IsSwitch(given.name, id) && HasParameter(given)) named.push_back(given.parameters.front());
+    return named;
 }
 
 std::size_t CSwitchWords::Operations() const {

@@ -18,8 +18,8 @@ class CSwitchWords : public CCommandLine {
     bool Has(Switch id) const;
     // The libraries that -BC names, with repeats, in the order of their passes; empty when the default one is to run.
     std::vector<std::string> Libraries() const;
-    // The file of the last -FA (not -FA_) that names one; empty for none.
-    std::string FastaFile() const;
+    // The first parameters of all switches of that name which have one.
+    std::vector<std::string> FilesOf(Switch id) const;
     // Operations on each sample, the base call counted once.
     std::size_t Operations() const;
 
