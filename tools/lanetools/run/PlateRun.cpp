@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "lanetools/text/Utf8.h"
+#include "records/Messages.h"
 
 namespace lanetools {
 
@@ -16,7 +18,17 @@ using std::chrono::steady_clock;
 
 constexpr std::size_t longestLine = 1 << 16;   // of a program that writes no line ends
 constexpr std::size_t mostSingleFiles = 1000;  // on one command line
-constexpr const char* leftInside = "lanewright: warning: the process was ended inside the library ";
+constexpr std::string_view mark("\0", 1);      // no message holds one
+
+std::string Until(const std::string& marked) {
+    return marked.substr(0, marked.find(mark));
+}
+
+// A warning of the program.
+bool IsAboutEndInside(const std::string& line) {
+    return line.starts_with("lanewright: warning: the library ") &&
+           line.find(" ended the process") != std::string::npos;
+}
 
 // Calls use(line) for each whole line of `pending` and the new `text`, without its line end, and keeps the rest in
 // `pending`.
@@ -85,7 +97,7 @@ void CPlateRun::ReadLine(const std::string& line) {
     if (begun < start.Samples()) {
         const std::string& next = start.files[begun % start.files.size()];
         // A text without a line end of its own may stand before it.
-        if (line.find("\tLoading " + next + "  " + plate.name + "  ") != std::string::npos) {
+        if (line.find(Until(FormatMessage(MessageId::Loading, {next, plate.name, mark}))) != std::string::npos) {
             ++begun;
             isCallOver = false;
             hasWorked = true;
@@ -96,12 +108,15 @@ void CPlateRun::ReadLine(const std::string& line) {
     }
     if (begun == 0) return;
     const std::string& file = start.files[(begun - 1) % start.files.size()];
-    isCallOver = isCallOver || line.starts_with("successfully basecalled " + file + " (proc. file name: ") ||
-                 line.starts_with("failed to basecall  " + file + "   with  ") || line.starts_with("skipped ");
+    const auto isAbout = [&](MessageId id, const std::string& first) {
+        return line.starts_with(Until(FormatMessage(id, {first + std::string(mark)})));
+    };
+    isCallOver = isCallOver || isAbout(MessageId::BaseCallSucceeded, file + ' ') ||
+                 isAbout(MessageId::BaseCallFailed, file + ' ') || isAbout(MessageId::Skipped, "");
 }
 
 void CPlateRun::ShowError(const std::string& line) {
-    hasLeft = hasLeft || line.starts_with(leftInside);
+    hasLeft = hasLeft || IsAboutEndInside(line);
     Say(line);
 }
 

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 constexpr std::chrono::seconds longestLoad{20};
 
 std::string FindProgram() {
-    const std::string path = platform::BesideProgram("lanewright");
+    const std::string path = platform::PathNextToProgram("lanewright");
     if (!IsProgram(path)) throw CRefused(path + ": there is no such program");
     return path;
 }

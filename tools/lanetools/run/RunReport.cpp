@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "lanetools/text/Utf8.h"
 
@@ -16,14 +17,14 @@ namespace fs = std::filesystem;
 // The output folders of a plate, also those that the program did not come to: their samples are missing.
 std::vector<COutputFolder> OutputsOf(const CRunPlan& plan, std::size_t plate) {
     std::error_code error;
-    std::vector<COutputFolder> outputs, found;
+    std::vector<COutputFolder> outputs;
     for (const CPlannedOutput& output : plan.outputs) {
         if (output.plate != plate) continue;
         const std::string name = fs::path(output.path).filename().string();
         COutputFolder folder{output.path, name, {}};
         if (fs::is_directory(output.path, error))
-            for (const COutputFolder& there : ListOutputs({output.path}))
-                if (there.path == output.path) folder = there;
+            for (COutputFolder& there : ListOutputs({output.path}))
+                if (there.path == fs::canonical(output.path)) folder.files = std::move(there.files);
         outputs.push_back(std::move(folder));
     }
     return outputs;
@@ -31,7 +32,7 @@ std::vector<COutputFolder> OutputsOf(const CRunPlan& plan, std::size_t plate) {
 
 CStateCounts CountPlate(const CRunPlan& plan, std::size_t index) {
     const CPlannedPlate& plate = plan.plates[index];
-    CRawPlate raw{plate.path, plate.name, {}};
+    CRawPlate raw{plate.path, plate.name, plate.name, {}};
     for (const std::string& file : plate.files)
         raw.files.push_back(plate.path + '/' + file);
     return CountStates(Summarize(OutputsOf(plan, index), {raw}));
