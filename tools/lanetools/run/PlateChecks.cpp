@@ -37,8 +37,7 @@ void CheckNamesAreLiteral(const CRunPlan& plan, CFindings& findings) {
                 findings.Add(plate.path + '/' + file,
                              "the program does not take a name with *, ?, \\ or a control character literally");
     }
-    if (plan.output.find('\\') != std::string::npos)
-        findings.Add(plan.output, "\\ separates folders to the program");
+    if (plan.output.find('\\') != std::string::npos) findings.Add(plan.output, "\\ separates folders to the program");
 }
 
 void CheckStemsDiffer(const CRunPlan& plan, CFindings& findings) {
