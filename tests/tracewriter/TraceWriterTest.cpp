@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <cerrno>
-#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -13,7 +12,6 @@
 #include "support/PlainUser.h"
 #include "support/TempFolder.h"
 #include "tracewriter/ClassTable.h"
-#include "tracewriter/IAbdQualities.h"
 #include "tracewriter/IAbdWriter.h"
 #include "tracewriter/IScfSamples.h"
 #include "tracewriter/IScfWriter.h"
@@ -119,30 +117,6 @@ TEST_F(TraceWriterTest, AbifStoresEveryForm) {
     EXPECT_EQ(tags["LANE1"].Shorts(), std::vector<int>{-2});
     EXPECT_EQ(tags["DATA101"].Shorts(), (std::vector<int>{1, -1, 300}));
     EXPECT_EQ(tags["PCON1"].data, (std::string{0, 3, 10, 20, 40}));
-}
-
-TEST_F(TraceWriterTest, ExactQualitiesOfOneFile) {
-    const CInstance<IAbdWriter> writer;
-    const CInstance<IScfWriter> other;
-    EXPECT_EQ(other.Find<IAbdQualities>(), nullptr);
-    auto* qualities = writer.Find<IAbdQualities>();
-    ASSERT_NE(qualities, nullptr);
-    const std::vector<float> exact{-1, NAN, 1e-30f, 50, 99, 99.99f, 99.99999f, 100, INFINITY};
-    EXPECT_EQ(qualities->SetQualities(exact), E_UNEXPECTED);
-    const auto pcon = [&](std::size_t handedOver) {
-        std::int32_t opened = 0, status = 0;
-        EXPECT_EQ(writer->OpenFile(folder + "/a.abd", 0, opened), S_OK);
-        if (handedOver > 0) {
-            EXPECT_EQ(qualities->SetQualities(std::span(exact).first(handedOver)), S_OK);
-        }
-        EXPECT_EQ(writer->AddTag("QVAL", 1, Shorts({-1, 0, 0, 50, 99, 99, 99, 100, 0})), S_OK);
-        EXPECT_EQ(writer->CloseFile(status), S_OK);
-        return ReadAbif(folder + "/a.abd")["PCON1"].data;
-    };
-    EXPECT_EQ(pcon(exact.size()), (std::string{0, 0, 0, 3, 20, 40, 71, 93, 93}));
-    // Qualities of another file, or of other bases, are none of this one.
-    for (const std::size_t handedOver : {0, 8})
-        EXPECT_EQ(pcon(handedOver), (std::string{0, 0, 0, 3, 20, 20, 20, 40, 0}));
 }
 
 TEST_F(TraceWriterTest, FileAppearsWholeOrNotAtAll) {
