@@ -23,7 +23,7 @@ What must hold after it:
     that was not killed leaves nothing else; and an undisturbed run afterwards completes everything, reports nothing odd and
     leaves nothing else either.
 
-A half write is not held against basecall.log and common FASTA files, to which one write adds: the system completes it.
+A half write may tear basecall.log and common FASTA files, to which one write adds: the system completes a write.
 """
 
 import argparse

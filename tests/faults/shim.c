@@ -1,4 +1,4 @@
-// Loaded before the C library (LD_PRELOAD), this makes one chosen call of a program go wrong. break.py says which one
+// Loaded before the C library (LD_PRELOAD), this makes one chosen call of a program go wrong. break.py chooses it
 // and judges what the program makes of it.
 //
 //   FAULT_KIND=NUMBER      a system call fails with this errno value

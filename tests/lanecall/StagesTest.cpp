@@ -66,7 +66,7 @@ TEST(LanecallStages, ALevelThatDropsTenfoldIsFollowedToTheEndOfTheSignal) {
 }
 
 TEST(LanecallStages, TheDyesOfTheUsualKitAreKnown) {
-    // T more than a whole spacing after G: the angles of their rhythms alone do not say by how many spacings.
+    // T more than a whole spacing after G: the angles of their rhythms alone do not show by how many spacings.
     std::string truth;
     const TestChannels read =
         SyntheticRead({.bases = 300, .spacing = 13, .shifts = {0.6, 0.3, 6.0, -6.9}, .noise = 10}, &truth);

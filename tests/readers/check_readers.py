@@ -180,7 +180,7 @@ def check_abd(path, raw, called, work):
         if called:
             expect("Biopython DATA%d" % (number + 9), list(tags["DATA%d" % (number + 9)]), curves[letter])
 
-    # io_lib looks for processed curves unless it is told not to, and shows the N of this format as a dash.
+    # io_lib looks for processed curves unless an option names others, and shows the N of this format as a dash.
     dashed = sample.letters.replace("N", "-")
     seen = converted(path, work, *([] if called else ["-abi_data", "1,2,3,4"]))
     expect("convert_trace letters", seen[0], dashed)

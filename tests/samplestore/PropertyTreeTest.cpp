@@ -108,7 +108,7 @@ TEST(PropertyTree, StoresInAnyOrder) {
     }
 }
 
-// However little room there is: nothing is written behind the limit, and what stood there can still be found.
+// However little room there is: nothing is written beyond the limit, and what stood there can still be found.
 TEST(PropertyTree, LackOfRoomLeavesASoundTree) {
     for (std::size_t size = 12; size < 60; ++size) {
         Tree tree(size);

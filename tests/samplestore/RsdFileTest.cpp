@@ -86,7 +86,7 @@ TEST_F(RsdFile, UnknownBytesAndKeysSurvive) {
     const std::size_t kept[] = {462, 495, 496, 504, 567, 592, 624, 627};
     for (const std::size_t at : kept)
         bytes[bytes.size() - trailerSize + at] = 0x5A;
-    // A key of another program, in place of one of ours.
+    // A key of another program, instead of one of ours.
     const std::string ours = "MACHINE ID", theirs = "Machine no";
     auto found = std::search(bytes.begin(), bytes.end(), ours.begin(), ours.end());
     ASSERT_NE(found, bytes.end());

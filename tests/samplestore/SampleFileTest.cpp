@@ -27,7 +27,7 @@ class SampleFile : public SampleTest {
         const Bytes bytes = ReadBytes(Path("basecall.log"));
         return std::string(bytes.begin(), bytes.end());
     }
-    // The log behind the loading line.
+    // The log after the loading line.
     std::string LogAfterLoading() const {
         const std::string log = Log();
         return log.substr(log.find("\r\n") + 2);

@@ -188,7 +188,7 @@ TEST_F(Troubles, CrossTalkMayBeLeftUnknown) {
 TEST_F(Troubles, HardWellsDifferAndTheSameSeedGivesTheSameWells) {
     ASSERT_EQ(Run(SAMPLEGEN_PROGRAM " a --hard -w 14 -s 6"), 0);
     ASSERT_EQ(Run(SAMPLEGEN_PROGRAM " b --hard -w 97 -s 6"), 0);
-    // A well is the same on a plate of another size, but for what its file says of the plate.
+    // A well is the same on a plate of another size, except for the description of the plate.
     for (const std::string well : {"A05", "B02"}) {
         sampletest::ReadBack(Path("a/synth" + well + ".rsd"), info, scans);
         const std::size_t size = scans.size() * scanRecordSize;

@@ -1,4 +1,4 @@
-// The trace writer by itself: what it is handed and what lies on disk afterwards.
+// The trace writer by itself: what it is given and what is on disk afterwards.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -126,7 +126,7 @@ TEST_F(TraceWriterTest, FileAppearsWholeOrNotAtAll) {
         ASSERT_EQ(writer->OpenFile(folder + "/a.abd", 0, opened), S_OK);
         EXPECT_FALSE(std::filesystem::exists(folder + "/a.abd"));
     }
-    EXPECT_EQ(FilesInFolder(), 0u) << "an export that ends early leaves something behind";
+    EXPECT_EQ(FilesInFolder(), 0u) << "an export that ends early leaves a file";
 
     ASSERT_EQ(WriteSmallAbd(folder + "/a.abd"), S_OK);
     // A disk that fills while a file of that name is replaced.
