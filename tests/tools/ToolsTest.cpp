@@ -57,17 +57,22 @@ TEST_F(Tools, FormsOfFilesAndTheSameSeed) {
     }
 }
 
-// Measurements on plain plates are compared over years.
-TEST_F(Tools, PlainPlatesStayWhatTheyWere) {
-    ASSERT_EQ(Run(SAMPLEGEN_PROGRAM " p -w 2 -b 700"), 0);
-    std::uint64_t hash = 0xcbf29ce484222325u;  // FNV-1a
-    for (const char* file : {"p/synthA01.rsd", "p/synthA02.rsd", "p/truth.fasta", "p/dyeMethod1.ini"})
-        for (const std::uint8_t byte : sampletest::ReadBytes(Path(file)))
-            hash = (hash ^ byte) * 0x100000001b3u;
-    EXPECT_EQ(hash, 0x5df76d8bde8918a6u);
+// Measurements on plates are compared over years. What the rhythm and the dye shifts of hard plates are was measured on
+// real runs; whoever changes them knows it from here.
+TEST_F(Tools, PlatesStayWhatTheyWere) {
+    const auto hash = [&](const std::string& options) {
+        EXPECT_EQ(Run(SAMPLEGEN_PROGRAM " p " + options), 0) << temp.Read("printed");
+        std::uint64_t value = 0xcbf29ce484222325u;  // FNV-1a
+        for (const char* file : {"p/synthA01.rsd", "p/synthA02.rsd", "p/truth.fasta", "p/dyeMethod1.ini"})
+            for (const std::uint8_t byte : sampletest::ReadBytes(Path(file)))
+                value = (value ^ byte) * 0x100000001b3u;
+        return value;
+    };
+    EXPECT_EQ(hash("-w 2 -b 700"), 0x5df76d8bde8918a6u);
+    EXPECT_EQ(hash("-w 2 -b 700 -s 5 --hard"), 0xdff6665d4d62b7dfu);
 }
 
-TEST_F(Tools, CallsAreHeldAgainstTheTruth) {
+TEST_F(Tools, CallsAreComparedWithTheTruth) {
     temp.Write("t/truth.fasta",
                ">p1A01 20 bases\nACGTTGCAAC\nCATGGATCCT\n>p1A02\nGATTACAGATTACA\n>p1A03\nACRTYGNKAC\n");
     // A junk head and tail, a substitution, an insertion and a deletion; then one whose ends were not called.

@@ -1,7 +1,6 @@
 // The troubles that samplegen gives to reads, seen in the samples that it writes.
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <map>
 #include <utility>
 
@@ -32,66 +31,9 @@ class Troubles : public toolstest::ToolsTest {
         return bases;
     }
 
-    // Scans of the tops of each letter's channel, parabolas through them, in an easy read without cross-talk.
-    std::map<char, Values> Tops(const std::string& options) {
-        constexpr double start = 2500, least = 150;  // past the primers' peak; above the background
-        const auto channels = Channels("--decay 10000 --widening 0 --cross-talk 0 " + options);
-        std::map<char, Values> tops;
-        for (std::size_t c = 0; c < 4; ++c) {
-            const Values& y = channels[c];
-            for (auto s = static_cast<std::size_t>(start); s + 1 < y.size(); ++s)
-                if (y[s] > y.back() + least && y[s] > y[s - 1] && y[s] >= y[s + 1])
-                    tops[info.channelBase[c][0]].push_back(
-                        static_cast<double>(s) + (y[s + 1] - y[s - 1]) / 2 / (2 * y[s] - y[s - 1] - y[s + 1]));
-        }
-        return tops;
-    }
-
     CSampleInfo info;
     std::vector<ScanRecord> scans;
 };
-
-double Median(Values values) {
-    const auto middle = values.begin() + std::ssize(values) / 2;
-    std::nth_element(values.begin(), middle, values.end());
-    return values.empty() ? std::nan("") : *middle;
-}
-
-TEST_F(Troubles, RhythmAndDyesAreThoseOfRealRuns) {
-    const std::string options = "-s 3 -b 700 -r 3 --real-spacing 4 --dye-shifts ";
-    const auto unshifted = Tops(options + "none");
-    const std::string truth = Truth();
-    Values all;
-    for (const auto& [letter, tops] : unshifted)
-        all.insert(all.end(), tops.begin(), tops.end());
-    std::sort(all.begin(), all.end());
-    ASSERT_EQ(all.size(), 700u);
-    const std::map<std::size_t, double> spacings = {{30, 11.4}, {75, 12.7}, {220, 14.3}, {400, 14.9}, {600, 14.3}};
-    for (const auto& [base, spacing] : spacings)
-        EXPECT_NEAR((all[base + 15] - all[base - 15]) / 30 / 4, spacing, 0.2) << base;
-
-    // Scans at the bases 60 to 90 and 350 to 450; the same peaks with and without shifts are compared.
-    const std::map<std::string, std::map<char, std::array<double, 2>>> known = {
-        {"common", {{'G', {-7.2, -5.9}}, {'T', {7.0, 5.0}}, {'A', {0.7, 0.3}}, {'C', {0.0, 0.6}}}},
-        {"early", {{'G', {-6.6, -3.9}}, {'C', {3.2, 2.0}}, {'A', {1.3, 0.7}}, {'T', {1.1, 1.1}}}}};
-    for (const auto& [chemistry, letters] : known) {
-        const auto shifted = Tops(options + chemistry);
-        for (const auto& [letter, shifts] : letters) {
-            const auto count = static_cast<std::size_t>(std::count(truth.begin(), truth.end(), letter));
-            ASSERT_EQ(shifted.at(letter).size(), count) << chemistry << letter;
-            Values early, late;
-            for (std::size_t i = 0, k = 0; i < truth.size(); ++i) {
-                if (truth[i] != letter) continue;
-                const double shift = (shifted.at(letter)[k] - unshifted.at(letter)[k]) / 4;
-                ++k;
-                if (i >= 60 && i < 90) early.push_back(shift);
-                if (i >= 350 && i < 450) late.push_back(shift);
-            }
-            EXPECT_NEAR(Median(early), shifts[0], 0.3) << chemistry << letter;
-            EXPECT_NEAR(Median(late), shifts[1], 0.3) << chemistry << letter;
-        }
-    }
-}
 
 TEST_F(Troubles, SpikesShowInAllChannelsAndBlobsInOne) {
     // How long each stretch is that the trouble adds to, and in how many channels.
@@ -165,15 +107,6 @@ TEST_F(Troubles, MixedSitesStandInTheTruthAsCodes) {
         ASSERT_NE(codes.at(mixed[i]).find(plain[i]), std::string::npos) << i << ": " << mixed[i];
     }
     EXPECT_NEAR(sites, 100, 30);
-    // Both letters of a site show, all but a few as a top of their own.
-    const auto tops = Tops("-b 100 --mixed-from 1 --mixed-every 1 --mixed-part 0.5 --dye-shifts none --real-spacing 4");
-    const std::string all = Truth();
-    for (const char letter : {'A', 'C', 'G', 'T'}) {
-        const auto with = std::count_if(all.begin(), all.end(), [&](char code) {
-            return codes.contains(code) && codes.at(code).find(letter) != std::string::npos;
-        });
-        EXPECT_NEAR(static_cast<double>(tops.at(letter).size()), static_cast<double>(with), 3) << letter;
-    }
 }
 
 TEST_F(Troubles, CrossTalkMayBeLeftUnknown) {
