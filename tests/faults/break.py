@@ -298,7 +298,11 @@ class Judge:
             lines = (one.output + one.errors + since).replace("\r", "").split("\n")
             return collections.Counter(line for line in lines if FAILURE.search(line))
 
-        lines = {LOG: lambda state: collections.Counter((state.get(LOG) or b"").split(b"\r\n")), MARKUP: entries_of}
+        def lines_of(state):  # a sample may be called again instead of found
+            lines = re.sub(rb"(The processed file \S+ already exists|skipped out/\S+)[.]?\r\n", b"", state.get(LOG) or b"")
+            return collections.Counter(lines.split(b"\r\n"))
+
+        lines = {LOG: lines_of, MARKUP: entries_of}
         missing = [name for name in self.wanted if name != FORMER and name not in lines
                    and after.get(name) not in (self.bench.forms[name] if name not in COMMON else [self.wanted[name]])
                    and name not in [OUTPUT + sample + ".fsd" for sample in self.failed]]  # the logs report these
