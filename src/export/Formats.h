@@ -37,7 +37,7 @@ constexpr std::int32_t SectionOf(Format format) {
     return firstSection + sectionsEach * static_cast<std::int32_t>(format);
 }
 
-// False, after a warning, when a file at `path` would take the place of a sample of the input.
+// False, after a warning, if writing a file to `path` would replace a sample of the input.
 bool IsTargetFree(const CSampleFile& sample, const std::string& path);
 // Records in the plate's log and in its log.xml that a file of the sample was written.
-void Exported(const CSampleFile& sample, Format format, const std::string& path);
+void RecordOutput(const CSampleFile& sample, Format format, const std::string& path);
