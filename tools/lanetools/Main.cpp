@@ -56,7 +56,8 @@ int main(int argc, char** argv) {
     tools.require_subcommand(1);
     tools.formatter(std::make_shared<commandline::CHelpFormatter>());
     const std::vector<CSubcommand> subcommands{lanetools::AddImport(tools), lanetools::AddRun(tools),
-                                               lanetools::AddSummary(tools), lanetools::AddExport(tools)};
+                                               lanetools::AddSummary(tools), lanetools::AddExport(tools),
+                                               lanetools::AddReport(tools)};
     for (const CSubcommand& subcommand : subcommands)
         subcommand.app->set_version_flag("--version", "lanetools " LANEWRIGHT_VERSION);
     try {

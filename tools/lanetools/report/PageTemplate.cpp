@@ -1,0 +1,4 @@
+#include "lanetools/report/PlatePage.h"
+namespace lanetools {
+const std::string_view pageTemplate = "<html><!-- plate --></html>";
+}
