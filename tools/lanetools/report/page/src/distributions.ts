@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+// The plate's distributions, as pictures that print.
+
+import type { Plate } from "./data.ts";
+import { make, makeSvg } from "./dom.ts";
+import { figure, median } from "./measures.ts";
+import { placeOf } from "./wells.ts";
+
+const [width, height, left, bottom, top] = [360, 190, 40, 32, 8];
+const [innerWidth, innerHeight] = [width - left - 8, height - bottom - top];
+
+interface Axis {
+  title: string;
+  highest: number;
+}
+
+/** A round number at or above `value`: 1, 2 or 5 times a power of ten. */
+export function roundUp(value: number): number {
+  if (value <= 0) return 1;
+  const power = 10 ** Math.floor(Math.log10(value));
+  return power * [1, 2, 5, 10].find((step) => step * power >= value)!;
+}
+
+const y = (value: number, highest: number) => top + innerHeight * (1 - Math.min(value / highest, 1));
+
+/** Axes with a title each; `marks` go along x as [share of the width, text]. */
+function frame(title: string, xTitle: string, yAxis: Axis, marks: [number, string][], ...content: Node[]): HTMLElement {
+  const text = (at: [number, number], words: string, anchor: string) =>
+    makeSvg("text", { x: at[0], y: at[1], "text-anchor": anchor }, words);
+  const ticks = [0, yAxis.highest / 2, yAxis.highest];
+  const picture = makeSvg(
+    "svg",
+    { viewBox: `0 0 ${width} ${height}`, role: "img", "aria-label": title },
+    ...ticks.map((tick) =>
+      makeSvg("line", { class: "rule", x1: left, x2: width - 8, y1: y(tick, yAxis.highest), y2: y(tick, yAxis.highest) }),
+    ),
+    ...ticks.map((tick) => text([left - 4, y(tick, yAxis.highest) + 4], figure(tick), "end")),
+    ...marks.map(([share, words]) => text([left + share * innerWidth, height - bottom + 14], words, "middle")),
+    ...content,
+    text([left + innerWidth / 2, height - 4], xTitle, "middle"),
+  );
+  return make("figure", {}, make("figcaption", {}, `${title} (${yAxis.title})`), picture);
+}
+
+function bars(values: number[], highest: number): Node[] {
+  const step = innerWidth / Math.max(values.length, 1);
+  return values.map((value, i) =>
+    makeSvg(
+      "rect",
+      { class: "bar", x: left + i * step + 1, width: Math.max(step - 2, 1), y: y(value, highest), height: innerHeight + top - y(value, highest) },
+      makeSvg("title", {}, figure(value)),
+    ),
+  );
+}
+
+/** Counts of values per `step`, from 0. */
+export function histogram(values: number[], step: number): number[] {
+  const counts: number[] = new Array(Math.floor(Math.max(0, ...values) / step) + 1).fill(0);
+  for (const value of values) counts[Math.floor(value / step)]! += 1;
+  return counts;
+}
+
+function readLengths(plate: Plate): HTMLElement {
+  const step = 50;
+  const counts = histogram(plate.samples.flatMap((sample) => sample.crl ?? []), step);
+  const highest = roundUp(Math.max(...counts));
+  const every = Math.ceil(counts.length / 6);
+  const marks = counts.flatMap((_, i): [number, string][] => (i % every === 0 ? [[i / counts.length, String(i * step)]] : []));
+  return frame("Contiguous read lengths", "bases", { title: "wells", highest }, marks, ...bars(counts, highest));
+}
+
+function qualities(plate: Plate): HTMLElement {
+  const { step, low, median: middle, high } = plate.quality_by_position;
+  const highest = 50;
+  const x = (i: number) => left + ((i + 0.5) / Math.max(middle.length, 1)) * innerWidth;
+  const path = (values: number[]) => values.map((value, i) => `${x(i).toFixed(1)},${y(value, highest).toFixed(1)}`);
+  const every = Math.max(1, Math.ceil(middle.length / 6));
+  const marks = middle.flatMap((_, i): [number, string][] => (i % every === 0 ? [[i / middle.length, String(i * step + 1)]] : []));
+  return frame(
+    "Quality along the read: median and quartiles", "base", { title: "Phred", highest }, marks,
+    makeSvg("polygon", { class: "band", points: [...path(low), ...path(high).reverse()].join(" ") }),
+    makeSvg("polyline", { class: "curve", points: path(middle).join(" ") }),
+  );
+}
+
+function signals(plate: Plate, title: string, count: number, nameOf: (i: number) => string, lineOf: (well: string | null) => number | undefined): HTMLElement {
+  const medians = Array.from({ length: count }, (_, i) => {
+    const line = plate.samples.filter((sample) => lineOf(sample.well) === i);
+    return median(line.flatMap((sample) => sample.signal ?? [])) ?? 0;
+  });
+  const highest = roundUp(Math.max(...medians));
+  const every = Math.ceil(count / 16);
+  const marks = medians.flatMap((_, i): [number, string][] => (i % every === 0 ? [[(i + 0.5) / count, nameOf(i)]] : []));
+  return frame(title, title.endsWith("row") ? "row" : "column", { title: "median", highest }, marks, ...bars(medians, highest));
+}
+
+export function distributions(plate: Plate): HTMLElement {
+  const pictures = [readLengths(plate), qualities(plate)];
+  if (plate.samples.some((sample) => sample.signal !== null)) {
+    pictures.push(
+      signals(plate, "Signal by row", plate.rows, (i) => String.fromCharCode(65 + i), (well) => placeOf(well)?.row),
+      signals(plate, "Signal by column", plate.columns, (i) => String(i + 1), (well) => placeOf(well)?.column),
+    );
+  }
+  return make("section", { class: "distributions", "aria-label": "Distributions" }, make("h2", {}, "Distributions"), ...pictures);
+}

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+// The plate at a glance: a grid of wells, coloured by a measure.
+
+import { inkOn, scaleColour } from "./colours.ts";
+import type { Plate, Sample } from "./data.ts";
+import { make } from "./dom.ts";
+import { figure, measures, valuesOf, type Measure } from "./measures.ts";
+import { wellName, type Layout } from "./wells.ts";
+
+/** Lowest and highest value of the scale. From 0, so that a plate of equal wells is not stretched into contrasts. */
+function rangeOf(plate: Plate, measure: Measure): [number, number] {
+  return [0, Math.max(1, ...valuesOf(plate.samples, measure))];
+}
+
+/** "A01, name, called, Contiguous read length 612" */
+function accessibleName(well: string, sample: Sample | undefined, measure: Measure): string {
+  if (!sample) return `${well}, empty`;
+  const value = figure(measure.of(sample));
+  return [well, sample.sample ?? sample.file, sample.state, sample.reason, value && `${measure.name} ${value}`]
+    .filter(Boolean)
+    .join(", ");
+}
+
+export class PlateMap {
+  readonly element: HTMLElement;
+  private readonly cells = new Map<string, HTMLElement>();
+  private readonly scale = make("div", { class: "scale" });
+
+  /** `open` is called with a sample when its well is clicked, or on Enter. */
+  constructor(
+    private readonly plate: Plate,
+    private readonly layout: Layout,
+    private readonly open: (sample: Sample) => void,
+  ) {
+    const select = make("select", { id: "measure" }, ...measures.map((one) => make("option", {}, one.name)));
+    select.addEventListener("change", () => this.show(measures[select.selectedIndex]!));
+    this.element = make(
+      "section",
+      { class: "map", "aria-label": "Plate map" },
+      make("div", { class: "controls" }, make("label", { for: "measure" }, "Colour by "), select, this.scale),
+      this.grid(),
+    );
+    this.show(measures[0]!);
+  }
+
+  private grid(): HTMLElement {
+    const { rows, columns } = this.plate;
+    const grid = make("div", { role: "grid", "aria-label": "Wells", class: columns > 12 ? "wells dense" : "wells" });
+    grid.style.setProperty("--columns", String(columns));
+    const numbers = Array.from({ length: columns }, (_, i) => make("div", { role: "columnheader" }, String(i + 1)));
+    grid.append(make("div", { role: "row" }, make("div", { role: "columnheader" }), ...numbers));
+    for (let row = 0; row < rows; ++row) {
+      const letter = String.fromCharCode(65 + row);
+      const cells = Array.from({ length: columns }, (_, column) => this.cell(wellName({ row, column })));
+      grid.append(make("div", { role: "row" }, make("div", { role: "rowheader" }, letter), ...cells));
+    }
+    [...this.cells.values()][0]?.setAttribute("tabindex", "0");
+    grid.addEventListener("keydown", (event) => this.onKey(event));
+    return grid;
+  }
+
+  private cell(well: string): HTMLElement {
+    const sample = this.layout.wells.get(well);
+    const cell = make("div", {
+      role: "gridcell",
+      tabindex: -1,
+      "data-well": well,
+      class: `well ${sample?.state ?? "empty"}`,
+    });
+    cell.addEventListener("click", () => {
+      this.focus(cell);
+      if (sample) this.open(sample);
+    });
+    this.cells.set(well, cell);
+    return cell;
+  }
+
+  /** One well at a time is in the order of the Tab key. */
+  private focus(cell: HTMLElement): void {
+    for (const other of this.cells.values()) other.setAttribute("tabindex", "-1");
+    cell.setAttribute("tabindex", "0");
+    cell.focus();
+  }
+
+  private onKey(event: KeyboardEvent): void {
+    const names = [...this.cells.keys()];
+    const at = names.indexOf((event.target as HTMLElement).dataset["well"] ?? "");
+    if (at < 0) return;
+    const { columns, rows } = this.plate;
+    const [row, column] = [Math.floor(at / columns), at % columns];
+    const moves: Record<string, [number, number]> = {
+      ArrowLeft: [row, column - 1],
+      ArrowRight: [row, column + 1],
+      ArrowUp: [row - 1, column],
+      ArrowDown: [row + 1, column],
+      Home: [row, 0],
+      End: [row, columns - 1],
+    };
+    const move = moves[event.key];
+    if (move) {
+      const clamp = (value: number, count: number) => Math.min(Math.max(value, 0), count - 1);
+      this.focus(this.cells.get(names[clamp(move[0], rows) * columns + clamp(move[1], columns)]!)!);
+    } else if (event.key === "Enter" || event.key === " ") {
+      const sample = this.layout.wells.get(names[at]!);
+      if (sample) this.open(sample);
+    } else {
+      return;
+    }
+    event.preventDefault();
+  }
+
+  private show(measure: Measure): void {
+    const [low, high] = rangeOf(this.plate, measure);
+    for (const [well, cell] of this.cells) {
+      const sample = this.layout.wells.get(well);
+      const value = sample ? measure.of(sample) : null;
+      cell.textContent = figure(value);
+      cell.setAttribute("aria-label", accessibleName(well, sample, measure));
+      cell.title = cell.getAttribute("aria-label")!;
+      const share = value === null ? null : (value - low) / (high - low);
+      cell.style.backgroundColor = share === null ? "" : scaleColour(share);
+      cell.style.color = share === null ? "" : inkOn(share);
+    }
+    this.showScale(low, high);
+  }
+
+  private showScale(low: number, high: number): void {
+    const shares = Array.from({ length: 24 }, (_, i) => i / 23);
+    const steps = shares.map((share) => {
+      const step = make("i");
+      step.style.backgroundColor = scaleColour(share);
+      return step;
+    });
+    this.scale.replaceChildren(
+      make("span", {}, figure(low)),
+      make("span", { class: "bar", "aria-hidden": "true" }, ...steps),
+      make("span", {}, figure(high)),
+      make("span", { class: "key failed" }),
+      "failed",
+      make("span", { class: "key damaged" }),
+      "damaged",
+      make("span", { class: "key missing" }),
+      "missing",
+    );
+  }
+}
