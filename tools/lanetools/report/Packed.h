@@ -9,8 +9,8 @@
 
 namespace lanetools {
 
-// Appends `values` at 8 bits, each as the difference to the one before it (modulo 256): 255 stands for `top` and above,
-// 0 for 0 and below. A value may be off by 1.5 of 255. Anything becomes 0 when `top` is not above 0.
+// Appends `values` at 8 bits, each as the difference to the one before it (modulo 256): 254 stands for `top` and above,
+// 0 for 0 and below. A value may be off by 1.5. Anything becomes 0 when `top` is not above 0.
 void AppendCurve(std::vector<std::uint8_t>& bytes, std::span<const float> values, float top);
 
 // The bytes compressed by zlib, in base64. The same bytes give the same text. Throws std::runtime_error without memory.

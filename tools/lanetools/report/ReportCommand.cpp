@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "lanetools/samples/Summarize.h"
 #include "lanetools/text/SafeName.h"
 #include "platform/AtomicFile.h"
+#include "samplestore/SampleFile.h"
 
 namespace lanetools {
 
@@ -59,10 +61,20 @@ std::string PageName(const std::string& folder, std::set<std::string>& used) {
     return unique + ".html";
 }
 
+// Refuses a target that cannot be written before any time is spent.
+void CheckTarget(const std::string& target) {
+    if (fs::is_directory(target)) return;
+    if (HasSampleExtension(target) || fs::path(target).extension() == ".fsd")
+        throw CRefused(target + ": is named as a sample file and is not written to");
+    platform::AtomicFile file;
+    if (const auto error = file.Open(target)) throw CRefused(target + ": " + error.Text());
+}
+
 ExitCode Report(const CReportOptions& options) {
-    const bool isFolder = fs::is_directory(options.target);
     const auto rawPlates = options.raw.empty() ? std::vector<CRawPlate>() : FindRawPlates(options.raw);
     const auto outputs = rawPlates.empty() ? FindOutputs(options.outputs) : ListOutputs(options.outputs);
+    CheckTarget(options.target);
+    const bool isFolder = fs::is_directory(options.target);
     const auto plates = GroupByPlate(Summarize(outputs, rawPlates));
     if (plates.empty()) throw CRefused(options.outputs.front() + ": there is no sample in it");
     if (plates.size() == 1 && !isFolder) {
@@ -70,7 +82,7 @@ ExitCode Report(const CReportOptions& options) {
         return ExitCode::Done;
     }
     std::error_code error;
-    if (!isFolder && (fs::exists(options.target) || !fs::create_directories(options.target, error)))
+    if (!isFolder && (fs::exists(options.target) || !fs::create_directory(options.target, error)))
         throw CRefused(options.target + ": several plates need a folder, which cannot be made here");
     std::set<std::string> used;
     for (const CPlateRows& plate : plates)

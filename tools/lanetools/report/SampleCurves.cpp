@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "lanetools/report/Packed.h"
@@ -49,30 +50,49 @@ float HighestAt(const Curves& curves, std::size_t scan) {
     return highest;
 }
 
-// The value that fills the height: above nearly all peaks. A dye blob or a spike above it is cut, and does not press
-// the read flat.
-float Top(const Curves& curves, std::span<const std::int32_t> positions, std::int32_t start) {
+// `room` times the value that only 2 % of `values` exceed, but not above the highest of them. A dye blob or a spike is
+// cut there, so that it does not press the read flat.
+float UsualTop(std::vector<float> values, float room) {
+    if (values.empty()) return 0;
+    const float highest = *std::max_element(values.begin(), values.end());
+    const auto usual = values.begin() + static_cast<std::ptrdiff_t>((values.size() - 1) * 98 / 100);
+    std::nth_element(values.begin(), usual, values.end());
+    return *usual > 0 ? std::min(highest, *usual * room) : highest;
+}
+
+// The value that fills the height: above nearly all peaks.
+float TraceTop(const Curves& curves, std::span<const std::int32_t> positions, std::int32_t start) {
     const std::size_t scans = curves[0].size();
-    float highest = 0;
-    for (std::size_t scan = 0; scan < scans; ++scan)
-        highest = std::max(highest, HighestAt(curves, scan));
     std::vector<float> peaks;
     for (const std::int32_t position : positions) {
         const std::int64_t scan = std::int64_t{position} - start;
         if (scan >= 0 && scan < static_cast<std::int64_t>(scans))
             peaks.push_back(HighestAt(curves, static_cast<std::size_t>(scan)));
     }
-    if (peaks.empty()) return highest;
-    const auto high = peaks.begin() + static_cast<std::ptrdiff_t>((peaks.size() - 1) * 98 / 100);
-    std::nth_element(peaks.begin(), high, peaks.end());
-    constexpr float room = 1.5f;
-    return *high > 0 ? std::min(highest, *high * room) : highest;
+    if (!peaks.empty()) return UsualTop(std::move(peaks), 1.5f);
+    float highest = 0;
+    for (std::size_t scan = 0; scan < scans; ++scan)
+        highest = std::max(highest, HighestAt(curves, scan));
+    return highest;
 }
 
-void AppendPosition(std::vector<std::uint8_t>& bytes, std::int64_t difference) {
-    const auto word = static_cast<std::uint32_t>(difference);
-    for (int shift = 0; shift < 32; shift += 8)
-        bytes.push_back(static_cast<std::uint8_t>(word >> shift));
+// Of one word of raw scans.
+float Mean(std::span<const ScanRecord> scans, std::size_t word) {
+    float sum = 0;
+    for (const ScanRecord& scan : scans)
+        sum += static_cast<float>(scan.words[word]);
+    return sum / static_cast<float>(scans.size());
+}
+
+// The lowest bytes of all positions, then the next ones, and so on: most of them are 0.
+void AppendPositions(std::vector<std::uint8_t>& bytes, std::span<const std::int32_t> positions, std::int32_t start) {
+    for (int shift = 0; shift < 32; shift += 8) {
+        std::int64_t before = start;
+        for (const std::int32_t position : positions) {
+            bytes.push_back(static_cast<std::uint8_t>((position - before) >> shift));
+            before = position;
+        }
+    }
 }
 
 }  // namespace
@@ -84,7 +104,7 @@ Json PackTrace(const CStoredSample& sample) {
     const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
     const auto positions = std::span(analysis.peakPositions).first(count);
     const Curves curves = ProcessedCurves(*scans);
-    const float top = Top(curves, positions, analysis.startTrace);
+    const float top = TraceTop(curves, positions, analysis.startTrace);
 
     std::vector<std::uint8_t> bytes;
     bytes.reserve(scans->size() * channelCount + count * 6);
@@ -94,38 +114,33 @@ Json PackTrace(const CStoredSample& sample) {
                  analysis.sequence.begin() + static_cast<std::ptrdiff_t>(count));
     for (std::size_t i = 0; i < count; ++i)
         bytes.push_back(static_cast<std::uint8_t>(std::lround(Phred(analysis.qualityScores[i]))));
-    std::int64_t before = analysis.startTrace;
-    for (const std::int32_t position : positions) {
-        AppendPosition(bytes, position - before);
-        before = position;
-    }
+    AppendPositions(bytes, positions, analysis.startTrace);
     return {{"start", analysis.startTrace}, {"scans", scans->size()}, {"bases", count}, {"data", Packed(bytes)}};
 }
 
 Json PackRaw(const std::string& path) {
     const auto scans = ReadScans(path);
     if (!scans) return nullptr;
-    std::array<std::vector<float>, channelCount + 1> curves;  // the current first, as in the file
-    std::array<float, channelCount + 1> tops{};
-    for (std::size_t k = 0; k < curves.size(); ++k) {
-        for (std::size_t first = 0; first < scans->size(); first += rawStep) {
-            const std::size_t end = std::min(first + rawStep, scans->size());
-            float sum = 0;
-            for (std::size_t i = first; i < end; ++i)
-                sum += static_cast<float>((*scans)[i].words[k]);
-            curves[k].push_back(sum / static_cast<float>(end - first));
-            tops[k] = std::max(tops[k], curves[k].back());
-        }
+    Curves curves;
+    std::vector<float> current, highest;
+    for (std::size_t first = 0; first < scans->size(); first += rawStep) {
+        const auto together = std::span(*scans).subspan(first, std::min(rawStep, scans->size() - first));
+        current.push_back(Mean(together, 0));
+        for (std::size_t k = 0; k < channelCount; ++k)
+            curves[k].push_back(Mean(together, k + 1));
+        highest.push_back(HighestAt(curves, current.size() - 1));
     }
-    const float channelsTop = *std::max_element(tops.begin() + 1, tops.end());
+    const float top = UsualTop(highest, 2);
+    const float currentTop = *std::max_element(current.begin(), current.end());
     std::vector<std::uint8_t> bytes;
-    for (std::size_t k = 1; k < curves.size(); ++k)
-        AppendCurve(bytes, curves[k], channelsTop);
-    AppendCurve(bytes, curves[0], tops[0]);
-    return {{"values", curves[0].size()},
+    for (const auto& curve : curves)
+        AppendCurve(bytes, curve, top);
+    AppendCurve(bytes, current, currentTop);
+    return {{"values", current.size()},
             {"step", rawStep},
-            {"channels_top", channelsTop},
-            {"current_top", tops[0]},
+            {"top", top},
+            {"highest", *std::max_element(highest.begin(), highest.end())},
+            {"current_top", currentTop},
             {"data", Packed(bytes)}};
 }
 

@@ -59,9 +59,9 @@ export interface Sample {
 
 /**
  * The processed curves and the bases. `data` is base64 of zlib-compressed bytes: for each of the four channels `scans`
- * bytes, each the difference to the byte before it (modulo 256), of values from 0 to 255; then `bases` letters; `bases`
- * Phred values, rounded; and `bases` times four bytes, little-endian, the difference of a base's position to that of the
- * base before it, the first one to the first scan of the curves.
+ * bytes, each the difference to the byte before it (modulo 256), of values from 0 to 254; then `bases` letters; `bases`
+ * Phred values, rounded; and the positions: the difference of a base's position to that of the base before it, the first
+ * one to the first scan of the curves, in four bytes, `bases` lowest ones first, the highest ones last.
  */
 export interface PackedTrace {
   /** Raw scan of the first value. */
@@ -72,14 +72,17 @@ export interface PackedTrace {
 }
 
 /**
- * The raw curves and the current, at one value per `step` scans. `data` is packed as above: `values` bytes for each of the
- * four channels, then for the current.
+ * The raw curves and the current, at one value per `step` scans, the mean of these. `data` is packed as above: `values`
+ * bytes for each of the four channels, then for the current.
  */
 export interface PackedRaw {
   values: number;
   step: number;
-  /** What a byte of 255 stands for. */
-  channels_top: number;
+  /** What a byte of 254 stands for; higher values are cut there. */
+  top: number;
+  /** The highest value of the four channels. */
+  highest: number;
+  /** What 254 stands for in the current. */
   current_top: number;
   data: string;
 }

@@ -7,7 +7,7 @@ import type { PackedRaw, PackedTrace } from "./data.ts";
 export interface Trace {
   /** Raw scan of the first value. */
   start: number;
-  /** Four curves, values 0 to 255. */
+  /** Four curves, values 0 to 254. */
   curves: Uint8Array[];
   letters: string;
   /** Phred values, one per letter. */
@@ -19,7 +19,7 @@ export interface Trace {
 /** The raw curves of a well, one value per `step` scans. */
 export interface Raw {
   step: number;
-  /** Four channels, then the current, values 0 to 255. */
+  /** Four channels, then the current, values 0 to 254. */
   curves: Uint8Array[];
 }
 
@@ -39,22 +39,26 @@ function curvesOf(bytes: Uint8Array, count: number, length: number): Uint8Array[
   return Array.from({ length: count }, (_, k) => sums(bytes.subarray(k * length, (k + 1) * length)));
 }
 
+function positionsOf(bytes: Uint8Array, count: number, start: number): number[] {
+  let position = start;
+  return Array.from({ length: count }, (_, i) => {
+    const [a, b, c, d] = [0, 1, 2, 3].map((k) => bytes[k * count + i]!);
+    return (position += a! | (b! << 8) | (c! << 16) | (d! << 24));
+  });
+}
+
 export async function unpackTrace(packed: PackedTrace): Promise<Trace> {
   const bytes = await bytesOf(packed.data);
   const { scans, bases, start } = packed;
   const lettersAt = 4 * scans;
   const phredsAt = lettersAt + bases;
   const positionsAt = phredsAt + bases;
-  const view = new DataView(bytes.buffer, bytes.byteOffset, bytes.byteLength);
-  const positions: number[] = [];
-  let position = start;
-  for (let i = 0; i < bases; ++i) positions.push((position += view.getInt32(positionsAt + 4 * i, true)));
   return {
     start,
     curves: curvesOf(bytes, 4, scans),
     letters: String.fromCharCode(...bytes.subarray(lettersAt, phredsAt)),
     phreds: bytes.slice(phredsAt, positionsAt),
-    positions,
+    positions: positionsOf(bytes.subarray(positionsAt), bases, start),
   };
 }
 
