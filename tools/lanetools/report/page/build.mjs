@@ -24,10 +24,13 @@ const css = ["node_modules/uplot/dist/uPlot.min.css", "src/page.css"]
   .map((name) => readFileSync(join(here, name), "utf8").trim())
   .join("\n");
 
+const license = readFileSync(join(here, "node_modules/uplot/LICENSE"), "utf8").trim();
+
 // A function as replacement: "$&" in the program is no pattern.
 const page = readFileSync(join(here, "src/page.html"), "utf8")
   .replace("@SCRIPT@", hash(js))
   .replace("@STYLE@", hash(css))
+  .replace("@LICENSE@", () => license)
   .replace("@CSS@", () => css)
   .replace("@JS@", () => js);
 

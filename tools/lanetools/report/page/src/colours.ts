@@ -24,7 +24,9 @@ export function inkOn(share: number): string {
 }
 
 /** Of the four bases; the usual green, blue, black and red, a little darker. */
-export const baseColours: Record<string, string> = { A: "#12803c", C: "#1a53c9", G: "#222222", T: "#c9252d", N: "#777777" };
+const baseColours: Record<string, string> = { A: "#12803c", C: "#1a53c9", G: "#222222", T: "#c9252d" };
+
+export const baseColour = (letter: string) => baseColours[letter.toUpperCase()] ?? "#777777";
 
 /** Classes of quality, each with the shade of its letters. */
 export function qualityClass(phred: number): string {

@@ -21,6 +21,12 @@ export function roundUp(value: number): number {
   return power * [1, 2, 5, 10].find((step) => step * power >= value)!;
 }
 
+/** Marks from 0 to `end` at round numbers, six at most. */
+function roundMarks(end: number): [number, string][] {
+  const step = roundUp(end / 5);
+  return Array.from({ length: Math.floor(end / step) + 1 }, (_, i) => [(i * step) / Math.max(end, 1), String(i * step)]);
+}
+
 const y = (value: number, highest: number) => top + innerHeight * (1 - Math.min(value / highest, 1));
 
 /** Axes with a title each; `marks` go along x as [share of the width, text]. */
@@ -64,8 +70,7 @@ function readLengths(plate: Plate): HTMLElement {
   const step = 50;
   const counts = histogram(plate.samples.flatMap((sample) => sample.crl ?? []), step);
   const highest = roundUp(Math.max(...counts));
-  const every = Math.ceil(counts.length / 6);
-  const marks = counts.flatMap((_, i): [number, string][] => (i % every === 0 ? [[i / counts.length, String(i * step)]] : []));
+  const marks = roundMarks(counts.length * step);
   return frame("Contiguous read lengths", "bases", { title: "wells", highest }, marks, ...bars(counts, highest));
 }
 
@@ -74,8 +79,7 @@ function qualities(plate: Plate): HTMLElement {
   const highest = 50;
   const x = (i: number) => left + ((i + 0.5) / Math.max(middle.length, 1)) * innerWidth;
   const path = (values: number[]) => values.map((value, i) => `${x(i).toFixed(1)},${y(value, highest).toFixed(1)}`);
-  const every = Math.max(1, Math.ceil(middle.length / 6));
-  const marks = middle.flatMap((_, i): [number, string][] => (i % every === 0 ? [[i / middle.length, String(i * step + 1)]] : []));
+  const marks = roundMarks(middle.length * step);
   return frame(
     "Quality along the read: median and quartiles", "base", { title: "Phred", highest }, marks,
     makeSvg("polygon", { class: "band", points: [...path(low), ...path(high).reverse()].join(" ") }),

@@ -4,18 +4,20 @@
 import { inkOn, scaleColour } from "./colours.ts";
 import type { Plate, Sample } from "./data.ts";
 import { make } from "./dom.ts";
-import { figure, measures, valuesOf, type Measure } from "./measures.ts";
+import { figure, figureOf, measures, valuesOf, type Measure } from "./measures.ts";
 import { wellName, type Layout } from "./wells.ts";
 
-/** Lowest and highest value of the scale. From 0, so that a plate of equal wells is not stretched into contrasts. */
-function rangeOf(plate: Plate, measure: Measure): [number, number] {
-  return [0, Math.max(1, ...valuesOf(plate.samples, measure))];
+const longestHint = 300; // letters of the words that appear on a cell under the pointer
+
+/** Highest value of the scale. It begins at 0, so that a plate of equal wells is not stretched into contrasts. */
+function topOf(plate: Plate, { key }: Measure): number {
+  return Math.max(1, ...valuesOf(plate.samples, key));
 }
 
 /** "A01, name, called, Contiguous read length 612" */
 function accessibleName(well: string, sample: Sample | undefined, measure: Measure): string {
   if (!sample) return `${well}, empty`;
-  const value = figure(measure.of(sample));
+  const value = figureOf(sample, measure.key);
   return [well, sample.sample ?? sample.file, sample.state, sample.reason, value && `${measure.name} ${value}`]
     .filter(Boolean)
     .join(", ");
@@ -110,37 +112,32 @@ export class PlateMap {
   }
 
   private show(measure: Measure): void {
-    const [low, high] = rangeOf(this.plate, measure);
+    const top = topOf(this.plate, measure);
     for (const [well, cell] of this.cells) {
       const sample = this.layout.wells.get(well);
-      const value = sample ? measure.of(sample) : null;
-      cell.textContent = figure(value);
-      cell.setAttribute("aria-label", accessibleName(well, sample, measure));
-      cell.title = cell.getAttribute("aria-label")!;
-      const share = value === null ? null : (value - low) / (high - low);
-      cell.style.backgroundColor = share === null ? "" : scaleColour(share);
-      cell.style.color = share === null ? "" : inkOn(share);
+      const value = sample ? sample[measure.key] : null;
+      cell.textContent = sample ? figureOf(sample, measure.key) : "";
+      const name = accessibleName(well, sample, measure);
+      cell.setAttribute("aria-label", name);
+      cell.title = name.slice(0, longestHint);
+      cell.style.backgroundColor = value === null ? "" : scaleColour(value / top);
+      cell.style.color = value === null ? "" : inkOn(value / top);
     }
-    this.showScale(low, high);
+    this.showScale(top, measure);
   }
 
-  private showScale(low: number, high: number): void {
-    const shares = Array.from({ length: 24 }, (_, i) => i / 23);
-    const steps = shares.map((share) => {
+  private showScale(top: number, { key }: Measure): void {
+    const steps = Array.from({ length: 24 }, (_, i) => {
       const step = make("i");
-      step.style.backgroundColor = scaleColour(share);
+      step.style.backgroundColor = scaleColour(i / 23);
       return step;
     });
-    this.scale.replaceChildren(
-      make("span", {}, figure(low)),
-      make("span", { class: "bar", "aria-hidden": "true" }, ...steps),
-      make("span", {}, figure(high)),
-      make("span", { class: "key failed" }),
-      "failed",
-      make("span", { class: "key damaged" }),
-      "damaged",
-      make("span", { class: "key missing" }),
-      "missing",
-    );
+    const hasValues = valuesOf(this.plate.samples, key).length > 0;
+    const numbers = [0, top / 2, top].map((value) => make("span", {}, figure(value)));
+    const bar = make("div", { class: "bar" }, make("div", { class: "steps", "aria-hidden": "true" }, ...steps), make("div", { class: "numbers" }, ...numbers));
+    const keys = (["failed", "damaged", "missing"] as const)
+      .filter((state) => this.plate.samples.some((sample) => sample.state === state))
+      .map((state) => make("span", {}, make("span", { class: `key ${state}` }), state));
+    this.scale.replaceChildren(hasValues ? bar : "no sample has this figure", ...keys);
   }
 }

@@ -1,24 +1,38 @@
 // SPDX-License-Identifier: MIT
-// The figures that the map can show.
+// The figures of a sample, and how they are written.
 
 import type { Sample } from "./data.ts";
 
+/** The columns that are numbers. */
+export type FigureKey =
+  | "bases" | "good_start" | "good_length" | "q20" | "q30" | "crl" | "trace_score" | "signal" | "noise" | "raw_peak";
+
+/** Those with one decimal. */
+const tenths: ReadonlySet<string> = new Set<FigureKey>(["trace_score", "signal", "noise"]);
+
 export interface Measure {
   name: string;
-  /** null where the sample has none. */
-  of(sample: Sample): number | null;
+  key: FigureKey;
 }
 
+/** What the map can show. */
 export const measures: Measure[] = [
-  { name: "Contiguous read length", of: (sample) => sample.crl },
-  { name: "Bases at Q20", of: (sample) => sample.q20 },
-  { name: "Mean quality", of: (sample) => sample.trace_score },
-  { name: "Signal", of: (sample) => sample.signal },
-  { name: "Noise", of: (sample) => sample.noise },
-  { name: "Good-region length", of: (sample) => sample.good_length },
+  { name: "Contiguous read length", key: "crl" },
+  { name: "Bases at Q20", key: "q20" },
+  { name: "Mean quality", key: "trace_score" },
+  { name: "Signal", key: "signal" },
+  { name: "Noise", key: "noise" },
+  { name: "Good-region length", key: "good_length" },
 ];
 
-/** As text: whole numbers as they are, others with one decimal, "" for none. */
+/** A sample's figure as `lanetools summary` writes it, "" for none. */
+export function figureOf(sample: Sample, key: FigureKey): string {
+  const value = sample[key];
+  if (value === null) return "";
+  return tenths.has(key) ? value.toFixed(1) : String(value);
+}
+
+/** A number that was worked out here: whole ones as they are, others with one decimal, "" for none. */
 export function figure(value: number | null): string {
   if (value === null) return "";
   return Number.isInteger(value) ? String(value) : value.toFixed(1);
@@ -33,6 +47,6 @@ export function median(values: number[]): number | null {
 }
 
 /** The values of those samples that have one. */
-export function valuesOf(samples: Sample[], measure: Measure): number[] {
-  return samples.map((sample) => measure.of(sample)).filter((value) => value !== null);
+export function valuesOf(samples: Sample[], key: FigureKey): number[] {
+  return samples.flatMap((sample) => sample[key] ?? []);
 }

@@ -14,6 +14,8 @@ const complements: Record<string, string> = {
 export interface Hit {
   /** Index of the first base, from 0, on the read as it is shown. */
   first: number;
+  /** One past the last base. */
+  end: number;
   strand: "+" | "-";
 }
 
@@ -32,7 +34,11 @@ export function findMotif(read: string, text: string): Hit[] | null {
   const motif = text.toUpperCase().replace(/\s/g, "");
   if (motif === "" || [...motif].some((letter) => !(letter in codes))) return null;
   const hits = (pattern: string, strand: Hit["strand"]) =>
-    [...read.matchAll(expression(pattern))].map((match): Hit => ({ first: match.index, strand }));
+    [...read.matchAll(expression(pattern))].map((match): Hit => ({
+      first: match.index,
+      end: match.index + motif.length,
+      strand,
+    }));
   const other = reverseComplement(motif);
   const both = hits(motif, "+").concat(other === motif.replace(/U/g, "T") ? [] : hits(other, "-"));
   return both.sort((a, b) => a.first - b.first || a.strand.localeCompare(b.strand));

@@ -21,6 +21,12 @@ export interface Raw {
   step: number;
   /** Four channels, then the current, values 0 to 254. */
   curves: Uint8Array[];
+  /** What 254 stands for in the channels. Higher values are cut there. */
+  top: number;
+  /** The highest value of the channels. */
+  highest: number;
+  /** What 254 stands for in the current. */
+  currentTop: number;
 }
 
 async function bytesOf(data: string): Promise<Uint8Array> {
@@ -63,5 +69,6 @@ export async function unpackTrace(packed: PackedTrace): Promise<Trace> {
 }
 
 export async function unpackRaw(packed: PackedRaw): Promise<Raw> {
-  return { step: packed.step, curves: curvesOf(await bytesOf(packed.data), 5, packed.values) };
+  const { step, top, highest, current_top: currentTop } = packed;
+  return { step, top, highest, currentTop, curves: curvesOf(await bytesOf(packed.data), 5, packed.values) };
 }
