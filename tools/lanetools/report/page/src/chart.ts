@@ -8,7 +8,7 @@ import { zoomByKeys, zoomByWheel } from "./zoom.ts";
 import type { Raw, Trace } from "./unpack.ts";
 
 const full = 254; // the highest value of a curve
-const cut = 250; // top of the picture: what was cut runs out of it
+const cut = 250 / full; // of it: top of the picture, so that what was cut runs out of it
 
 export interface Chart {
   plot: uPlot;
@@ -89,7 +89,7 @@ export function traceChart(host: HTMLElement, trace: Trace, { channels, good, ma
   };
   const options: Options = {
     padding: [strip, 8, 0, 8],
-    scales: { x: { time: false }, y: { range: [0, cut] } },
+    scales: { x: { time: false }, y: { range: [0, cut * full] } },
     axes: [baseAxis(trace), { show: false }],
     series: [{}, ...[...channels].map((letter) => line(letter, 1.25))],
     hooks: {
@@ -104,16 +104,21 @@ export function traceChart(host: HTMLElement, trace: Trace, { channels, good, ma
 /** The raw curves of the four channels, and the current as a dashed line with a scale of its own. */
 export function rawChart(host: HTMLElement, raw: Raw, channels: string): Chart {
   const scans = Float64Array.from(raw.curves[0]!, (_, i) => i * raw.step);
-  const asValues = (_: uPlot, levels: number[]) => levels.map((level) => String(Math.round((level / full) * raw.top)));
-  const current = { label: "current", stroke: "#b58900", width: 1.25, dash: [6, 4], points: { show: false } };
+  const tops = [...Array.from(channels, () => raw.top), raw.currentTop];
+  const curves = raw.curves.map((curve, k) => Float32Array.from(curve, (level) => (level / full) * tops[k]!));
+  const current = { label: "current", scale: "current", stroke: "#b58900", width: 1.25, dash: [6, 4], points: { show: false } };
   const options: Options = {
     padding: [8, 8, 0, 8],
-    scales: { x: { time: false }, y: { range: [0, cut] } },
+    scales: {
+      x: { time: false },
+      y: { range: [0, Math.max(cut * raw.top, 1)] },
+      current: { range: [0, Math.max(1.05 * raw.currentTop, 1)] },
+    },
     axes: [
       { label: "scan", labelSize: 18, size: 34, grid: { show: false }, values: plain },
-      { size: 56, values: asValues },
+      { size: 56, values: plain },
     ],
     series: [{}, ...[...channels].map((letter) => line(letter, 1)), current],
   };
-  return makeChart(host, options, [scans, ...raw.curves], 240);
+  return makeChart(host, options, [scans, ...curves], 240);
 }

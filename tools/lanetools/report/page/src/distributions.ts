@@ -6,24 +6,24 @@ import { make, makeSvg } from "./dom.ts";
 import { figure, median } from "./measures.ts";
 import { placeOf } from "./wells.ts";
 
-const [width, height, left, bottom, top] = [360, 190, 40, 32, 8];
-const [innerWidth, innerHeight] = [width - left - 8, height - bottom - top];
+const [width, height, left, right, bottom, top] = [540, 230, 44, 20, 36, 8];
+const [innerWidth, innerHeight] = [width - left - right, height - bottom - top];
 
 interface Axis {
   title: string;
   highest: number;
 }
 
-/** A round number at or above `value`: 1, 2 or 5 times a power of ten. */
-export function roundUp(value: number): number {
+/** A round number at or above `value`: one of `heads` times a power of ten. */
+export function roundUp(value: number, heads = [1, 2, 3, 4, 5, 6, 8]): number {
   if (value <= 0) return 1;
   const power = 10 ** Math.floor(Math.log10(value));
-  return power * [1, 2, 5, 10].find((step) => step * power >= value)!;
+  return power * ([...heads, 10].find((head) => head * power >= value) ?? 10);
 }
 
-/** Marks from 0 to `end` at round numbers, six at most. */
+/** Marks from 0 to `end` at round numbers, seven at most. */
 function roundMarks(end: number): [number, string][] {
-  const step = roundUp(end / 5);
+  const step = roundUp(end / 6, [1, 2, 5]);
   return Array.from({ length: Math.floor(end / step) + 1 }, (_, i) => [(i * step) / Math.max(end, 1), String(i * step)]);
 }
 
@@ -38,10 +38,10 @@ function frame(title: string, xTitle: string, yAxis: Axis, marks: [number, strin
     "svg",
     { viewBox: `0 0 ${width} ${height}`, role: "img", "aria-label": title },
     ...ticks.map((tick) =>
-      makeSvg("line", { class: "rule", x1: left, x2: width - 8, y1: y(tick, yAxis.highest), y2: y(tick, yAxis.highest) }),
+      makeSvg("line", { class: "rule", x1: left, x2: width - right, y1: y(tick, yAxis.highest), y2: y(tick, yAxis.highest) }),
     ),
     ...ticks.map((tick) => text([left - 4, y(tick, yAxis.highest) + 4], figure(tick), "end")),
-    ...marks.map(([share, words]) => text([left + share * innerWidth, height - bottom + 14], words, "middle")),
+    ...marks.map(([share, words]) => text([left + share * innerWidth, height - bottom + 16], words, "middle")),
     ...content,
     text([left + innerWidth / 2, height - 4], xTitle, "middle"),
   );

@@ -28,7 +28,7 @@ export function compare(a: string | number | null, b: string | number | null, di
 
 function cell(sample: Sample, key: TextKey | FigureKey): HTMLElement {
   if (!isText(key)) return make("td", { class: "number" }, figureOf(sample, key));
-  return make("td", { class: key }, make("div", {}, sample[key] ?? ""));
+  return make("td", { class: `text-${key}` }, make("div", {}, sample[key] ?? ""));
 }
 
 function row(sample: Sample, shown: Column[], open: (sample: Sample) => void): HTMLElement {
@@ -49,7 +49,7 @@ export function sampleTable(plate: Plate, open: (sample: Sample) => void): HTMLE
   const body = make("tbody");
   const fill = (samples: Sample[]) => body.replaceChildren(...samples.map((sample) => row(sample, shown, open)));
   const headers = shown.map(([title, key]) =>
-    make("th", { scope: "col", "aria-sort": "none", tabindex: 0, class: isText(key) ? key : "number" }, title),
+    make("th", { scope: "col", "aria-sort": "none", tabindex: 0, class: isText(key) ? "" : "number" }, title),
   );
   const sortBy = (index: number) => {
     const header = headers[index]!;

@@ -121,8 +121,9 @@ export class WellView {
     const readout = make("output", { class: "readout" });
     const help = make("p", { class: "help" }, "Wheel or drag: zoom. Double click: whole read. Keys on the curves: ← → Home End move, + − zoom.");
     body.append(
-      make("div", { class: "controls" }, search.element, whole, copyButton(sample, trace.letters), legend(sample.letters), readout),
+      make("div", { class: "controls" }, search.element, whole, copyButton(sample, trace.letters)),
       host,
+      legend(sample.letters, make("span", {}, make("i", { class: "good" }), "good region"), readout),
       help,
       sequence(trace),
     );

@@ -1,0 +1,43 @@
+// Changes texts of a sample file's description, for tests of what other programs make of such texts:
+// describe-sample FILE [FIELD TEXT]... with the fields name, plate, well, comment and size (as in 24x16).
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "samplestore/NewSample.h"
+#include "samplestore/RsdFile.h"
+
+namespace {
+
+// False for a field that is not known.
+bool Set(CSampleInfo& info, std::string_view field, const std::string& text) {
+    if (field == "name")
+        info.sampleName = text;
+    else if (field == "plate")
+        info.plateId = text;
+    else if (field == "well")
+        info.wellId = text;
+    else if (field == "comment")
+        info.comment = text;
+    else
+        return field == "size" && std::sscanf(text.c_str(), "%dx%d", &info.plateColumns, &info.plateRows) == 2;
+    return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) return 2;
+    CSampleInfo info;
+    std::vector<ScanRecord> scans;
+    {
+        CRsdFile file;
+        std::uint32_t count = 0;
+        if (file.Open(argv[1], true) || file.ReadInfo(info) || file.GetScanCount(count)) return 1;
+        scans.resize(count);
+        if (file.ReadScans(scans)) return 1;
+    }
+    for (int i = 2; i + 1 < argc; i += 2)
+        if (!Set(info, argv[i], argv[i + 1])) return 2;
+    return WriteSample(argv[1], info, scans) ? 1 : 0;
+}
