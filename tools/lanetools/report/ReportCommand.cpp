@@ -11,9 +11,9 @@
 #include "lanetools/Subcommand.h"
 #include "lanetools/report/PlatePage.h"
 #include "lanetools/samples/Summarize.h"
+#include "lanetools/samples/Target.h"
 #include "lanetools/text/SafeName.h"
 #include "platform/AtomicFile.h"
-#include "samplestore/SampleFile.h"
 
 namespace lanetools {
 
@@ -61,33 +61,32 @@ std::string PageName(const std::string& folder, std::set<std::string>& used) {
     return unique + ".html";
 }
 
-// Refuses a target that cannot be written before any time is spent.
-void CheckTarget(const std::string& target) {
-    if (fs::is_directory(target)) return;
-    if (HasSampleExtension(target) || fs::path(target).extension() == ".fsd")
-        throw CRefused(target + ": is named as a sample file and is not written to");
+// The path of the file or folder to write. Refuses one that cannot be written before any time is spent.
+std::string CheckTarget(const std::string& path) {
+    if (fs::is_directory(path)) return path;
+    const std::string target = ResolveTarget(path);
     platform::AtomicFile file;
     if (const auto error = file.Open(target)) throw CRefused(target + ": " + error.Text());
+    return target;
 }
 
 ExitCode Report(const CReportOptions& options) {
     const auto rawPlates = options.raw.empty() ? std::vector<CRawPlate>() : FindRawPlates(options.raw);
     const auto outputs = rawPlates.empty() ? FindOutputs(options.outputs) : ListOutputs(options.outputs);
-    CheckTarget(options.target);
-    const bool isFolder = fs::is_directory(options.target);
+    const std::string target = CheckTarget(options.target);
+    const bool isFolder = fs::is_directory(target);
     const auto plates = GroupByPlate(Summarize(outputs, rawPlates));
     if (plates.empty()) throw CRefused(options.outputs.front() + ": there is no sample in it");
     if (plates.size() == 1 && !isFolder) {
-        WritePage(options.target, PlatePage(plates.front(), !options.withoutRaw));
+        WritePage(target, PlatePage(plates.front(), !options.withoutRaw));
         return ExitCode::Done;
     }
     std::error_code error;
-    if (!isFolder && (fs::exists(options.target) || !fs::create_directory(options.target, error)))
-        throw CRefused(options.target + ": several plates need a folder, which cannot be made here");
+    if (!isFolder && (fs::exists(target) || !fs::create_directory(target, error)))
+        throw CRefused(target + ": several plates need a folder, which cannot be made here");
     std::set<std::string> used;
     for (const CPlateRows& plate : plates)
-        WritePage((fs::path(options.target) / PageName(plate.folder, used)).string(),
-                  PlatePage(plate, !options.withoutRaw));
+        WritePage((fs::path(target) / PageName(plate.folder, used)).string(), PlatePage(plate, !options.withoutRaw));
     return ExitCode::Done;
 }
 
