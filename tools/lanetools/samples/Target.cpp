@@ -15,7 +15,7 @@ std::string ResolveTarget(const std::string& path) {
     std::error_code ignored;
     if (fs::exists(target, ignored)) {
         if (!fs::is_regular_file(target, ignored)) throw CRefused(target + ": is no file that can be replaced");
-        target = fs::canonical(target).string();
+        if (fs::is_symlink(target, ignored)) target = fs::canonical(target).string();
     }
     if (HasSampleExtension(target) || fs::path(target).extension() == ".fsd")
         throw CRefused(target + ": is the name of a sample file, which is never replaced");
