@@ -1,5 +1,6 @@
-// Changes texts of a sample file's description, for tests of what other programs make of such texts:
-// describe-sample FILE [FIELD TEXT]... with the fields name, plate, well, comment and size (as in 24x16).
+// Changes a sample file's description, for tests of what other programs make of it:
+// describe-sample FILE [FIELD TEXT]... with the fields name, plate, well, comment, size (as in 24x16) and signal (of
+// channel 1; it grows by 1 per channel, and a tenth of it is noise).
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -8,6 +9,15 @@
 #include "samplestore/RsdFile.h"
 
 namespace {
+
+void SetSignal(CAnalysisInfo& analysis, int signal) {
+    analysis.snZoneCount = 1;
+    analysis.snZoneStarts = analysis.snZoneEnds = {1};
+    for (int k = 0; k < channelCount; ++k) {
+        analysis.snSignal[k] = {signal + k};
+        analysis.snNoise[k] = {(signal + k) / 10};
+    }
+}
 
 // False for a field that is not known.
 bool Set(CSampleInfo& info, std::string_view field, const std::string& text) {
@@ -19,6 +29,8 @@ bool Set(CSampleInfo& info, std::string_view field, const std::string& text) {
         info.wellId = text;
     else if (field == "comment")
         info.comment = text;
+    else if (field == "signal")
+        SetSignal(info.analysis, std::stoi(text));
     else
         return field == "size" && std::sscanf(text.c_str(), "%dx%d", &info.plateColumns, &info.plateRows) == 2;
     return true;

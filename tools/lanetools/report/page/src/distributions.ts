@@ -3,10 +3,10 @@
 
 import type { Plate } from "./data.ts";
 import { make, makeSvg } from "./dom.ts";
-import { figure, median } from "./measures.ts";
+import { figure, median, valuesOf, type FigureKey } from "./measures.ts";
 import { placeOf } from "./wells.ts";
 
-const [width, height, left, right, bottom, top] = [540, 230, 44, 20, 36, 8];
+const [width, height, left, right, bottom, top] = [540, 230, 54, 20, 36, 8];
 const [innerWidth, innerHeight] = [width - left - right, height - bottom - top];
 
 interface Axis {
@@ -68,7 +68,7 @@ export function histogram(values: number[], step: number): number[] {
 
 function readLengths(plate: Plate): HTMLElement {
   const step = 50;
-  const counts = histogram(plate.samples.flatMap((sample) => sample.crl ?? []), step);
+  const counts = histogram(valuesOf(plate.samples, "crl"), step);
   const highest = roundUp(Math.max(...counts));
   const marks = roundMarks(counts.length * step);
   return frame("Contiguous read lengths", "bases", { title: "wells", highest }, marks, ...bars(counts, highest));
@@ -87,24 +87,45 @@ function qualities(plate: Plate): HTMLElement {
   );
 }
 
-function signals(plate: Plate, title: string, count: number, nameOf: (i: number) => string, lineOf: (well: string | null) => number | undefined): HTMLElement {
-  const medians = Array.from({ length: count }, (_, i) => {
+interface Lines {
+  title: string;
+  count: number;
+  nameOf(line: number): string;
+  lineOf(well: string | null): number | undefined;
+}
+
+function medians(plate: Plate, name: string, key: FigureKey, { title, count, nameOf, lineOf }: Lines): HTMLElement {
+  const values = Array.from({ length: count }, (_, i) => {
     const line = plate.samples.filter((sample) => lineOf(sample.well) === i);
-    return median(line.flatMap((sample) => sample.signal ?? [])) ?? 0;
+    return median(valuesOf(line, key)) ?? 0;
   });
-  const highest = roundUp(Math.max(...medians));
-  const every = Math.ceil(count / 16);
-  const marks = medians.flatMap((_, i): [number, string][] => (i % every === 0 ? [[(i + 0.5) / count, nameOf(i)]] : []));
-  return frame(title, title.endsWith("row") ? "row" : "column", { title: "median", highest }, marks, ...bars(medians, highest));
+  const highest = roundUp(Math.max(...values));
+  const marks = values.map((_, i): [number, string] => [(i + 0.5) / count, nameOf(i)]);
+  return frame(`${name} by ${title}`, title, { title: "median", highest }, marks, ...bars(values, highest));
+}
+
+/** The signal that the base caller has measured; without one, the highest values of the raw curves. */
+function signals(plate: Plate): HTMLElement[] {
+  const key = (["signal", "raw_peak"] as const).find((one) => valuesOf(plate.samples, one).length > 0);
+  if (!key) return [];
+  const name = key === "signal" ? "Signal" : "Raw peak";
+  return [
+    medians(plate, name, key, {
+      title: "row",
+      count: plate.rows,
+      nameOf: (i) => String.fromCharCode(65 + i),
+      lineOf: (well) => placeOf(well)?.row,
+    }),
+    medians(plate, name, key, {
+      title: "column",
+      count: plate.columns,
+      nameOf: (i) => String(i + 1),
+      lineOf: (well) => placeOf(well)?.column,
+    }),
+  ];
 }
 
 export function distributions(plate: Plate): HTMLElement {
-  const pictures = [readLengths(plate), qualities(plate)];
-  if (plate.samples.some((sample) => sample.signal !== null)) {
-    pictures.push(
-      signals(plate, "Signal by row", plate.rows, (i) => String.fromCharCode(65 + i), (well) => placeOf(well)?.row),
-      signals(plate, "Signal by column", plate.columns, (i) => String(i + 1), (well) => placeOf(well)?.column),
-    );
-  }
+  const pictures = [readLengths(plate), qualities(plate), ...signals(plate)];
   return make("section", { class: "distributions", "aria-label": "Distributions" }, make("h2", {}, "Distributions"), ...pictures);
 }

@@ -21,10 +21,10 @@ let browser: OfflineBrowser;
 beforeAll(async () => {
   folder.generate("--wells", "7", "--bases", "60");
   for (const [well, name] of Object.entries(names))
-    folder.describe(well, "name", name, "plate", names["A02"]!, "comment", name);
+    folder.describe(folder.raw(well), "name", name, "plate", names["A02"]!, "comment", name);
   // 8-bit text, which no argument of this process can hold.
   const command = `"$DESCRIBE_SAMPLE" "$0" name "$(printf 'caf\\351')" plate "$1"`;
-  execFileSync("sh", ["-c", command, folder.at("plate", "pA07.rsd"), names["A02"]!]);
+  execFileSync("sh", ["-c", command, folder.raw("A07"), names["A02"]!]);
   folder.call();
   browser = await OfflineBrowser.start();
 });

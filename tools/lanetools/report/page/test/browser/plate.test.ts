@@ -13,11 +13,13 @@ let page: Page;
 
 beforeAll(async () => {
   folder.generate("--wells", "16", "--failed", "1", "--seed", "20", "--bases", "400");
-  copyFileSync(folder.at("plate", "pA01.rsd"), folder.at("plate", "pZ.rsd")); // second in its well
-  folder.describe("A07", "well", "nowhere");
+  copyFileSync(folder.raw("A01"), folder.raw("Z")); // second in its well
+  folder.describe(folder.raw("A07"), "well", "nowhere");
   folder.call();
   rmSync(folder.stored("A02"));
   truncateSync(folder.stored("A03"), 1000);
+  // Numbers that the base caller does not measure.
+  for (const [well, signal] of [["A09", "1234"], ["A10", "98"], ["B02", "500"]]) folder.describe(folder.stored(well!), "signal", signal!);
   browser = await OfflineBrowser.start();
   page = await browser.open(folder.report());
 });
@@ -98,6 +100,15 @@ test("prints map, distributions and table, each as wide as the paper", async () 
   await page.emulateMedia({ media: null });
   await page.setViewportSize({ width: 1280, height: 900 });
   await page.keyboard.press("Escape");
+});
+
+test("distributions: medians of the signal by row and column", async () => {
+  const bars = (title: string) => page.locator(`svg[aria-label="${title}"] .bar title`).allTextContents();
+  const signals = (isIn: (well: string) => boolean) => folder.summary().filter((row) => isIn(row["well"]!) && row["signal"]).map((row) => row["signal"]!);
+  const [low, high] = signals((well) => well.startsWith("A")).map(Number);
+  expect((await bars("Signal by row")).slice(0, 3)).toEqual([((low! + high!) / 2).toFixed(1).replace(".0", ""), signals((well) => well === "B02")[0], "0"]);
+  expect((await bars("Signal by column"))[1]).toBe(signals((well) => well === "B02")[0]);
+  expect((await bars("Contiguous read lengths")).reduce((sum, count) => sum + Number(count), 0)).toBe(folder.summary().filter((row) => row["crl"]).length);
 });
 
 test("the policy in its head lets nothing out", async () => {

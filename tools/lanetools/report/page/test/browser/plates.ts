@@ -24,9 +24,12 @@ export class PlateFolder {
   generate(...options: string[]): void {
     run("SAMPLEGEN", this.at("plate"), "--plate", "p", ...options);
   }
-  /** Sets fields of a raw sample; see tests/support/DescribeSample.cpp. */
-  describe(well: string, ...fields: string[]): void {
-    run("DESCRIBE_SAMPLE", this.at("plate", `p${well}.rsd`), ...fields);
+  raw(well: string): string {
+    return this.at("plate", `p${well}.rsd`);
+  }
+  /** Sets fields of a sample file; see tests/support/DescribeSample.cpp. */
+  describe(path: string, ...fields: string[]): void {
+    run("DESCRIBE_SAMPLE", path, ...fields);
   }
   call(): void {
     mkdirSync(this.at("out"));
