@@ -106,7 +106,14 @@ export function rawChart(host: HTMLElement, raw: Raw, channels: string): Chart {
   const scans = Float64Array.from(raw.curves[0]!, (_, i) => i * raw.step);
   const tops = [...Array.from(channels, () => raw.top), raw.currentTop];
   const curves = raw.curves.map((curve, k) => Float32Array.from(curve, (level) => (level / full) * tops[k]!));
-  const current = { label: "current", scale: "current", stroke: "#b58900", width: 1.25, dash: [6, 4], points: { show: false } };
+  const current = {
+    label: "current",
+    scale: "current",
+    stroke: "#b58900",
+    width: 1.25,
+    dash: [6, 4],
+    points: { show: false },
+  };
   const options: Options = {
     padding: [8, 8, 0, 8],
     scales: {

@@ -24,7 +24,10 @@ export function roundUp(value: number, heads = [1, 2, 3, 4, 5, 6, 8]): number {
 /** Marks from 0 to `end` at round numbers, seven at most. */
 function roundMarks(end: number): [number, string][] {
   const step = roundUp(end / 6, [1, 2, 5]);
-  return Array.from({ length: Math.floor(end / step) + 1 }, (_, i) => [(i * step) / Math.max(end, 1), String(i * step)]);
+  return Array.from({ length: Math.floor(end / step) + 1 }, (_, i) => [
+    (i * step) / Math.max(end, 1),
+    String(i * step),
+  ]);
 }
 
 const y = (value: number, highest: number) => top + innerHeight * (1 - Math.min(value / highest, 1));
@@ -38,7 +41,13 @@ function frame(title: string, xTitle: string, yAxis: Axis, marks: [number, strin
     "svg",
     { viewBox: `0 0 ${width} ${height}`, role: "img", "aria-label": title },
     ...ticks.map((tick) =>
-      makeSvg("line", { class: "rule", x1: left, x2: width - right, y1: y(tick, yAxis.highest), y2: y(tick, yAxis.highest) }),
+      makeSvg("line", {
+        class: "rule",
+        x1: left,
+        x2: width - right,
+        y1: y(tick, yAxis.highest),
+        y2: y(tick, yAxis.highest),
+      }),
     ),
     ...ticks.map((tick) => text([left - 4, y(tick, yAxis.highest) + 4], figure(tick), "end")),
     ...marks.map(([share, words]) => text([left + share * innerWidth, height - bottom + 16], words, "middle")),
@@ -53,7 +62,13 @@ function bars(values: number[], highest: number): Node[] {
   return values.map((value, i) =>
     makeSvg(
       "rect",
-      { class: "bar", x: left + i * step + 1, width: Math.max(step - 2, 1), y: y(value, highest), height: innerHeight + top - y(value, highest) },
+      {
+        class: "bar",
+        x: left + i * step + 1,
+        width: Math.max(step - 2, 1),
+        y: y(value, highest),
+        height: innerHeight + top - y(value, highest),
+      },
       makeSvg("title", {}, figure(value)),
     ),
   );
@@ -81,7 +96,10 @@ function qualities(plate: Plate): HTMLElement {
   const path = (values: number[]) => values.map((value, i) => `${x(i).toFixed(1)},${y(value, highest).toFixed(1)}`);
   const marks = roundMarks(middle.length * step);
   return frame(
-    "Quality along the read: median and quartiles", "base", { title: "Phred", highest }, marks,
+    "Quality along the read: median and quartiles",
+    "base",
+    { title: "Phred", highest },
+    marks,
     makeSvg("polygon", { class: "band", points: [...path(low), ...path(high).reverse()].join(" ") }),
     makeSvg("polyline", { class: "curve", points: path(middle).join(" ") }),
   );
@@ -127,5 +145,10 @@ function signals(plate: Plate): HTMLElement[] {
 
 export function distributions(plate: Plate): HTMLElement {
   const pictures = [readLengths(plate), qualities(plate), ...signals(plate)];
-  return make("section", { class: "distributions", "aria-label": "Distributions" }, make("h2", {}, "Distributions"), ...pictures);
+  return make(
+    "section",
+    { class: "distributions", "aria-label": "Distributions" },
+    make("h2", {}, "Distributions"),
+    ...pictures,
+  );
 }

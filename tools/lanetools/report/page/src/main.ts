@@ -14,7 +14,9 @@ function others(samples: Sample[], open: (sample: Sample) => void): HTMLElement[
   if (samples.length === 0) return [];
   const list = make("ul");
   for (const sample of samples) {
-    const name = [sample.well, sample.sample ?? sample.file, `(${sample.file})`, sample.state, sample.reason].filter(Boolean).join(" ");
+    const name = [sample.well, sample.sample ?? sample.file, `(${sample.file})`, sample.state, sample.reason]
+      .filter(Boolean)
+      .join(" ");
     const button = make("button", { type: "button", class: "link" }, name);
     button.addEventListener("click", () => open(sample));
     list.append(make("li", {}, button));

@@ -135,7 +135,12 @@ export class PlateMap {
     const hasValues = valuesOf(this.plate.samples, key).length > 0;
     const middle = top < 10 ? top / 2 : Math.round(top / 2);
     const numbers = [0, middle, top].map((value) => make("span", {}, figure(value)));
-    const bar = make("div", { class: "bar" }, make("div", { class: "steps", "aria-hidden": "true" }, ...steps), make("div", { class: "numbers" }, ...numbers));
+    const bar = make(
+      "div",
+      { class: "bar" },
+      make("div", { class: "steps", "aria-hidden": "true" }, ...steps),
+      make("div", { class: "numbers" }, ...numbers),
+    );
     const keys = (["failed", "damaged", "missing"] as const)
       .filter((state) => this.plate.samples.some((sample) => sample.state === state))
       .map((state) => make("span", {}, make("span", { class: `key ${state}` }), state));

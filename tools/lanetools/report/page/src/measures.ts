@@ -5,7 +5,16 @@ import type { Sample } from "./data.ts";
 
 /** The columns that are numbers. */
 export type FigureKey =
-  | "bases" | "good_start" | "good_length" | "q20" | "q30" | "crl" | "trace_score" | "signal" | "noise" | "raw_peak";
+  | "bases"
+  | "good_start"
+  | "good_length"
+  | "q20"
+  | "q30"
+  | "crl"
+  | "trace_score"
+  | "signal"
+  | "noise"
+  | "raw_peak";
 
 /** Those with one decimal. */
 const tenths: ReadonlySet<string> = new Set<FigureKey>(["trace_score", "signal", "noise"]);

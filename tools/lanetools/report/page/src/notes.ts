@@ -25,7 +25,9 @@ function deadLines(wells: Well[], lineOf: (well: Well) => number): number[] {
     const inside = wells.filter((well) => lineOf(well) === line);
     const outside = wells.filter((well) => lineOf(well) !== line);
     const good = outside.filter((well) => isGood(well.sample)).length;
-    return inside.length >= fewest && !inside.some((well) => isGood(well.sample)) && good * 2 >= outside.length && good > 0;
+    return (
+      inside.length >= fewest && !inside.some((well) => isGood(well.sample)) && good * 2 >= outside.length && good > 0
+    );
   });
 }
 

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Motifs in a read, on both strands.
 
-const codes: Record<string, string> = {
-  A: "A", C: "C", G: "G", T: "T", U: "T", R: "AG", Y: "CT", S: "CG", W: "AT", K: "GT", M: "AC",
-  B: "CGT", D: "AGT", H: "ACT", V: "ACG", N: "ACGT",
-};
+const table = (text: string): Record<string, string> =>
+  Object.fromEntries(text.split(" ").map((pair) => pair.split("=")));
 
-const complements: Record<string, string> = {
-  A: "T", C: "G", G: "C", T: "A", U: "A", R: "Y", Y: "R", S: "S", W: "W", K: "M", M: "K",
-  B: "V", V: "B", D: "H", H: "D", N: "N",
-};
+/** The bases of each code. */
+const codes = table("A=A C=C G=G T=T U=T R=AG Y=CT S=CG W=AT K=GT M=AC B=CGT D=AGT H=ACT V=ACG N=ACGT");
+
+const complements = table("A=T C=G G=C T=A U=A R=Y Y=R S=S W=W K=M M=K B=V V=B D=H H=D N=N");
 
 export interface Hit {
   /** Index of the first base, from 0, on the read as it is shown. */
@@ -20,7 +18,10 @@ export interface Hit {
 }
 
 export function reverseComplement(motif: string): string {
-  return [...motif].reverse().map((letter) => complements[letter]!).join("");
+  return [...motif]
+    .reverse()
+    .map((letter) => complements[letter]!)
+    .join("");
 }
 
 function expression(motif: string): RegExp {
@@ -34,11 +35,13 @@ export function findMotif(read: string, text: string): Hit[] | null {
   const motif = text.toUpperCase().replace(/\s/g, "");
   if (motif === "" || [...motif].some((letter) => !(letter in codes))) return null;
   const hits = (pattern: string, strand: Hit["strand"]) =>
-    [...read.matchAll(expression(pattern))].map((match): Hit => ({
-      first: match.index,
-      end: match.index + motif.length,
-      strand,
-    }));
+    [...read.matchAll(expression(pattern))].map(
+      (match): Hit => ({
+        first: match.index,
+        end: match.index + motif.length,
+        strand,
+      }),
+    );
   const other = reverseComplement(motif);
   const both = hits(motif, "+").concat(other === motif.replace(/U/g, "T") ? [] : hits(other, "-"));
   return both.sort((a, b) => a.first - b.first || a.strand.localeCompare(b.strand));

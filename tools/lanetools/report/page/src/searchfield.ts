@@ -17,7 +17,11 @@ export class SearchField {
     private readonly letters: string,
     private readonly goTo: (first: number, end: number) => void,
   ) {
-    const field = make("input", { type: "search", "aria-label": "Base number or motif", placeholder: "Base number or motif" });
+    const field = make("input", {
+      type: "search",
+      "aria-label": "Base number or motif",
+      placeholder: "Base number or motif",
+    });
     field.addEventListener("keydown", (event) => {
       if (event.key !== "Enter") return;
       event.preventDefault();

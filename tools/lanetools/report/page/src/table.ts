@@ -9,9 +9,21 @@ type TextKey = "well" | "sample" | "file" | "state" | "reason";
 type Column = [title: string, key: TextKey | FigureKey];
 
 const columns: Column[] = [
-  ["Well", "well"], ["Sample", "sample"], ["File", "file"], ["State", "state"], ["Reason", "reason"],
-  ["Bases", "bases"], ["Good from", "good_start"], ["Good length", "good_length"], ["Q20", "q20"], ["Q30", "q30"],
-  ["Contiguous", "crl"], ["Mean quality", "trace_score"], ["Signal", "signal"], ["Noise", "noise"], ["Raw peak", "raw_peak"],
+  ["Well", "well"],
+  ["Sample", "sample"],
+  ["File", "file"],
+  ["State", "state"],
+  ["Reason", "reason"],
+  ["Bases", "bases"],
+  ["Good from", "good_start"],
+  ["Good length", "good_length"],
+  ["Q20", "q20"],
+  ["Q30", "q30"],
+  ["Contiguous", "crl"],
+  ["Mean quality", "trace_score"],
+  ["Signal", "signal"],
+  ["Noise", "noise"],
+  ["Raw peak", "raw_peak"],
 ];
 
 const textKeys: ReadonlySet<string> = new Set<TextKey>(["well", "sample", "file", "state", "reason"]);

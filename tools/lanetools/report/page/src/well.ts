@@ -96,7 +96,10 @@ export class WellView {
   async open(sample: Sample): Promise<void> {
     this.clear();
     const body = make("div", { class: "body" });
-    this.element.replaceChildren(title(sample, () => this.element.close()), body);
+    this.element.replaceChildren(
+      title(sample, () => this.element.close()),
+      body,
+    );
     if (!this.element.open) this.element.showModal();
     if (sample.reason) body.append(make("p", { class: "reason" }, sample.reason));
     try {
@@ -119,7 +122,11 @@ export class WellView {
     });
     const whole = make("button", { type: "button" }, "Whole read");
     const readout = make("output", { class: "readout" });
-    const help = make("p", { class: "help" }, "Wheel or drag: zoom. Double click: whole read. Keys on the curves: ← → Home End move, + − zoom.");
+    const help = make(
+      "p",
+      { class: "help" },
+      "Wheel or drag: zoom. Double click: whole read. Keys on the curves: ← → Home End move, + − zoom.",
+    );
     body.append(
       make("div", { class: "controls" }, search.element, whole, copyButton(sample, trace.letters)),
       host,
@@ -137,6 +144,7 @@ export class WellView {
     whole.addEventListener("click", () => chart.show(-Infinity, Infinity));
     const first = trace.positions[Math.max((sample.good_start ?? 1) - 1, 0)] ?? trace.start;
     chart.show(first - 2 * spacing, first + basesInView * spacing);
+    host.focus({ preventScroll: true }); // its keys work at once
   }
 
   private addRaw(sample: Sample, body: HTMLElement, isOpen: boolean): void {

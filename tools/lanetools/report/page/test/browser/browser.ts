@@ -15,7 +15,10 @@ export class OfflineBrowser {
 
   /** Opens a file; `before` runs in the page ahead of its own program. */
   async open(path: string, options: { before?: () => void; scale?: number } = {}): Promise<Page> {
-    const context = await this.browser.newContext({ viewport: { width: 1280, height: 900 }, deviceScaleFactor: options.scale ?? 1 });
+    const context = await this.browser.newContext({
+      viewport: { width: 1280, height: 900 },
+      deviceScaleFactor: options.scale ?? 1,
+    });
     await context.setOffline(true);
     await context.route("**/*", (route) => {
       if (route.request().url() === `file://${path}`) return route.continue();

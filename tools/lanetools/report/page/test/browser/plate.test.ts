@@ -19,7 +19,12 @@ beforeAll(async () => {
   rmSync(folder.stored("A02"));
   truncateSync(folder.stored("A03"), 1000);
   // Numbers that the base caller does not measure.
-  for (const [well, signal] of [["A09", "1234"], ["A10", "98"], ["B02", "500"]]) folder.describe(folder.stored(well!), "signal", signal!);
+  for (const [well, signal] of [
+    ["A09", "1234"],
+    ["A10", "98"],
+    ["B02", "500"],
+  ])
+    folder.describe(folder.stored(well!), "signal", signal!);
   browser = await OfflineBrowser.start();
   page = await browser.open(folder.report());
 });
@@ -32,7 +37,11 @@ afterAll(async () => {
 });
 
 const measures = {
-  "Contiguous read length": "crl", "Bases at Q20": "q20", "Mean quality": "trace_score", Signal: "signal", Noise: "noise",
+  "Contiguous read length": "crl",
+  "Bases at Q20": "q20",
+  "Mean quality": "trace_score",
+  Signal: "signal",
+  Noise: "noise",
   "Good-region length": "good_length",
 };
 const isOnMap = (row: Record<string, string>) => row["file"] !== "pZ" && row["well"] !== "nowhere";
@@ -43,9 +52,11 @@ test("each cell of the map has the summary's figure, and says so", async () => {
   const byWell = new Map(rows.filter(isOnMap).map((row) => [row["well"], row]));
   for (const [measure, column] of Object.entries(measures)) {
     await page.selectOption("select", measure);
-    const cells = await page.locator("[role=grid] [role=row] > [role=gridcell]").evaluateAll((all) =>
-      all.map((cell) => [(cell as HTMLElement).dataset["well"]!, cell.textContent, cell.getAttribute("aria-label")]),
-    );
+    const cells = await page
+      .locator("[role=grid] [role=row] > [role=gridcell]")
+      .evaluateAll((all) =>
+        all.map((cell) => [(cell as HTMLElement).dataset["well"]!, cell.textContent, cell.getAttribute("aria-label")]),
+      );
     expect(cells.length).toBe(96);
     for (const [well, text, name] of cells) {
       const row = byWell.get(well!);
@@ -77,9 +88,18 @@ test("the head counts the wells", async () => {
 
 test("the table has the summary's figures and sorts", async () => {
   const headers = await page.locator("th").allTextContents();
-  const read = async (title: string) => page.locator(`tbody td:nth-child(${headers.indexOf(title) + 1})`).allTextContents();
-  expect((await read("Mean quality")).sort()).toEqual(folder.summary().map((row) => row["trace_score"]!).sort());
-  const q20 = folder.summary().flatMap((row) => (row["q20"] ? [Number(row["q20"])] : [])).sort((a, b) => a - b);
+  const read = async (title: string) =>
+    page.locator(`tbody td:nth-child(${headers.indexOf(title) + 1})`).allTextContents();
+  expect((await read("Mean quality")).sort()).toEqual(
+    folder
+      .summary()
+      .map((row) => row["trace_score"]!)
+      .sort(),
+  );
+  const q20 = folder
+    .summary()
+    .flatMap((row) => (row["q20"] ? [Number(row["q20"])] : []))
+    .sort((a, b) => a - b);
   await page.locator("th", { hasText: "Q20" }).click();
   expect((await read("Q20")).filter(Boolean).map(Number)).toEqual(q20);
   await page.locator("th", { hasText: "Q20" }).press("Enter");
@@ -93,7 +113,9 @@ test("prints map, distributions and table, each as wide as the paper", async () 
   await page.setViewportSize({ width: 703, height: 1000 }); // A4 less its margins
   for (const part of [".map", ".distributions", ".figures"]) expect(await page.locator(part).isVisible()).toBe(true);
   expect(await page.locator("dialog").isVisible()).toBe(false);
-  const widest = await page.evaluate(() => Math.max(...[...document.querySelectorAll("body *")].map((one) => one.getBoundingClientRect().right)));
+  const widest = await page.evaluate(() =>
+    Math.max(...[...document.querySelectorAll("body *")].map((one) => one.getBoundingClientRect().right)),
+  );
   expect(widest).toBeLessThanOrEqual(703);
   const pdf = (await page.pdf({ format: "A4" })).toString("latin1");
   expect(pdf.match(/\/Type\s*\/Page\b/g)!.length).toBe(2);
@@ -104,11 +126,21 @@ test("prints map, distributions and table, each as wide as the paper", async () 
 
 test("distributions: medians of the signal by row and column", async () => {
   const bars = (title: string) => page.locator(`svg[aria-label="${title}"] .bar title`).allTextContents();
-  const signals = (isIn: (well: string) => boolean) => folder.summary().filter((row) => isIn(row["well"]!) && row["signal"]).map((row) => row["signal"]!);
+  const signals = (isIn: (well: string) => boolean) =>
+    folder
+      .summary()
+      .filter((row) => isIn(row["well"]!) && row["signal"])
+      .map((row) => row["signal"]!);
   const [low, high] = signals((well) => well.startsWith("A")).map(Number);
-  expect((await bars("Signal by row")).slice(0, 3)).toEqual([((low! + high!) / 2).toFixed(1).replace(".0", ""), signals((well) => well === "B02")[0], "0"]);
+  expect((await bars("Signal by row")).slice(0, 3)).toEqual([
+    ((low! + high!) / 2).toFixed(1).replace(".0", ""),
+    signals((well) => well === "B02")[0],
+    "0",
+  ]);
   expect((await bars("Signal by column"))[1]).toBe(signals((well) => well === "B02")[0]);
-  expect((await bars("Contiguous read lengths")).reduce((sum, count) => sum + Number(count), 0)).toBe(folder.summary().filter((row) => row["crl"]).length);
+  expect((await bars("Contiguous read lengths")).reduce((sum, count) => sum + Number(count), 0)).toBe(
+    folder.summary().filter((row) => row["crl"]).length,
+  );
 });
 
 test("the policy in its head lets nothing out", async () => {

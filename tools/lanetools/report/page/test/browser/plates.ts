@@ -36,7 +36,9 @@ export class PlateFolder {
     run("LANEWRIGHT", "-IP", this.at("plate"), "-OD", this.at("out"), "-BC");
   }
   stored(well: string, extension = "esd"): string {
-    const [folder] = execFileSync("ls", [this.at("out")]).toString().split("\n");
+    const [folder] = execFileSync("ls", [this.at("out")])
+      .toString()
+      .split("\n");
     return this.at("out", folder!, `p${well}.${extension}`);
   }
   /** Makes the page; gives its path. */
@@ -48,7 +50,10 @@ export class PlateFolder {
   summary(): Record<string, string>[] {
     // Exit code 3 when samples are not called.
     const words = ["summary", this.at("out"), "--raw", this.at("plate"), "--min-pass", "0"];
-    const [head, ...rows] = run("LANETOOLS", ...words).trimEnd().split("\n").map((line) => line.split("\t"));
+    const [head, ...rows] = run("LANETOOLS", ...words)
+      .trimEnd()
+      .split("\n")
+      .map((line) => line.split("\t"));
     return rows.map((row) => Object.fromEntries(head!.map((name, i) => [name, row[i]!])));
   }
   remove(): void {

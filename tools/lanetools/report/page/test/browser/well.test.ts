@@ -59,6 +59,13 @@ async function find(text: string): Promise<Painted> {
   return painted();
 }
 
+/** The letters that are painted after a key. */
+async function lettersAfter(key: string, times = 1): Promise<string> {
+  for (let i = 0; i < times; ++i) await page.keyboard.press(key);
+  await page.waitForTimeout(200);
+  return (await painted()).letters.map((letter) => letter.text).join("");
+}
+
 async function open(name: string): Promise<void> {
   await page.locator(`[data-well=${name}]`).click();
   await page.locator("dialog .chart canvas").first().waitFor();
@@ -87,7 +94,15 @@ test("opens by click and by keyboard, and gives the focus back", async () => {
   expect([await page.locator("dialog[open]").count(), await focused()]).toEqual([0, well]);
   await page.keyboard.press("Home");
   await page.keyboard.press("ArrowRight");
-  for (const [key, name] of [["ArrowDown", "B02"], ["ArrowRight", "B03"], ["ArrowUp", "A03"], ["ArrowUp", "A03"], ["Home", "A01"], ["ArrowLeft", "A01"], ["End", "A12"]]) {
+  for (const [key, name] of [
+    ["ArrowDown", "B02"],
+    ["ArrowRight", "B03"],
+    ["ArrowUp", "A03"],
+    ["ArrowUp", "A03"],
+    ["Home", "A01"],
+    ["ArrowLeft", "A01"],
+    ["End", "A12"],
+  ]) {
     await page.keyboard.press(key!);
     expect(await focused()).toBe(name);
   }
@@ -95,7 +110,9 @@ test("opens by click and by keyboard, and gives the focus back", async () => {
   expect(await page.locator("dialog[open]").count()).toBe(0);
   await page.keyboard.press("Home");
   await page.keyboard.press("Enter");
-  expect(await page.getByRole("dialog").getAttribute("aria-labelledby")).toBe(await page.getByRole("dialog").locator("h2").getAttribute("id"));
+  expect(await page.getByRole("dialog").getAttribute("aria-labelledby")).toBe(
+    await page.getByRole("dialog").locator("h2").getAttribute("id"),
+  );
   expect(await page.getByRole("dialog").locator("h2").textContent()).toMatch(/^A01 /);
   await page.keyboard.press("Escape");
   expect(await focused()).toBe("A01");
@@ -113,7 +130,9 @@ test("letters stand above their peaks", async () => {
   // Evenly along the scans, as the stored positions are.
   const scans = stored.positions.slice(first, first + text.length);
   const perScan = (letters[text.length - 1]!.x - letters[0]!.x) / (scans[text.length - 1]! - scans[0]!);
-  letters.forEach(({ x }, i) => expect(Math.abs(x - letters[0]!.x - perScan * (scans[i]! - scans[0]!))).toBeLessThan(1));
+  letters.forEach(({ x }, i) =>
+    expect(Math.abs(x - letters[0]!.x - perScan * (scans[i]! - scans[0]!))).toBeLessThan(1),
+  );
   // The highest point of all curves near a letter is below it, and of the curve of its colour.
   const colours: Record<string, string> = { A: "#12803c", C: "#1a53c9", G: "#222222", T: "#c9252d" };
   const near = (colour: string, x: number) => curves[colour]!.filter((point) => Math.abs(point[0] - x) < 5 * perScan);
@@ -129,7 +148,11 @@ test("search goes to bases and to motifs on both strands", async () => {
   const at = 200;
   const motif = stored.letters.slice(at, at + 14);
   expect(stored.letters.indexOf(motif, at + 1)).toBe(-1);
-  for (const [text, strand] of [[motif, "+"], [reverseComplement(motif).toLowerCase(), "-"], [motif.replace(/[AG]/, "R"), "+"]]) {
+  for (const [text, strand] of [
+    [motif, "+"],
+    [reverseComplement(motif).toLowerCase(), "-"],
+    [motif.replace(/[AG]/, "R"), "+"],
+  ]) {
     await find("1");
     const { letters } = await find(text!);
     expect(await status()).toBe(`1 of 1: base ${at + 1}, strand ${strand}`);
@@ -147,6 +170,9 @@ test("search goes to bases and to motifs on both strands", async () => {
 });
 
 test("zooms by wheel, drag and keys, and moves by keys", async () => {
+  await page.keyboard.press("Escape");
+  await open(well);
+  expect(stored.letters.endsWith(await lettersAfter("End"))).toBe(true); // without a click on the curves
   await find("250");
   const chart = page.locator("dialog .chart").first();
   const box = (await chart.locator(".u-over").boundingBox())!;
@@ -167,14 +193,9 @@ test("zooms by wheel, drag and keys, and moves by keys", async () => {
   });
   expect(dragged).toBeLessThan(zoomed / 2);
   expect(await count(() => page.keyboard.press("-"))).toBeGreaterThan(dragged);
-  const letters = async (key: string, times = 1) => {
-    for (let i = 0; i < times; ++i) await page.keyboard.press(key);
-    await page.waitForTimeout(200);
-    return (await painted()).letters.map((letter) => letter.text).join("");
-  };
-  expect(stored.letters.startsWith(await letters("Home"))).toBe(true);
-  expect(stored.letters.indexOf(await letters("ArrowRight", 12))).toBeGreaterThan(0);
-  expect(stored.letters.endsWith(await letters("End"))).toBe(true);
+  expect(stored.letters.startsWith(await lettersAfter("Home"))).toBe(true);
+  expect(stored.letters.indexOf(await lettersAfter("ArrowRight", 12))).toBeGreaterThan(0);
+  expect(stored.letters.endsWith(await lettersAfter("End"))).toBe(true);
 });
 
 test("has the sequence, also as FASTA, and the raw curves", async () => {

@@ -14,7 +14,17 @@ import { unpackRaw, unpackTrace } from "../../src/unpack.ts";
 import { layOut, placeOf } from "../../src/wells.ts";
 
 const sample = (well: string | null, more: Partial<Sample> = {}) =>
-  ({ well, sample: well, file: "f", state: "called", reason: null, crl: 600, good_length: null, signal: null, ...more }) as Sample;
+  ({
+    well,
+    sample: well,
+    file: "f",
+    state: "called",
+    reason: null,
+    crl: 600,
+    good_length: null,
+    signal: null,
+    ...more,
+  }) as Sample;
 
 const plate = (samples: Sample[]) => ({ rows: 8, columns: 12, samples }) as Plate;
 
@@ -30,7 +40,8 @@ const fullPlate = (crl: (row: number, column: number) => number | null) =>
   );
 
 test("search finds IUPAC motifs on both strands", () => {
-  const places = (read: string, motif: string) => findMotif(read, motif)?.map((hit) => `${hit.first}-${hit.end}${hit.strand}`);
+  const places = (read: string, motif: string) =>
+    findMotif(read, motif)?.map((hit) => `${hit.first}-${hit.end}${hit.strand}`);
   expect(places("AAGATTCAA", "gattc")).toEqual(["2-7+"]);
   expect(places("AAGAATCAA", "GATTC")).toEqual(["2-7-"]);
   expect(places("GAATTC", "GAATTC")).toEqual(["0-6+"]); // its own complement, counted once
@@ -62,7 +73,11 @@ describe("what is wrong with a plate", () => {
     ["all failed", () => null, [/^No well was called/]],
     ["most are weak", (row) => (row % 3 === 0 ? 600 : 199), [/^Most wells are weak: only 36 of 96/]],
     ["a column", (_, column) => (column === 4 ? null : 600), [/^Column 5 failed/]],
-    ["a row and a column", (row, column) => (row === 7 || column === 0 ? 10 : 600), [/^Row H failed/, /^Column 1 failed/]],
+    [
+      "a row and a column",
+      (row, column) => (row === 7 || column === 0 ? 10 : 600),
+      [/^Row H failed/, /^Column 1 failed/],
+    ],
     ["the edge", (row, column) => (row % 7 === 0 || column % 11 === 0 ? 300 : 600), [/^Edge wells are weak.*300.*600/]],
   ])("%s", (_, crl, expected) => {
     const notes = plateNotes(fullPlate(crl));
@@ -73,14 +88,21 @@ describe("what is wrong with a plate", () => {
 
 test("figures are written as the summary writes them", () => {
   const one = sample("A01", { trace_score: 38, signal: 1234.56, q20: 0, noise: null });
-  expect(["trace_score", "signal", "q20", "noise", "crl"].map((key) => figureOf(one, key as "q20"))).toEqual(["38.0", "1234.6", "0", "", "600"]);
+  expect(["trace_score", "signal", "q20", "noise", "crl"].map((key) => figureOf(one, key as "q20"))).toEqual([
+    "38.0",
+    "1234.6",
+    "0",
+    "",
+    "600",
+  ]);
   expect([median([]), median([3, 1, 2]), median([4, 1, 2, 3])]).toEqual([null, 2, 2.5]);
   expect(histogram([0, 49, 50, 149], 50)).toEqual([2, 1, 1]);
   expect([0, 0.7, 1, 11, 41, 90].map((value) => roundUp(value))).toEqual([1, 0.8, 1, 20, 50, 100]);
 });
 
 test("the table sorts numbers by value and puts what is missing last", () => {
-  const sorted = (values: (string | number | null)[], direction: 1 | -1) => [...values].sort((a, b) => compare(a, b, direction));
+  const sorted = (values: (string | number | null)[], direction: 1 | -1) =>
+    [...values].sort((a, b) => compare(a, b, direction));
   expect(sorted([10, null, 9, 100], 1)).toEqual([9, 10, 100, null]);
   expect(sorted([10, null, 9, 100], -1)).toEqual([100, 10, 9, null]);
   expect(sorted(["s10", null, "s2"], 1)).toEqual(["s2", "s10", null]);
@@ -94,7 +116,12 @@ test("FASTA: one title line whatever the name, 60 letters per line", () => {
 
 test("curves and bases come out of their packed form", async () => {
   const differences = (values: number[]) => values.map((value, i) => (value - (values[i - 1] ?? 0)) & 255);
-  const curves = [[0, 254, 0], [10, 4, 8], [2, 2, 2], [254, 0, 254]];
+  const curves = [
+    [0, 254, 0],
+    [10, 4, 8],
+    [2, 2, 2],
+    [254, 0, 254],
+  ];
   const positions = [70_000, 69_990, 70_300];
   const steps = positions.map((position, i) => position - (positions[i - 1] ?? 69_900));
   const bytes = [0, 8, 16, 24].flatMap((shift) => steps.map((step) => (step >> shift) & 255));
@@ -108,6 +135,19 @@ test("curves and bases come out of their packed form", async () => {
     positions,
   });
   const raw = [...curves, [6, 6, 4]];
-  const unpacked = await unpackRaw({ values: 3, step: 2, top: 9, highest: 12, current_top: 3, data: packed(raw.flatMap(differences)) });
-  expect(unpacked).toEqual({ step: 2, top: 9, highest: 12, currentTop: 3, curves: raw.map((curve) => Uint8Array.from(curve)) });
+  const unpacked = await unpackRaw({
+    values: 3,
+    step: 2,
+    top: 9,
+    highest: 12,
+    current_top: 3,
+    data: packed(raw.flatMap(differences)),
+  });
+  expect(unpacked).toEqual({
+    step: 2,
+    top: 9,
+    highest: 12,
+    currentTop: 3,
+    curves: raw.map((curve) => Uint8Array.from(curve)),
+  });
 });
