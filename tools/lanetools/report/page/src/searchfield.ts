@@ -23,9 +23,11 @@ export class SearchField {
       placeholder: "Base number or motif",
     });
     field.addEventListener("keydown", (event) => {
-      if (event.key !== "Enter") return;
+      if (event.key !== "Enter" && event.key !== "Escape") return;
       event.preventDefault();
-      this.find(field.value.trim());
+      if (event.key === "Enter") this.find(field.value.trim());
+      // Browsers take the key for emptying the field.
+      else field.closest("dialog")?.close();
     });
     this.element = make("div", { class: "search" }, field, this.status);
   }
