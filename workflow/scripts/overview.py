@@ -1,8 +1,6 @@
 # SPDX-License-Identifier: MIT
 """One page over all plates: a row per plate with its states and figures, and links to what belongs to it."""
 
-from __future__ import annotations
-
 import os
 from html import escape
 from statistics import median

@@ -6,11 +6,13 @@ from __future__ import annotations
 import csv
 import os
 import re
+from collections import Counter
+from hashlib import sha256
 from typing import Any
 
 
 def read_sheet(path: str) -> list[tuple[str, str]]:
-    """Paths and names of a sheet; the name is the folder's where the sheet has none."""
+    """Paths and names of a sheet; the name is empty where the sheet has none."""
     with open(path, newline="", encoding="utf-8-sig") as file:
         rows = csv.DictReader(file, delimiter="\t")
         if "path" not in (rows.fieldnames or []):
@@ -18,23 +20,24 @@ def read_sheet(path: str) -> list[tuple[str, str]]:
         return [(row["path"], row.get("name") or "") for row in rows if row["path"]]
 
 
+def safe_name(name: str) -> str:
+    """The name as that of a folder, with room for what is put after it."""
+    return re.sub(r"[^A-Za-z0-9_+.-]|^[.-]", "_", name)[:80] or "_"
+
+
 def plates_of(config: dict[str, Any]) -> dict[str, str]:
-    """The plates' folders by key. Plates of one name get keys that keep them apart; a folder counts once."""
+    """The plates' folders by key, which is the plate's name. Names that occur more than once get letters of their path
+    after them, which keep them apart in whatever order the plates are given; a folder counts once."""
     given = config["plates"]
     listed = read_sheet(given) if isinstance(given, str) else [(path, "") for path in given]
-    plates: dict[str, str] = {}
+    names: dict[str, str] = {}
     for path, name in listed:
-        folder = os.path.realpath(path)
-        if folder in plates.values():
-            continue
-        if not os.path.isdir(folder):
+        if not os.path.isdir(path):
             raise ValueError(f"{path} is no folder")
-        safe = re.sub(r"[^A-Za-z0-9_+.-]|^[.-]", "_", name or os.path.basename(folder))[:90] or "_"  # leaves room in names of files
-        key, number = safe, 1
-        while key in plates:
-            number += 1
-            key = f"{safe}-{number}"
-        plates[key] = folder
-    if not plates:
+        folder = os.path.realpath(path)
+        names.setdefault(folder, safe_name(name or os.path.basename(folder)))
+    if not names:
         raise ValueError("there are no plates")
-    return plates
+    count = Counter(names.values())
+    return {name if count[name] == 1 else f"{name}-{sha256(os.fsencode(folder)).hexdigest()[:10]}": folder
+            for folder, name in names.items()}
