@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
-# call.sh PLATE RESULTS SCRATCH TIMEOUT LANETOOLS SWITCHES...: calls a plate into the folder RESULTS, by way of a folder in
-# SCRATCH unless that is empty. Results that are there stay, unless other switches made them.
+# call.sh PLATE RESULTS SCRATCH TIMEOUT LANETOOLS SWITCHES...: calls those samples of a plate that have no result in the
+# folder RESULTS, by way of a folder in SCRATCH unless that is empty.
 set -eu
 plate=$1
 results=$2
@@ -10,11 +10,7 @@ timeout=$4
 lanetools=$5
 shift 5
 
-switches=$(printf '%s\n' "$@")
-[ "$(cat "$results.switches" 2>/dev/null)" = "$switches" ] || rm -rf "$results"
 mkdir -p "$results"
-printf '%s\n' "$switches" >"$results.switches"
-
 target=$results
 if [ -n "$scratch" ]; then
     work=$(mktemp -d "$scratch/lanewright.XXXXXX")

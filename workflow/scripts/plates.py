@@ -41,3 +41,15 @@ def plates_of(config: dict[str, Any]) -> dict[str, str]:
     count = Counter(names.values())
     return {name if count[name] == 1 else f"{name}-{sha256(os.fsencode(folder)).hexdigest()[:10]}": folder
             for folder, name in names.items()}
+
+
+def fingerprint(folder: str) -> str:
+    """Another text whenever a sample of the folder comes, goes or changes. The folder's own time would not do: each call
+    of the plate writes its logs there."""
+    state = sha256()
+    with os.scandir(folder) as entries:
+        for entry in sorted(entries, key=lambda entry: entry.name):
+            if entry.name.lower().endswith((".rsd", ".esd", ".ab1", ".abi")):
+                status = entry.stat()
+                state.update(os.fsencode(f"{entry.name}/{status.st_size}/{status.st_mtime_ns}/"))
+    return state.hexdigest()[:16]

@@ -50,7 +50,7 @@ def verdict(folder: str, steps: Iterable[str], min_pass: float) -> str:
     called = sum(sample["state"] == "called" for sample in samples)
     wanted = len(samples) + not_imported(folder)
     if called * 100 < min_pass * wanted or not samples:
-        return f"{called} of {wanted} samples called, see {folder}/summary.tsv"
+        return f"{called} of {wanted} samples called, see {folder}"
     return ""
 
 
