@@ -20,6 +20,8 @@ using namespace lanecall;
 
 constexpr std::size_t baseCount = 600;
 
+constexpr Letters channelLetters{'A', 'C', 'T', 'G'};
+
 std::string truth;
 
 Recorded ReadOf600Bases() {
@@ -31,7 +33,6 @@ Recorded ReadOf600Bases() {
                                      .baseline = 500,
                                      .noise = 10},
                                     &truth);
-    recorded.given = Identity();  // the dyes are separated by what the peaks show
     return recorded;
 }
 
@@ -42,7 +43,8 @@ Prepared Next(const Recorded& read) {
     return Prepare(read);
 }
 Separated Next(Prepared prepared) {
-    return SeparateDyes(std::move(prepared), recorded.letters, recorded.given);
+    // Without a matrix the dyes are separated by what the peaks show.
+    return SeparateDyes(std::move(prepared), channelLetters, Identity());
 }
 Measured Next(Separated separated) {
     return Measure(std::move(separated));
@@ -51,7 +53,7 @@ Sharpened Next(Measured measured) {
     return SharpenPeaks(std::move(measured));
 }
 Aligned AlignDyes(Sharpened sharpened) {
-    return Align(std::move(sharpened), recorded.letters);
+    return Align(std::move(sharpened), channelLetters);
 }
 
 // A stage's result taken through all stages that follow.
@@ -73,7 +75,7 @@ CalledRead Finish(Input input) {
 bool AreRight(const CalledRead& read) {
     std::string letters;
     for (const Call& call : read.calls)
-        letters += recorded.letters[static_cast<std::size_t>(call.channel)];
+        letters += channelLetters[static_cast<std::size_t>(call.channel)];
     constexpr std::size_t margin = 50;
     return letters.find(truth.substr(margin, baseCount - 2 * margin)) != std::string::npos;
 }

@@ -1,5 +1,5 @@
-// The answers of a base-caller library about a sample: every number comes from the input. The arrays are as long as the
-// largest counts that the program reads; each may be missing.
+// What a base-caller library reports about a sample: every number comes from the input. Its arrays are as long as the
+// largest counts that are read, and at most one of them is missing.
 #include <array>
 #include <cstddef>
 #include <cstdint>

@@ -126,6 +126,9 @@ LANECALL_EXPORT int32_t ExecuteProcedure(int32_t, int32_t procedure, int32_t) {
         talk.failure = "The base caller ran out of memory";
         if (talk.isBroken) return 0;
         const bool ok = talk.caller.Run(procedure);
+        // Here and not in ReportSequence, which cannot report that the memory is not there: no bases would look like an
+        // answer.
+        if (ok && procedure == lanecall::procedureCount - 1) FillBases(talk);
         talk.failure.clear();
         return ok ? 1 : 0;
     });
@@ -154,7 +157,6 @@ LANECALL_EXPORT BaseRecord* ReportSequence(int32_t, int32_t* count, int32_t* fir
     *count = *firstGood = *lastGood = 0;
     *overall = 0;
     return Guarded<BaseRecord*>(nullptr, [&](Conversation& talk) {
-        FillBases(talk);
         *count = static_cast<int32_t>(talk.bases.size());
         *firstGood = talk.caller.Good().first;
         *lastGood = talk.caller.Good().last;

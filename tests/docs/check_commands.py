@@ -28,6 +28,8 @@ def commands(page):
             kind = {"```console": "block", "<!-- run:": "hidden"}.get(line)
             if line.startswith("```") and kind is None:
                 kind = "other"
+        elif kind == "other" and line.startswith("$ "):
+            raise SystemExit(f"line {number}: a command in a block that is not marked as console: {line}")
         elif line == ("-->" if kind == "hidden" else "```"):
             kind = None
         elif kind == "hidden":

@@ -169,7 +169,7 @@ TEST_F(AbdExportTest, ArraysThatCannotBeHad) {
     for (int i = 0; i < 32768; ++i)
         AddBase(trace, 'A', 6.0f, 50.0f);
     testing::internal::CaptureStdout();
-    EXPECT_EQ(ExportAbd(), 1);  // one base more than a signed 16-bit count can tell
+    EXPECT_EQ(ExportAbd(), 1);  // one base more than a signed 16-bit count can hold
     std::string printed = testing::internal::GetCapturedStdout();
     EXPECT_EQ(printed.find("The SafeArray Allocation Failed"), 0u);
     EXPECT_EQ(Tags().count("PBAS1") + Tags().count("PLOC1"), 0u);

@@ -1,4 +1,6 @@
 // Samples, raw or stored, that cannot be read, or that nobody could read once they are stored.
+#include <map>
+
 #include "run/ProgramFixture.h"
 
 using programtest::CountOf;
@@ -7,8 +9,6 @@ using programtest::RunResult;
 namespace {
 
 const std::string everything = "-IP plate -OD out -BC -ABD -SCF -FA -FAP ";
-const char* const shown[] = {"SCF/a.scf", "FASTA/a.seq"};  // these hold nothing of the raw curves
-
 class UnreadableSamples : public programtest::ProgramTest {
   protected:
     // A sample whose channels show the bases of `order`; the default order is another one.
@@ -27,6 +27,17 @@ class UnreadableSamples : public programtest::ProgramTest {
         ASSERT_EQ(WriteSample(Path("plate/a.rsd"), info, scans), 0);
     }
     std::string Result(const std::string& name) const { return temp.Read("out/plate_T10_QX1/" + name); }
+    // Results by name, and a check that they are still the same.
+    std::map<std::string, std::string> Results(const std::vector<std::string>& names) const {
+        std::map<std::string, std::string> bytes;
+        for (const std::string& name : names)
+            bytes[name] = Result(name);
+        return bytes;
+    }
+    void ExpectAsBefore(const std::map<std::string, std::string>& before) const {
+        for (const auto& [name, bytes] : before)
+            EXPECT_TRUE(Result(name) == bytes) << name;
+    }
     std::size_t Warnings(const RunResult& run) const { return CountOf("lanewright: warning: ", run.errors); }
 };
 
@@ -38,18 +49,13 @@ TEST_F(UnreadableSamples, RawOneLeavesTheLettersOfTheStoredOne) {
         std::filesystem::remove_all(Path("out/plate_T10_QX1"));
         MakeOrdered("GTAC");
         ASSERT_EQ(Run(everything + forced).exitCode, 0);
-        std::vector<std::string> before;
-        for (const char* name : shown)
-            before.push_back(Result(name));
-        const std::string stored = Result("a.esd");
+        const auto before = Results({"SCF/a.scf", "FASTA/a.seq", "a.esd"});  // these hold nothing of the raw curves
         std::filesystem::resize_file(Path("plate/a.rsd"), 1000);
 
         const RunResult run = Run(everything + forced);
         EXPECT_EQ(run.exitCode, 0);
         EXPECT_EQ(CountOf("already exists", run.output), 1u);
-        for (std::size_t i = 0; i < before.size(); ++i)
-            EXPECT_TRUE(Result(shown[i]) == before[i]) << shown[i];
-        EXPECT_TRUE(Result("a.esd") == stored);
+        ExpectAsBefore(before);
         EXPECT_EQ(Warnings(run), 1u) << run.errors;
     }
 }
@@ -57,21 +63,15 @@ TEST_F(UnreadableSamples, RawOneLeavesTheLettersOfTheStoredOne) {
 TEST_F(UnreadableSamples, StoredOneIsCalledAgain) {
     MakeOrdered("GTAC");
     ASSERT_EQ(Run(everything).exitCode, 0);
-    std::vector<std::string> before;
-    const std::vector<std::string> names = {"SCF/a.scf", "FASTA/a.seq", "ABD/a.abd", "a.esd"};
-    for (const std::string& name : names)
-        before.push_back(Result(name));
-    // Without its trailer, without its first scan, and none at all.
-    for (const int damage : {0, 1, 2}) {
-        SCOPED_TRACE(damage);
-        const std::string stored = before.back();
-        temp.Write("out/plate_T10_QX1/a.esd", damage == 0   ? stored.substr(0, 1000)
-                                              : damage == 1 ? stored.substr(20)
-                                                            : std::string());
+    const auto before = Results({"SCF/a.scf", "FASTA/a.seq", "ABD/a.abd", "a.esd"});
+    const std::string stored = before.at("a.esd");
+    // Without its trailer, without its first scan, and empty.
+    for (const std::string& damaged : {stored.substr(0, 1000), stored.substr(20), std::string()}) {
+        SCOPED_TRACE(damaged.size());
+        temp.Write("out/plate_T10_QX1/a.esd", damaged);
         const RunResult run = Run(everything);
         EXPECT_EQ(CountOf("successfully basecalled a.rsd", run.output), 1u);
-        for (std::size_t i = 0; i < names.size(); ++i)
-            EXPECT_TRUE(Result(names[i]) == before[i]) << names[i];
+        ExpectAsBefore(before);
         EXPECT_EQ(CountOf("a.esd cannot be read and is called again", run.errors), 1u) << run.errors;
     }
     // Each run adds one record of 100 bases and none without.

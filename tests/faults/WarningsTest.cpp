@@ -1,4 +1,4 @@
-// What is odd about a run and stands in no log is told in lines of warning, and nothing else changes because of it.
+// What is odd about a run and is in no log is reported in warnings, and nothing else changes because of it.
 #include <sys/stat.h>
 
 #include "run/ProgramFixture.h"
@@ -30,7 +30,7 @@ TEST_F(Warnings, AreNotGivenForUsualRuns) {
     EXPECT_EQ(Of("-E -IF 'plate/b*.rsd' plate/a.rsd -OD out -BC tenth.so"), "");
 }
 
-TEST_F(Warnings, TellOfInputThatIsNotThere) {
+TEST_F(Warnings, ReportInputThatIsNotThere) {
     MakeSample("plate/a.rsd");
     temp.MakeFolder("empty");
     temp.Write("file", "");
@@ -49,7 +49,7 @@ TEST_F(Warnings, TellOfInputThatIsNotThere) {
               "plate/*.esd matches nothing\n");
 }
 
-TEST_F(Warnings, TellOfWordsThatMayBeMeantOtherwise) {
+TEST_F(Warnings, ReportWordsThatMayBeMistakes) {
     MakeSample("plate/a.rsd");
     EXPECT_EQ(Of("plate -e -IP plate -scff -OD out -BC tenth.so"),
               "plate comes before the first switch and is ignored\n"
@@ -57,7 +57,7 @@ TEST_F(Warnings, TellOfWordsThatMayBeMeantOtherwise) {
               "the plate -scff cannot be listed: No such file or directory\n");
 }
 
-TEST_F(Warnings, TellOfPlatesThatGetIntoEachOthersWay) {
+TEST_F(Warnings, ReportPlatesThatShareAnOutputFolder) {
     temp.MakeFolder("other/plate");
     for (const char* name : {"plate/a.rsd", "other/plate/b.rsd", "other/plate/c.rsd"})
         MakeSample(name);
@@ -71,7 +71,7 @@ TEST_F(Warnings, TellOfPlatesThatGetIntoEachOthersWay) {
     EXPECT_EQ(Of("-IP plate/" + output), "the plate plate/ has no name, because its path ends with a separator\n");
 }
 
-TEST_F(Warnings, TellOfWhatCannotBeStored) {
+TEST_F(Warnings, ReportWhatCannotBeStored) {
     MakeSample("plate/a.rsd");
     std::filesystem::create_directories(Path("out/plate_T10_QX1/Text/a.txt"));
     // The matrix is there and is none.

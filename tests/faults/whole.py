@@ -71,6 +71,20 @@ def fasta(data):
     return records
 
 
+def table(data):
+    """The numbers of a text dump; the lines before them describe what has become of the sample."""
+    head, heading, numbers = data.partition(b"\t Current\r\n\r\n")
+    demand(heading, "there is no heading")
+    demand(not numbers or numbers.endswith(b"\r\n"), "the end is missing")
+    return numbers
+
+
+def held(name, data):
+    """What a file of one sample holds, by its extension; nothing in a failed form. Raises Torn unless it is whole."""
+    readers = {"esd": sample, "fsd": lambda stored: sample(stored) - 1, "abd": abif, "scf": scf, "seq": fasta, "txt": table}
+    return readers[name[-3:]](data)
+
+
 def markup_log(data):
     """The entries of log.xml as (section, path) in their order."""
     demand(not data or data.endswith(b"</log>\t\t\r\n"), "the end is missing")

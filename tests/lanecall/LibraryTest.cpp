@@ -1,40 +1,45 @@
+// The default base caller by its entry points: good reads, bad reads, and whatever else may come.
 #include <gtest/gtest.h>
-#include <lanewright/basecaller.h>
 
+#include "lanecall/Answer.h"
 #include "lanecall/SyntheticRead.h"
-#include "platform/Library.h"
 
-// An entry point of the library, by its name in the header.
-#define ENTRY(name) reinterpret_cast<decltype(name)*>(library.Symbol(#name))
+namespace lanecalltest {
+namespace {
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::uint32_t slowness = 24;
+#else
+constexpr std::uint32_t slowness = 1;
+#endif
 
 class LanecallTest : public testing::Test {
   protected:
     void SetUp() override { ASSERT_TRUE(library.Open(LANECALL_LIBRARY)); }
-    // A whole conversation up to the report of the sequence; the text of what went wrong, or nothing.
-    std::string Run(TestChannels channels, const char* order = "ACTGN") {
-        double* arrays[5] = {channels[0].data(), channels[1].data(), channels[2].data(), channels[3].data(), nullptr};
-        float rows[4][4] = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
-        float* matrix[4] = {rows[0], rows[1], rows[2], rows[3]};
-        ENTRY(CleanUp)();
-        ENTRY(CleanUp)();
-        ENTRY(SetNumSamples)(1);
-        ENTRY(SetRawData)(0, arrays, 4, static_cast<int>(channels[0].size()), 2.89f, order);
-        ENTRY(SetSpecSepMatrix)(0, matrix);
-        for (int i = 0; i < ENTRY(GetNumOfProcedures)(); ++i)
-            if (!ENTRY(ExecuteProcedure)(0, i, 0)) return ENTRY(ReportProblem)(0, nullptr, nullptr);
-        records = ENTRY(ReportSequence)(0, &count, &first, &last, &overall);
-        letters.clear();
-        for (int i = 0; i < count; ++i) {
-            letters += records[i].letter;
-            EXPECT_TRUE(records[i].quality >= 0 && records[i].quality <= 1 && records[i].peaks[0].position >= 0);
+    Answer Ask(const HostileRead& read, const std::string& name) {
+        try {
+            return Converse(library, read);
+        } catch (const Fault& fault) {
+            ADD_FAILURE() << fault.text << ": " << name;
+            return {};
         }
-        return "";
+    }
+    Answer Ask(const TestChannels& channels, const std::string& order = "ACTGN") {
+        HostileRead read;
+        read.order = order;
+        std::copy(channels.begin(), channels.end(), read.arrays.begin());
+        read.arrays[4].resize(channels[0].size());
+        return Ask(read, order);
+    }
+    // The answer to a read, which is `MakeHostileRead` of the same numbers.
+    Answer Ask(std::size_t shape, std::size_t scans, std::uint32_t seed) {
+        const std::string name = std::string(shapes[shape].name) + ", " + std::to_string(scans) + " scans, seed ";
+        const Answer answer = Ask(MakeHostileRead(shape, scans, seed), name + std::to_string(seed));
+        called += answer.letters.empty() ? 0 : 1;
+        return answer;
     }
     platform::Library library;
-    BaseRecord* records = nullptr;
-    std::int32_t count = 0, first = 0, last = 0;
-    float overall = 0;
-    std::string letters;
+    int called = 0;
 };
 
 TEST_F(LanecallTest, CallsAReadWithEverythingThatRunsAddToIt) {
@@ -42,39 +47,68 @@ TEST_F(LanecallTest, CallsAReadWithEverythingThatRunsAddToIt) {
     ways.mixing = {{{1, 0.4, 0, 0.1}, {0.2, 1, 0.1, 0.5}, {0, 0, 1, 0.1}, {0, 0.2, 0.5, 1}}};
     std::string truth;
     const TestChannels read = SyntheticRead(ways, &truth);
-    ASSERT_EQ(Run(read), "");
-    EXPECT_NE(letters.find(truth.substr(5, 290)), std::string::npos) << letters << "\n" << truth;
-    EXPECT_TRUE(last - first > 270 && overall > 0.8) << first << " to " << last << ": " << overall;
-    std::int32_t scratch = 0, start = 0, end = 0;
-    double** curves = ENTRY(PeekProcessedTrace)(0, &scratch, &start, &end);
-    for (int i = 20; i < 280; ++i) {
-        const double at = records[i].peaks[0].position;
-        ASSERT_TRUE(start <= at && at < end && at > records[i - 1].peaks[0].position) << i;
-        EXPECT_NEAR(curves[std::string("ACTG").find(records[i].letter)][std::lround(at)], 1, 0.6) << i;
+    const Answer answer = Ask(read);
+    EXPECT_EQ(answer.problem, "");
+    EXPECT_NE(answer.letters.find(truth.substr(5, 290)), std::string::npos) << answer.letters << "\n" << truth;
+    EXPECT_GT(answer.lastGood - answer.firstGood, 270);
+    EXPECT_GT(answer.overall, 0.8);
+    EXPECT_NEAR(answer.crossTalk, 0.4, 0.06);
+    ASSERT_GE(answer.heights.size(), 280u);
+    for (std::size_t i = 20; i < 280; ++i) {
+        EXPECT_GT(answer.positions[i], answer.positions[i - 1]) << i;
+        EXPECT_NEAR(answer.heights[i], 1, 0.6) << i;
     }
-    EXPECT_NEAR(ENTRY(ReportSpecSeparatnMatrixUsed)(0)[0][1], 0.4, 0.06);
-    EXPECT_EQ(Run(read, "?b*TN"), "");  // strange letters go through, without a matrix in base order
-    EXPECT_EQ(letters.find_first_not_of("?b*T"), std::string::npos);
-    EXPECT_EQ(ENTRY(ReportSpecSeparatnMatrixUsed)(0), nullptr);
+    const Answer strange = Ask(read, "?b*TN");  // strange letters go through, without a matrix in base order
+    EXPECT_EQ(strange.problem, "");
+    EXPECT_EQ(strange.letters.find_first_not_of("?b*T"), std::string::npos);
+    EXPECT_EQ(strange.crossTalk, 0);
 }
 
-TEST_F(LanecallTest, HostileTracesAndCallsOutOfTurnGetAReason) {
-    ENTRY(CleanUp)();  // a library stays loaded, with what the test before left in it
-    EXPECT_EQ(ENTRY(ExecuteProcedure)(0, 0, 0), 0);
-    EXPECT_STREQ(ENTRY(ReportProblem)(0, nullptr, nullptr), "No sample was handed over");
-    EXPECT_EQ(Run({}), "The trace is too short: 0 scans, 200 are needed");
-    TestChannels flat;
+TEST_F(LanecallTest, UselessTracesAndCallsOutOfTurnGetAReason) {
+    const auto execute = [&] {
+        return reinterpret_cast<decltype(ExecuteProcedure)*>(library.Symbol("ExecuteProcedure"))(0, 0, 0);
+    };
+    const auto reason = [&] {
+        return reinterpret_cast<decltype(ReportProblem)*>(library.Symbol("ReportProblem"))(0, nullptr, nullptr);
+    };
+    Ask({});  // a library stays loaded, with what the test before left in it
+    EXPECT_EQ(execute(), 0);
+    EXPECT_STREQ(reason(), "No sample was handed over");
+    EXPECT_EQ(Ask({}).problem, "The trace is too short: 0 scans, 200 are needed");
+    TestChannels flat, dead = SyntheticRead({}), wild = dead;
     flat.fill(std::vector<double>(3000, 32767));
-    EXPECT_EQ(Run(flat), "No signal: no peaks stand out from the noise in any channel");
-    EXPECT_NE(Run(SyntheticRead({.height = 100000, .limit = 30000})).find("saturated"), std::string::npos);
-    EXPECT_NE(Run(SyntheticRead({.bases = 0, .noise = 20})), "");
-    TestChannels dead = SyntheticRead({}), wild = dead;
+    EXPECT_EQ(Ask(flat).problem, "No signal: no peaks stand out from the noise in any channel");
+    EXPECT_NE(Ask(SyntheticRead({.height = 100000, .limit = 30000})).problem.find("saturated"), std::string::npos);
+    EXPECT_NE(Ask(SyntheticRead({.bases = 0, .noise = 20})).problem, "");
     dead[1].assign(dead[1].size(), 0);
-    EXPECT_EQ(Run(dead), "");
-    EXPECT_EQ(ENTRY(ExecuteProcedure)(0, 0, 0), 0);  // it has run
+    EXPECT_EQ(Ask(dead).problem, "");
     for (std::size_t i = 0; i < wild[0].size(); ++i) {
         wild[0][i] *= i % 3 ? 1e300 : -1e300;
         if (i % 500 == 0) wild[1][i] = i % 1000 ? std::nan("") : HUGE_VAL;
     }
-    Run(wild);
+    Ask(wild);
 }
+
+TEST_F(LanecallTest, ShortTracesOfEveryLengthAndLongOnes) {
+    for (std::size_t shape = 0; shape < shapeCount; ++shape) {
+        for (std::size_t scans = 0; scans <= 260; scans += slowness)
+            Ask(shape, scans, static_cast<std::uint32_t>(scans));
+        Ask(shape, 60000 / slowness, 1);  // as long as a run over night, with as many peaks as fit
+    }
+}
+
+TEST_F(LanecallTest, EveryShapeWithEverySetting) {
+    for (std::uint32_t seed = 1; seed <= 1200 / slowness; ++seed) {
+        // Two of three look like reads, so that most stages are reached.
+        const std::size_t shape = seed % 3 == 0 ? seed / 3 % shapeCount : shapeCount - seed % 3;
+        const std::size_t scans = 261 + seed * 7919 % 4000;
+        const Answer answer = Ask(shape, scans, seed);
+        if (seed % 8 != 0) continue;
+        Ask(shapeCount - 1, 3000, seed);
+        EXPECT_TRUE(Ask(shape, scans, seed) == answer) << "something is left of the read between, seed " << seed;
+    }
+    EXPECT_GT(called, 10) << "hardly a read was called, so little was looked at";
+}
+
+}  // namespace
+}  // namespace lanecalltest

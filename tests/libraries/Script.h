@@ -1,4 +1,4 @@
-// What the scripted library answers, and what was said to it. A test finds the one in the library as "script".
+// What the scripted library answers, and the calls that it got. A test finds the one in the library as "script".
 #pragma once
 
 #include <lanewright/basecaller.h>

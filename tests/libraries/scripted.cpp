@@ -1,4 +1,4 @@
-// Answers what its script says and writes down what is said to it. BARE lacks what it may, LACKING what it may not.
+// Answers as its script sets and notes the calls that it gets. BARE lacks what is optional, LACKING what is needed.
 #include <algorithm>
 #include <sstream>
 #include <tuple>

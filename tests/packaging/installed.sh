@@ -13,7 +13,7 @@ export HOME=$work XDG_CONFIG_HOME=$work/config PYTHONDONTWRITEBYTECODE=1
 
 cmake --install "$build" --prefix "$work/installed" >/dev/null
 examples=installed/share/doc/lanewright-dev/examples
-for page in lanewright.1 samplegen.1 calls-agree.1 lanewright-basecaller.7; do
+for page in lanewright.1 lanetools.1 lanetools-{import,run,summary,export,report}.1 samplegen.1 calls-agree.1 lanewright-basecaller.7; do
     gzip -t "installed/share/man/man${page##*.}/$page.gz"
 done
 

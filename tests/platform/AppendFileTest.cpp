@@ -2,36 +2,12 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
 
 #include "support/TempFolder.h"
 
 using platform::AppendFile;
-
-TEST(AppendFile, RecordsOfSeveralProcessesStandWholeOneAfterAnother) {
-    testsupport::TempFolder folder;
-    constexpr int processes = 4, records = 50;
-    const std::string record(10000, 'r');
-    for (int i = 0; i < processes; ++i)
-        if (::fork() == 0) {
-            for (int k = 0; k < records; ++k) {
-                AppendFile file;
-                if (file.Open(folder.Path("f")) || file.Append(std::to_string(i) + record + "\n") || file.Close())
-                    ::_exit(1);
-            }
-            ::_exit(0);
-        }
-    for (int i = 0, status = 0; i < processes; ++i)
-        EXPECT_TRUE(::wait(&status) > 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    std::ifstream in(folder.Path("f"));
-    int whole = 0;
-    for (std::string line; std::getline(in, line); ++whole)
-        ASSERT_EQ(line.substr(1), record);
-    EXPECT_EQ(whole, processes * records);
-}
 
 TEST(AppendFile, AFailedRecordIsCutOffAgain) {
     testsupport::TempFolder folder;

@@ -1,7 +1,6 @@
 #include "platform/AtomicFile.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,12 +18,6 @@ std::string NamesIn(const TempFolder& folder) {
     for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
         names += entry.path().filename().string() + ' ';
     return names;
-}
-
-mode_t ModeOf(const std::string& path) {
-    struct stat status {};
-    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
-    return status.st_mode & 0777;
 }
 
 }  // namespace
@@ -66,31 +59,6 @@ TEST(AtomicFile, AnErrorOfAnyStepLeavesTheFormerFile) {
     file.Write("new");
     EXPECT_EQ(file.Commit(), ENOENT);
     EXPECT_EQ(folder.Read("a"), "former");
-}
-
-TEST(AtomicFile, AnExchangeKeepsTheFormerFileAndItsRights) {
-    TempFolder folder;
-    ASSERT_EQ(::chmod(folder.Write("log", "former").c_str(), 0604), 0);
-    folder.Write("log.temp", "before that");
-    const auto write = [&](const std::string& name, const std::string& kept) {
-        AtomicFile file;
-        EXPECT_EQ(file.Open(folder.Path(name)), 0);
-        file.Write("new");
-        return file.CommitKeeping(folder.Path(kept));
-    };
-    EXPECT_EQ(write("log", "log.temp"), 0);
-    EXPECT_EQ(folder.Read("log") + ", " + folder.Read("log.temp"), "new, former");
-    EXPECT_EQ(ModeOf(folder.Path("log")), 0604u);
-
-    folder.MakeFolder("folder");
-    folder.Write("log", "kept");
-    EXPECT_EQ(write("log", "folder"), EISDIR);
-    EXPECT_EQ(folder.Read("log"), "kept") << "exchanged and not put back";
-    EXPECT_EQ(write("missing", "log.temp"), ENOENT);
-    ASSERT_EQ(::symlink("log", folder.Path("link").c_str()), 0);
-    EXPECT_EQ(write("link", "log.temp"), EINVAL);
-    EXPECT_EQ(folder.Read("log.temp"), "former");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 4) << NamesIn(folder);
 }
 
 TEST(AtomicFile, WhatAKilledProcessLeftGoesWithTheNextFile) {

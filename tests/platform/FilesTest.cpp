@@ -52,7 +52,7 @@ TEST(Files, OpenModesPositionsAndStates) {
         EXPECT_EQ(File().Open(noFile, OpenMode::Read), ENXIO);
 }
 
-TEST(Files, AFullVolumeIsToldAndAReadHasItsLimit) {
+TEST(Files, AFullVolumeIsReportedAndAReadHasItsLimit) {
     File full;
     ASSERT_EQ(full.Open("/dev/full", OpenMode::Update), 0);
     EXPECT_EQ(full.Write("x"), ENOSPC);
@@ -103,7 +103,7 @@ TEST(FindFiles, WildcardsTakeTheLastComponentAndSortWithoutCase) {
     folder.Write("dir.rsd/in.esd", "");
     ASSERT_EQ(::symlink("gone", folder.Path("lost.rsd").c_str()), 0);
 
-    // "_" lies behind all letters in upper case, as volumes that ignore case have it.
+    // "_" comes after all letters in upper case, as volumes that ignore case have it.
     EXPECT_EQ(Names(folder.Path("*.rsd")), "a.rsd a10.rsd B1.rsd b1.rsd b2.RSD dir.rsd/ lost.rsd _.rsd");
     EXPECT_EQ(Names(folder.Path() + "\\B?.RSD"), "B1.rsd b1.rsd b2.RSD");
     EXPECT_EQ(Names(folder.Path("a*1*d")), "a10.rsd");

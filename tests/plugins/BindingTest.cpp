@@ -1,4 +1,4 @@
-// Which library a name or the settings lead to, how it is loaded and let go of, and the dye matrix read on the way.
+// Which library a name or the settings lead to, how it is loaded and released, and the dye matrix that is read with it.
 #include "PluginFixture.h"
 
 class BindingTest : public PluginTest {

@@ -1,4 +1,4 @@
-// The conversation with a library: what is said in which order, and what becomes of good, odd and hostile answers.
+// The conversation with a library: which calls come in which order, and what becomes of good, odd and hostile answers.
 #include <cmath>
 #include <limits>
 
@@ -47,7 +47,7 @@ TEST_F(PluginTest, OrderArgumentsAndResults) {
     EXPECT_EQ(analysis.spacingFwhm, std::vector({1.5f, 2.5f}));
     EXPECT_EQ(analysis.separationQuality, 0.25f);
     EXPECT_EQ(analysis.separationQualities, std::vector(4, 0.25f));
-    *script = Script();  // the same sample again, with less to tell: what is left is of one conversation only
+    *script = Script();  // the same sample again, with less to report: nothing is left of the conversation before
     script->measured = -2;
     EXPECT_EQ(Call(), 1);
     EXPECT_FALSE(trace->separationMatrix);

@@ -27,8 +27,16 @@ TRAILER = 632
 LONGEST_SERIES = 32767
 
 
+def item(tree, position):
+    """Type, value and end of one item of a property tree; the value of a subtree is its number of items."""
+    tag = tree[position]
+    start = position + 1 + (tag & 3)
+    size = int.from_bytes(tree[position + 1 : start], "little")
+    return (tag >> 2, tree[start : start + size], start + size) if tag >> 2 else (0, size, start)
+
+
 def flatten(tree, position, pairs, prefix, out):
-    """Values of one level of a property tree by dotted key; gives the position behind it."""
+    """Values of one level of a property tree by dotted key; gives the position after it."""
     while pairs != 0 and tree[position] != 0xFC:
         _, key, position = item(tree, position)
         kind, value, position = item(tree, position)
@@ -36,21 +44,11 @@ def flatten(tree, position, pairs, prefix, out):
         if kind == 0:
             position = flatten(tree, position, value // 2, name + ".", out)
         elif kind in (36, 42, 44):
-            code, size = {36: ("f", 4), 42: ("h", 2), 44: ("i", 4)}[kind]
-            out[name] = struct.unpack("<%d%s" % (len(value) // size, code), value)
+            out[name] = [number for number, in struct.iter_unpack({36: "<f", 42: "<h", 44: "<i"}[kind], value)]
         else:
-            out[name] = value[:-1].decode("latin-1") if kind == 1 else value
+            out[name] = value[:-1].decode("latin-1")
         pairs -= 1
     return position
-
-
-def item(tree, position):
-    tag = tree[position]
-    start = position + 1 + (tag & 3)
-    size = int.from_bytes(tree[position + 1 : start], "little")
-    if tag >> 2 == 0:
-        return 0, size, start
-    return tag >> 2, tree[start : start + size], start + size
 
 
 class Stored:
@@ -72,12 +70,10 @@ class Stored:
         channels = list(zip(*records))[1:]
         names = [tree.get("CHEMISTRY.CHANNEL%d.BASE" % (n + 1), "") or chr(trailer[358 + 10 * n]) for n in range(4)]
         self.curves = dict(zip((name[0].upper() for name in names), channels))
-        self.letters, self.peaks, self.qualities = "", [], []
-        if raw:
-            return
-        first = tree["START TRACE PROCESSING"][0]
-        marks = tree["BASES DESCRIPTORS"]
-        shown = [i for i in range(tree["BASES CALLED"][0]) if marks[2 * i : 2 * i + 2] != (2, 0)]
+        shown, first = [], 0
+        if not raw:
+            marks, first = tree["BASES DESCRIPTORS"], tree["START TRACE PROCESSING"][0]
+            shown = [i for i in range(tree["BASES CALLED"][0]) if marks[2 * i] != 2 or marks[2 * i + 1] != 0]
         self.letters = "".join(tree["SEQUENCE"][i] for i in shown)
         self.peaks = [tree["PEAK POSITIONS"][i] - first for i in shown]
         self.qualities = [tree["QUALITY SCORES"][i] for i in shown]
@@ -184,7 +180,7 @@ def check_abd(path, raw, called, work):
         if called:
             expect("Biopython DATA%d" % (number + 9), list(tags["DATA%d" % (number + 9)]), curves[letter])
 
-    # io_lib looks for processed curves unless it is told not to, and shows the N of this format as a dash.
+    # io_lib looks for processed curves unless an option names others, and shows the N of this format as a dash.
     dashed = sample.letters.replace("N", "-")
     seen = converted(path, work, *([] if called else ["-abi_data", "1,2,3,4"]))
     expect("convert_trace letters", seen[0], dashed)

@@ -64,18 +64,6 @@ TEST_F(PlateRecords, EntriesOfOthersAndOddPathsAreReadBackAtTheNextEntry) {
     EXPECT_EQ(temp.Read("log.xml"), Layout("d\t\te\t\t\r\nf\t\t\r\n", "an\t\t\r\nb\t\t\r\n", "c\t\t\r\n"));
 }
 
-// The log is the file that the link leads to, and the former state lies beside that.
-TEST_F(PlateRecords, ALogThatIsALinkIsWrittenWhereItLeads) {
-    temp.Write("elsewhere/log.xml", "");
-    std::filesystem::create_symlink("elsewhere/log.xml", temp.Path("log.xml"));
-    plate.AddToMarkupLog("a", SectionOf(Format::Abd));
-    plate.AddToMarkupLog("b", SectionOf(Format::Abd));
-    EXPECT_TRUE(std::filesystem::is_symlink(temp.Path("log.xml")));
-    EXPECT_EQ(temp.Read("elsewhere/log.xml"), Layout("\r\n", "a\t\t\r\nb\t\t\r\n"));
-    EXPECT_EQ(temp.Read("elsewhere/log.xml.temp"), Layout("\r\n", "a\t\t\r\n"));
-    EXPECT_FALSE(temp.Has("log.xml.temp"));
-}
-
 TEST_F(PlateRecords, WhatOthersWroteInTheLogIsReadLineByLine) {
     const auto rewritten = [&](const std::string& before) {
         CHtmlFile(temp.Write("log.xml", before)).WriteSections();

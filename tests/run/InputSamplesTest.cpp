@@ -32,18 +32,23 @@ TEST_F(InputSamples, AreKnownByAnyNameAndOtherSamplesOnlyThroughALink) {
     const std::vector<CFileTypeFilter> types{{"*.esd"}, {"*.rsd"}};
     const CInputSamples none, plate({Path("p"), Path("missing")}, {}, types),
         files({}, {Path("q/data"), Path("q/text"), Path("none.rsd")}, types);
-    for (const char* name : {"p/a.rsd", "hard", "p/../p/a.rsd", "p/torn.esd", "archive/b"}) {
-        EXPECT_TRUE(plate.ForbidWriting(Path(name)) && plate.ForbidReplacing(Path(name))) << name;
-        EXPECT_FALSE(none.ForbidWriting(Path(name)) || none.ForbidReplacing(Path(name))) << name;
-    }
+    // What may be neither written to nor replaced, by name.
+    const auto forbidden = [&](const CInputSamples& samples, const char* name) {
+        return std::string(samples.ForbidWriting(Path(name)) ? "write " : "") +
+               (samples.ForbidReplacing(Path(name)) ? "replace" : "");
+    };
+    for (const char* name : {"p/a.rsd", "hard", "p/../p/a.rsd", "p/torn.esd", "archive/b", "p/linked.rsd"})
+        EXPECT_EQ(forbidden(plate, name), "write replace") << name;
+    for (const char* name : {"p/a.rsd", "hard", "p/../p/a.rsd", "p/torn.esd", "archive/b"})
+        EXPECT_EQ(forbidden(none, name), "") << name;
     // Links may give their place to another file, but for those that are the input's own.
-    for (const char* name : {"soft", "soft.again", "to.data", "to.named", "p/linked.rsd"}) {
-        EXPECT_TRUE(plate.ForbidWriting(Path(name))) << name;
-        EXPECT_TRUE(none.ForbidWriting(Path(name))) << name;
-        EXPECT_EQ(plate.ForbidReplacing(Path(name)), std::string(name) == "p/linked.rsd") << name;
-    }
+    for (const char* name : {"soft", "soft.again", "to.data", "to.named"})
+        EXPECT_EQ(forbidden(plate, name), "write ") << name;
+    for (const char* name : {"soft", "soft.again", "to.data", "to.named", "p/linked.rsd"})
+        EXPECT_EQ(forbidden(none, name), "write ") << name;
     for (const char* name : {"q/text", "to.text", "to.nothing", "none.rsd", "missing", "archive/named.ESD"})
-        EXPECT_FALSE(plate.ForbidWriting(Path(name)) || files.ForbidReplacing(Path(name))) << name;
-    EXPECT_TRUE(files.ForbidWriting(Path("q/data")) && files.ForbidReplacing(Path("q/data")));
-    EXPECT_FALSE(files.ForbidWriting(Path("p/a.rsd")));
+        EXPECT_EQ(forbidden(plate, name), "") << name;
+    for (const char* name : {"q/text", "none.rsd", "p/a.rsd"})
+        EXPECT_EQ(forbidden(files, name), "") << name;
+    EXPECT_EQ(forbidden(files, "q/data"), "write replace");
 }

@@ -13,7 +13,7 @@
 
 namespace programtest {
 
-// What a run left behind.
+// The result of a run.
 struct RunResult {
     int exitCode;
     std::string output, errors;  // the two standard streams

@@ -108,27 +108,18 @@ TEST(PropertyTree, StoresInAnyOrder) {
     }
 }
 
-// However little room there is: nothing is written behind the limit, and what stood there can still be found.
+// However little room there is: nothing is written beyond the limit, and what stood there can still be found.
 TEST(PropertyTree, LackOfRoomLeavesASoundTree) {
     for (std::size_t size = 12; size < 60; ++size) {
         Tree tree(size);
         tree.PutInt("M", 5);
         const std::int32_t result = tree.PutInt("M2.Sub.Value", 6);
-        EXPECT_TRUE(result > 0 || result == -1);
         EXPECT_EQ(tree.Int("M2.Sub.Value"), result > 0 ? 6 : -1);
+        if (result <= 0) {
+            EXPECT_EQ(result, -1);
+        }
         tree.PutInt("Z", 7);
         EXPECT_EQ(tree.Int("M"), 5);
-    }
-}
-
-TEST(PropertyTree, ItemsThatDoNotParse) {
-    const std::vector<Bytes> damaged = {
-        {},           {0xFD, 0}, {5, 2, 'A', 'B'},  {5, 0, 0}, {5, 3, 'A', 0}, {0xB1, 3, 0, 0, 0}, {9, 4, 'A', 0, 0, 1},
-        {0x21, 1, 2}, {0x64},    {0x67, 0xFF, 0xFF}};
-    for (const Bytes& bytes : damaged) {
-        const std::uint8_t* cursor = bytes.data();
-        EXPECT_FALSE(CPropertyTree::ParseItem(nullptr, cursor, true, bytes.data() + bytes.size())) << bytes.size();
-        EXPECT_EQ(cursor, bytes.data());
     }
 }
 

@@ -1,7 +1,5 @@
 #include "samplestore/RsdFile.h"
 
-#include <random>
-
 #include "SampleFixture.h"
 
 namespace {
@@ -31,6 +29,7 @@ class RsdFile : public SampleTest {
 
 TEST_F(RsdFile, LayoutAndChecksum) {
     const Bytes bytes = ReadBytes(MakeSample(7));
+    ASSERT_GT(bytes.size(), 140 + trailerSize);
     const std::size_t trailer = bytes.size() - trailerSize;
     EXPECT_EQ(std::string(&bytes[trailer + 450], &bytes[trailer + 454]), "ESD1");
     EXPECT_EQ(WordAt(bytes, trailer + 458), trailer - 140);
@@ -75,7 +74,9 @@ TEST_F(RsdFile, NewScansMoveTreeAndTrailer) {
         ReadBack(path, info, scans);
         EXPECT_EQ(info.channel[3].filter, "filter3");
         ASSERT_EQ(scans.size(), count);
-        EXPECT_TRUE(scans.empty() || scans.back().words == replacement.back().words);
+        if (count > 0) {
+            EXPECT_EQ(scans.back().words, replacement.back().words);
+        }
     }
 }
 
@@ -85,7 +86,7 @@ TEST_F(RsdFile, UnknownBytesAndKeysSurvive) {
     const std::size_t kept[] = {462, 495, 496, 504, 567, 592, 624, 627};
     for (const std::size_t at : kept)
         bytes[bytes.size() - trailerSize + at] = 0x5A;
-    // A key of another program, in place of one of ours.
+    // A key of another program, instead of one of ours.
     const std::string ours = "MACHINE ID", theirs = "Machine no";
     auto found = std::search(bytes.begin(), bytes.end(), ours.begin(), ours.end());
     ASSERT_NE(found, bytes.end());
@@ -101,21 +102,6 @@ TEST_F(RsdFile, UnknownBytesAndKeysSurvive) {
         EXPECT_EQ(after[after.size() - trailerSize + at], 0x5A) << at;
     for (const std::string& key : {ours, theirs})
         EXPECT_NE(std::search(after.begin(), after.end(), key.begin(), key.end()), after.end());
-}
-
-TEST_F(RsdFile, ReadOnlyFilesAreNotWritten) {
-    const std::string path = MakeSample();
-    const Bytes before = ReadBytes(path);
-    CRsdFile file;
-    CSampleInfo info;
-    EXPECT_EQ(file.Open(Path("none.rsd"), true), ENOENT);
-    ASSERT_EQ(file.Open(path, true), 0);
-    EXPECT_EQ(file.WriteInfo(info), 13);
-    EXPECT_EQ(file.WriteScans(NumberedScans(1)), 13);
-    EXPECT_EQ(file.Commit(), 13);
-    EXPECT_EQ(file.Close(), 0);
-    EXPECT_EQ(file.Close(), 0);
-    EXPECT_EQ(ReadBytes(path), before);
 }
 
 TEST_F(RsdFile, DamagedSizesAndVersions) {
@@ -204,42 +190,6 @@ TEST_F(RsdFile, CommitAfterAFailedOne) {
     }
     EXPECT_EQ(file.ReadInfo(working), 0);
     EXPECT_EQ(working.sampleName + working.comment, "renamedcc");
-}
-
-// Files with any bytes of tree and trailer changed: refused, or updated into files that read well.
-TEST_F(RsdFile, DamagedFiles) {
-    const Bytes good = ReadBytes(MakeSample(20));
-    const std::string path = Path("damaged.rsd");
-    int refused = 0, updated = 0;
-    std::mt19937 random(777);
-    for (int round = 0; round < 300; ++round) {
-        Bytes bytes = good;
-        for (unsigned i = random() % 6 + 1; i > 0; --i) {
-            const std::size_t from = random() % 2 ? 400 : bytes.size() - 180;  // tree and trailer, or mostly the sizes
-            bytes[from + random() % (bytes.size() - from)] =
-                static_cast<std::uint8_t>(random() % 2 ? random() : random() % 4);
-        }
-        if (random() % 8 == 0) bytes.resize(random() % bytes.size());
-        WriteBytes(path, bytes);
-        CRsdFile file;
-        CSampleInfo info;
-        ASSERT_EQ(file.Open(path, false), 0);
-        if (file.ReadInfo(info)) {
-            ++refused;
-            continue;
-        }
-        info.barCode = "stored";
-        EXPECT_EQ(file.WriteInfo(info), 0);
-        EXPECT_EQ(file.WriteScans(NumberedScans(5)), 0);
-        if (file.Close()) continue;
-        EXPECT_EQ(XorOfFile(path), 0u);
-        std::vector<ScanRecord> scans;
-        ReadBack(path, info, scans);
-        EXPECT_EQ(scans.size(), 5u);
-        ++updated;
-    }
-    EXPECT_GT(refused, 30);
-    EXPECT_GT(updated, 30);
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ class SampleFile : public SampleTest {
         const Bytes bytes = ReadBytes(Path("basecall.log"));
         return std::string(bytes.begin(), bytes.end());
     }
-    // The log behind the loading line.
+    // The log after the loading line.
     std::string LogAfterLoading() const {
         const std::string log = Log();
         return log.substr(log.find("\r\n") + 2);
@@ -236,35 +236,25 @@ TEST_F(SampleSaving, FailedSample) {
     EXPECT_EQ(scans[0].Float(4), 1.0f);
 }
 
-// The first target is the raw file itself; the others cannot be written.
-TEST_F(SampleSaving, FailedCopies) {
+// A copy onto the raw file itself, targets that cannot be written, and raw files that cannot be copied or updated.
+TEST_F(SampleSaving, FailuresLeaveNothing) {
     CTraceFile& holder = Processed(Path("out/../a.rsd"));
     const Bytes raw = ReadBytes(Path("a.rsd"));
-    EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
+    testing::internal::CaptureStdout();
+    for (const std::string& target : {holder.path, Path("none/a.esd"), temp.MakeFolder("folder")}) {
+        holder.path = target;
+        EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0) << target;
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Access is denied");
     EXPECT_EQ(ReadBytes(Path("a.rsd")), raw);
 
-    holder.path = Path("none/a.esd");
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
-    holder.path = temp.MakeFolder("out/folder");
-    EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Access is denied");
-    std::filesystem::remove(Path("a.rsd"));
     holder.path = Path("out/a.esd");
+    std::filesystem::remove(Path("a.rsd"));
     EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
-    EXPECT_FALSE(std::filesystem::exists(Path("out/a.esd")));
+    WriteBytes(Path("a.rsd"), Bytes(700));  // without a trailer there is no copy
+    EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
     EXPECT_EQ(LogAfterLoading(), "Using base order TGCA. \r\n");
-}
-
-// A raw file that cannot be updated: the failure is told and nothing half-made is left.
-TEST_F(SampleSaving, DamagedCopy) {
-    CTraceFile& holder = Processed(Path("out/a.esd"));
-    // Without a trailer there is no copy, and without the tree that a trailer tells of it cannot be brought up to date.
-    const Bytes raw = sampletest::ReadBytes(Path("a.rsd"));
-    WriteBytes(Path("a.rsd"), Bytes(700));
-    EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
-    EXPECT_EQ(Log().find("failed to write"), std::string::npos);
-    WriteBytes(Path("a.rsd"), Bytes(raw.end() - 632, raw.end()));
+    WriteBytes(Path("a.rsd"), Bytes(raw.end() - 632, raw.end()));  // the trailer describes a tree that is not there
     EXPECT_EQ(sample->SaveProcessedSample(holder, 5), 0);
     EXPECT_NE(Log().find("failed to write file " + Path("out/a.esd") + " \r\n"), std::string::npos);
     EXPECT_TRUE(std::filesystem::is_empty(Path("out")));

@@ -53,7 +53,7 @@ inline std::uint32_t XorOfFile(const std::string& path) {
     return words;
 }
 
-// Scans whose words tell which they are.
+// Scans whose words show which scan they are.
 inline std::vector<ScanRecord> NumberedScans(std::uint32_t count) {
     std::vector<ScanRecord> scans(count);
     for (std::uint32_t i = 0; i < count; ++i)

@@ -32,12 +32,13 @@ TEST_F(Tools, SamplesHoldWhatTheTruthSays) {
     for (const std::string name : {"synthA01", "synthA02", "synthA03", "synthA04", "synthA05"}) {
         sampletest::ReadBack(Path("p/" + name + ".rsd"), info, scans);
         EXPECT_EQ(sampletest::XorOfFile(Path("p/" + name + ".rsd")), 0u);
-        EXPECT_TRUE("synth" + info.wellId == name && info.scanCount == scans.size()) << name << " " << info.wellId;
+        EXPECT_EQ("synth" + info.wellId, name);
         const std::string call = PlainCall(2500);
         const std::size_t at = truth.find(">" + name);
         saturated += info.saturated;
         failed += at == std::string::npos && call.empty();
-        EXPECT_TRUE(info.saturated || at == std::string::npos || call.ends_with(truth.substr(at + 19, 40))) << call;
+        if (info.saturated || at == std::string::npos) continue;
+        EXPECT_EQ(call.substr(call.size() - std::min<std::size_t>(call.size(), 40)), truth.substr(at + 19, 40));
     }
     EXPECT_EQ(failed + 10 * saturated, 12);
 }
@@ -50,21 +51,28 @@ TEST_F(Tools, FormsOfFilesAndTheSameSeed) {
     sampletest::ReadBack(Path("a/xyzE01.esd"), info, scans);
     EXPECT_EQ(temp.Read("a/xyzE01.esd").size(), scans.size() * scanRecordSize + 632);
     EXPECT_EQ(info.version + static_cast<float>(info.plateRows), 17.1f);
-    for (const std::string bad : {"", "c -b 19", "c -o AACG", "c -n nan", "c -w 2 --failed 3", "c -s -1", "no/such"})
-        EXPECT_TRUE(Run(SAMPLEGEN_PROGRAM " " + bad) == 1 && !temp.Has("c")) << bad;
+    for (const std::string bad : {"", "c -b 19", "c -o AACG", "c -n nan", "c -w 2 --failed 3", "c -s -1", "no/such"}) {
+        EXPECT_EQ(Run(SAMPLEGEN_PROGRAM " " + bad), 1) << bad;
+        EXPECT_FALSE(temp.Has("c")) << bad;
+    }
 }
 
-// Measurements on plain plates are compared over years.
-TEST_F(Tools, PlainPlatesStayWhatTheyWere) {
-    ASSERT_EQ(Run(SAMPLEGEN_PROGRAM " p -w 2 -b 700"), 0);
-    std::uint64_t hash = 0xcbf29ce484222325u;  // FNV-1a
-    for (const char* file : {"p/synthA01.rsd", "p/synthA02.rsd", "p/truth.fasta", "p/dyeMethod1.ini"})
-        for (const std::uint8_t byte : sampletest::ReadBytes(Path(file)))
-            hash = (hash ^ byte) * 0x100000001b3u;
-    EXPECT_EQ(hash, 0x5df76d8bde8918a6u);
+// Measurements on plates are compared over years. What the rhythm and the dye shifts of hard plates are was measured on
+// real runs; whoever changes them knows it from here.
+TEST_F(Tools, PlatesStayWhatTheyWere) {
+    const auto hash = [&](const std::string& options) {
+        EXPECT_EQ(Run(SAMPLEGEN_PROGRAM " p " + options), 0) << temp.Read("printed");
+        std::uint64_t value = 0xcbf29ce484222325u;  // FNV-1a
+        for (const char* file : {"p/synthA01.rsd", "p/synthA02.rsd", "p/truth.fasta", "p/dyeMethod1.ini"})
+            for (const std::uint8_t byte : sampletest::ReadBytes(Path(file)))
+                value = (value ^ byte) * 0x100000001b3u;
+        return value;
+    };
+    EXPECT_EQ(hash("-w 2 -b 700"), 0x5df76d8bde8918a6u);
+    EXPECT_EQ(hash("-w 2 -b 700 -s 5 --hard"), 0xdff6665d4d62b7dfu);
 }
 
-TEST_F(Tools, CallsAreHeldAgainstTheTruth) {
+TEST_F(Tools, CallsAreComparedWithTheTruth) {
     temp.Write("t/truth.fasta",
                ">p1A01 20 bases\nACGTTGCAAC\nCATGGATCCT\n>p1A02\nGATTACAGATTACA\n>p1A03\nACRTYGNKAC\n");
     // A junk head and tail, a substitution, an insertion and a deletion; then one whose ends were not called.

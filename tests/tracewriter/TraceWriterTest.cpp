@@ -1,10 +1,9 @@
-// The trace writer by itself: what it is handed and what lies on disk afterwards.
+// The trace writer by itself: what it is given and what is on disk afterwards.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <cerrno>
-#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -13,7 +12,6 @@
 #include "support/PlainUser.h"
 #include "support/TempFolder.h"
 #include "tracewriter/ClassTable.h"
-#include "tracewriter/IAbdQualities.h"
 #include "tracewriter/IAbdWriter.h"
 #include "tracewriter/IScfSamples.h"
 #include "tracewriter/IScfWriter.h"
@@ -121,30 +119,6 @@ TEST_F(TraceWriterTest, AbifStoresEveryForm) {
     EXPECT_EQ(tags["PCON1"].data, (std::string{0, 3, 10, 20, 40}));
 }
 
-TEST_F(TraceWriterTest, ExactQualitiesOfOneFile) {
-    const CInstance<IAbdWriter> writer;
-    const CInstance<IScfWriter> other;
-    EXPECT_EQ(other.Find<IAbdQualities>(), nullptr);
-    auto* qualities = writer.Find<IAbdQualities>();
-    ASSERT_NE(qualities, nullptr);
-    const std::vector<float> exact{-1, NAN, 1e-30f, 50, 99, 99.99f, 99.99999f, 100, INFINITY};
-    EXPECT_EQ(qualities->SetQualities(exact), E_UNEXPECTED);
-    const auto pcon = [&](std::size_t handedOver) {
-        std::int32_t opened = 0, status = 0;
-        EXPECT_EQ(writer->OpenFile(folder + "/a.abd", 0, opened), S_OK);
-        if (handedOver > 0) {
-            EXPECT_EQ(qualities->SetQualities(std::span(exact).first(handedOver)), S_OK);
-        }
-        EXPECT_EQ(writer->AddTag("QVAL", 1, Shorts({-1, 0, 0, 50, 99, 99, 99, 100, 0})), S_OK);
-        EXPECT_EQ(writer->CloseFile(status), S_OK);
-        return ReadAbif(folder + "/a.abd")["PCON1"].data;
-    };
-    EXPECT_EQ(pcon(exact.size()), (std::string{0, 0, 0, 3, 20, 40, 71, 93, 93}));
-    // Qualities of another file, or of other bases, are none of this one.
-    for (const std::size_t handedOver : {0, 8})
-        EXPECT_EQ(pcon(handedOver), (std::string{0, 0, 0, 3, 20, 20, 20, 40, 0}));
-}
-
 TEST_F(TraceWriterTest, FileAppearsWholeOrNotAtAll) {
     {
         const CInstance<IAbdWriter> writer;
@@ -152,7 +126,7 @@ TEST_F(TraceWriterTest, FileAppearsWholeOrNotAtAll) {
         ASSERT_EQ(writer->OpenFile(folder + "/a.abd", 0, opened), S_OK);
         EXPECT_FALSE(std::filesystem::exists(folder + "/a.abd"));
     }
-    EXPECT_EQ(FilesInFolder(), 0u) << "an export that ends early leaves something behind";
+    EXPECT_EQ(FilesInFolder(), 0u) << "an export that ends early leaves a file";
 
     ASSERT_EQ(WriteSmallAbd(folder + "/a.abd"), S_OK);
     // A disk that fills while a file of that name is replaced.
