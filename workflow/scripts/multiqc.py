@@ -5,7 +5,9 @@ import os
 import subprocess
 
 task = snakemake  # type: ignore # noqa: F821 - Snakemake gives it
-summary = [task.params.lanetools, "summary", *filter(os.path.isdir, task.params.results), "--format", "multiqc", "-o", task.params.data]
+os.environ["PATH"] = os.pathsep.join([task.params.programs, os.environ["PATH"]])
+results = [folder for folder in task.params.results if os.path.isdir(folder)]
+summary = ["lanetools", "summary", *results, "--format", "multiqc", "-o", task.params.data]
 page = ["multiqc", "--force", "--outdir", os.path.dirname(task.output[0]), task.params.data]
 with open(task.log[0], "w", encoding="utf-8") as log:
     code = subprocess.run(summary, stdout=log, stderr=log, check=False).returncode

@@ -15,7 +15,7 @@ fail() {
 }
 
 [ "$(id -u)" -eq 0 ] || fail "only root can start the daemons of a trial cluster"
-for program in snakemake slurmctld slurmd sbatch munged; do
+for program in snakemake slurmctld slurmd sbatch munged multiqc; do
     command -v "$program" >/dev/null || fail "$program is missing: see the packages in scripts/test"
 done
 
@@ -57,6 +57,7 @@ cat >settings.yaml <<SETTINGS
 plates: [$work/a/plate1, $work/b/plate1, $work/c/plate3, $work/c/plate4]
 programs: $programs
 SETTINGS
+"$programs/lanetools" report --help >/dev/null 2>&1 || echo "report: false" >>settings.yaml  # built without pages
 
 echo "A key that does not exist"
 ! start local local --config swiches=-BC || fail "an unknown key was taken"
@@ -99,8 +100,9 @@ diff -r --exclude='*.log' local/out slurm/out || fail "the results differ"
 
 echo "A plate is repaired"
 mv good.rsd c/plate4/plate4A03.rsd
-start local local || fail "the repaired plate did not pass"
+start local local --config multiqc=True || fail "the repaired plate did not pass"
 expect "^call  *1 "
+[ -s local/out/multiqc_report.html ] || fail "there is no page by MultiQC"
 
 echo "Files of an instrument"
 mkdir instrument
