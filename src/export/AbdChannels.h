@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "samplestore/SampleFile.h"
+#include "samplestore/SampleInfo.h"
 #include "tracewriter/IAbdWriter.h"
 
 using ChannelCurves = std::array<std::vector<double>, channelCount>;

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "samplestore/SampleFile.h"
+#include "samplestore/SampleInfo.h"
 #include "tracewriter/IAbdWriter.h"
 
 // The lane number of the sample's well, 1 to 256: lanes count from the last well of the plate up its column, then up

@@ -4,7 +4,9 @@
 #include <string>
 
 #include "run/Plate.h"
+#include "samplestore/CapTrace.h"
 #include "samplestore/SampleFile.h"
+#include "samplestore/SampleInfo.h"
 
 // "Quillion # " and the machine's id, "N/A" for an empty one.
 inline std::string MachineText(const CSampleInfo& info) {

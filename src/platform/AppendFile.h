@@ -1,6 +1,7 @@
 // A file to which whole records are appended, also by several processes at the same time.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 

@@ -9,6 +9,7 @@
 // If the volume cannot exchange names, or the file is writable but its folder is not, the file is rewritten in place.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>

@@ -1,6 +1,7 @@
 // The base-caller libraries of a run, with its settings and its operations.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -11,6 +11,7 @@
 // starts that section; lines before the first tag are dropped.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>

@@ -1,6 +1,7 @@
 // A text file with CR LF line ends, written in large blocks.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>

@@ -3,6 +3,7 @@
 
 #include <lanewright/basecaller.h>
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <utility>

@@ -2,12 +2,14 @@
 // describes the format.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "samplestore/RsdTrailer.h"
 #include "samplestore/SampleInfo.h"

@@ -33,9 +33,12 @@
 
 #include "platform/AtomicFile.h"
 #include "tracewriter/AbifElement.h"
+#include "tracewriter/Guid.h"
+#include "tracewriter/Hresult.h"
 #include "tracewriter/IAbdQualities.h"
 #include "tracewriter/IAbdWriter.h"
 #include "tracewriter/IUnknown.h"
+#include "tracewriter/TagValue.h"
 
 class CAbifFile final : public IUnknown, public IAbdWriter, public IAbdQualities {
   public:

@@ -11,6 +11,7 @@
 
 #include "tracewriter/ComError.h"
 #include "tracewriter/Guid.h"
+#include "tracewriter/Hresult.h"
 #include "tracewriter/IUnknown.h"
 
 class CClassTable {

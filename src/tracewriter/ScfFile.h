@@ -32,6 +32,8 @@
 #include <vector>
 
 #include "tracewriter/BigEndian.h"
+#include "tracewriter/Guid.h"
+#include "tracewriter/Hresult.h"
 #include "tracewriter/IScfSamples.h"
 #include "tracewriter/IScfWriter.h"
 #include "tracewriter/IUnknown.h"
