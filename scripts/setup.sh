@@ -33,4 +33,9 @@ quietly() {
     rm -f "$output"
 }
 
+# Node.js makes the report page of lanetools. Debian's is installed unless the commands are there from elsewhere.
+need_node() {
+    if ! command -v node >/dev/null || ! command -v npm >/dev/null; then need_packages nodejs npm; fi
+}
+
 build_packages=(g++ cmake ninja-build pkg-config libcli11-dev libhts-dev nlohmann-json3-dev zlib1g-dev scdoc)

@@ -16,7 +16,7 @@
 // Size in bytes of the buffer for a section. What does not fit in it is ignored.
 inline constexpr std::uint32_t iniSectionSize = 1000;
 
-// Copies the lines of the section into `buffer`, each followed by a NUL, cut off at `size` - 2 bytes, and then two more
+// Copies the lines of the section into `buffer`, each followed by a NUL, up to `size` - 2 bytes in all, and adds two
 // NULs. Returns the number of bytes before these two; 0 if there is no such file or section. Warns of a file that
 // exists and cannot be read.
 std::uint32_t GetPrivateProfileSectionA(std::string_view section, char* buffer, std::uint32_t size,

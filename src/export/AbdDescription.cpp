@@ -16,15 +16,15 @@
 
 namespace {
 
-constexpr std::size_t longestGelName = 31;
-constexpr std::size_t cutGelName = 30;
+constexpr std::size_t maxGelNameLength = 31;
+constexpr std::size_t cutGelNameLength = 30;
 
 // Name of the raw file, cut to what old readers can hold.
 std::string GelName(const CSampleFile& sample) {
     if (!sample.rawTrace) return {};
     std::string folder = sample.rawTrace->path;
     const std::string name = SplitPath(folder);
-    return name.size() > longestGelName ? name.substr(0, cutGelName) : name;
+    return name.size() > maxGelNameLength ? name.substr(0, cutGelNameLength) : name;
 }
 
 // With one decimal, after a point also when a library has changed the locale of the process.

@@ -26,7 +26,7 @@
 
 namespace {
 
-constexpr std::uint32_t longestSeries = 32767;
+constexpr std::uint32_t maxSeriesLength = 32767;
 constexpr std::int32_t goodRegionMargin = 5;  // scans
 
 // The part of a processed trace that its file shows.
@@ -41,7 +41,7 @@ std::uint32_t RawScans(const CSampleFile& sample) {
 }
 
 std::int32_t StepFor(std::uint32_t scans) {
-    return static_cast<std::int32_t>(scans / longestSeries + 1);
+    return static_cast<std::int32_t>(scans / maxSeriesLength + 1);
 }
 
 // `baseOne` counts raw scans with the good region only, otherwise steps.
@@ -120,7 +120,7 @@ void WriteBaseAndSampleTags(IAbdWriter& writer, const CSampleFile& sample, const
 }
 
 // Passes the qualities of the bases in "QVAL" with the precision of the trace.
-void HandOverQualities(IAbdQualities& taker, const CProcessedTrace& trace, bool goodRegionOnly) {
+void PassQualities(IAbdQualities& taker, const CProcessedTrace& trace, bool goodRegionOnly) {
     std::vector<float> percent;
     for (const std::int32_t index : ExportBases(trace, goodRegionOnly))
         percent.push_back(static_cast<float>(trace.calledBases.GetQuality(index)));
@@ -139,7 +139,7 @@ void WriteCalledSample(const CInstance<IAbdWriter>& instance, const CSampleFile&
     if (trace.separationMatrix) WriteMatrix(writer, sample, *trace.separationMatrix);
     WritePlateTags(writer, sample.info);
     WriteBaseAndSampleTags(writer, sample, trace, goodRegionOnly, window);
-    if (auto* taker = instance.Find<IAbdQualities>()) HandOverQualities(*taker, trace, goodRegionOnly);
+    if (auto* taker = instance.Find<IAbdQualities>()) PassQualities(*taker, trace, goodRegionOnly);
 }
 
 void WriteFailedSample(IAbdWriter& writer, const CSampleFile& sample) {
@@ -178,7 +178,7 @@ std::int32_t WriteAbd(CSampleFile& sample, const std::string& sourcePath, bool l
         write(writer);
         std::int32_t status = 0;
         Check(writer->CloseFile(status));
-        Exported(sample, Format::Abd, path);
+        RecordOutput(sample, Format::Abd, path);
         return 1;
     } catch (const CComError& error) {
         LogFailure(plate);

@@ -11,9 +11,9 @@
 void AddTextTag(IAbdWriter& writer, const std::string& name, std::int32_t number, const std::string& text);
 // The low 16 bits of `value`.
 void AddNumberTag(IAbdWriter& writer, const std::string& name, std::int32_t number, std::int32_t value);
-// The first `count` of `values`, which has at least that many. A count is negative when that of a long list was cut to
-// 16 bits; no array has such a length. An array that cannot be made or filled is reported on standard output, and the
-// tag is passed with an empty value.
+// The first `count` of `values`, which has at least that many. The count of a very long list is negative, because it
+// was cut to 16 bits, and there can be no array of that length. An array that cannot be made or filled is reported on
+// standard output, and the tag gets an empty value.
 void AddBytesTag(IAbdWriter& writer, const std::string& name, std::int32_t number, std::span<const std::uint8_t> values,
                  std::int16_t count);
 void AddShortsTag(IAbdWriter& writer, const std::string& name, std::int32_t number,

@@ -12,8 +12,8 @@ struct Extremes {
 
     // Widens the two by `values`, in any units.
     void Take(std::span<const double> values) {
-        // Four searches in parallel, each of which looks at every fourth value: a single one would wait for its
-        // previous comparison at each value.
+        // Four independent searches, each over every fourth value, which the processor runs in parallel: in a single
+        // search each comparison waits for the one before.
         constexpr std::size_t lanes = 4;
         std::array<double, lanes> lows, highs;
         lows.fill(low);

@@ -39,7 +39,7 @@ std::optional<MessageId> Written(const std::string& path, platform::Error error)
 
 // Appends the record to a common file, completely or not at all.
 std::optional<MessageId> AppendRecord(const CSampleFile& sample, const std::string& path, const std::string& record) {
-    if (sample.plate->InputSamples().ForbidWriting(path)) {
+    if (sample.plate->InputSamples().IsWriteForbidden(path)) {
         platform::Warn({path, " is a sample file and is not written to"});
         return MessageId::CannotOpenForWriting;
     }
@@ -73,6 +73,6 @@ std::int32_t CSampleFile::ExportFasta(CTraceFile* processed, const std::string& 
         plate->Log(FormatMessage(*failure, {path}));
         return 0;
     }
-    Exported(*this, Format::Fasta, path);
+    RecordOutput(*this, Format::Fasta, path);
     return 1;
 }

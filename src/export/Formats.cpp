@@ -5,12 +5,12 @@
 #include "run/Plate.h"
 
 bool IsTargetFree(const CSampleFile& sample, const std::string& path) {
-    if (!sample.plate->InputSamples().ForbidReplacing(path)) return true;
+    if (!sample.plate->InputSamples().IsReplaceForbidden(path)) return true;
     platform::Warn({path, " is a sample file and is not replaced"});
     return false;
 }
 
-void Exported(const CSampleFile& sample, Format format, const std::string& path) {
+void RecordOutput(const CSampleFile& sample, Format format, const std::string& path) {
     const CFormat& row = formats.at(static_cast<std::size_t>(format));
     if (row.done) sample.plate->Log(FormatMessage(*row.done, {path}));
     sample.plate->AddToMarkupLog(path, SectionOf(format));

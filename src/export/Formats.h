@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -11,7 +12,7 @@
 
 class CSampleFile;
 
-enum class Format { Sample, Abd, Scf, Fasta, Text };
+enum class Format { Sample, Abd, Scf, Fasta, Text, Count };
 
 struct CFormat {
     std::string_view extension;     // without its dot
@@ -30,6 +31,7 @@ inline constexpr std::array formats = {
     CFormat{"seq", "FASTA", false, "fasta", MessageId::FastaExported},
     CFormat{"txt", "Text", false, "txt", std::nullopt},
 };
+static_assert(formats.size() == static_cast<std::size_t>(Format::Count), "one row for each Format");
 
 // Number of the format's section of log.xml (see HtmlFile.h).
 constexpr std::int32_t SectionOf(Format format) {
@@ -37,7 +39,7 @@ constexpr std::int32_t SectionOf(Format format) {
     return firstSection + sectionsEach * static_cast<std::int32_t>(format);
 }
 
-// False, after a warning, when a file at `path` would take the place of a sample of the input.
+// False, after a warning, if writing a file to `path` would replace a sample of the input.
 bool IsTargetFree(const CSampleFile& sample, const std::string& path);
 // Records in the plate's log and in its log.xml that a file of the sample was written.
-void Exported(const CSampleFile& sample, Format format, const std::string& path);
+void RecordOutput(const CSampleFile& sample, Format format, const std::string& path);

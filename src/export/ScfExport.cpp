@@ -107,7 +107,7 @@ std::int32_t Save(IScfWriter& writer, const CSampleFile& sample, const std::stri
     if (path.empty()) return 0;
     if (!IsTargetFree(sample, path)) throw CComError(HresultFromErrno(EEXIST));
     Check(writer.SaveFile(path));
-    Exported(sample, Format::Scf, path);
+    RecordOutput(sample, Format::Scf, path);
     return 1;
 }
 

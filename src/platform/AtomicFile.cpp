@@ -23,7 +23,7 @@ namespace {
 
 using host::Descriptor;
 
-constexpr int mostNumbers = 1000;
+constexpr int maxNumber = 1000;
 
 std::string TemporaryLeaf(int maker, int number) {
     return ".lw" + std::to_string(maker) + '-' + std::to_string(number) + ".tmp";
@@ -51,27 +51,27 @@ Error CreateLocked(const std::string& path, Descriptor& file) {
     std::ignore = host::Try([&] { return ::flock(file.Number(), LOCK_EX); });  // some volumes know no locks
     struct stat status {};
     if (::fstat(file.Number(), &status) != 0 || status.st_nlink > 0) return success;
-    // Another process has taken it for a left file and has removed it.
+    // Another process took it for an abandoned file and has removed it.
     file.CloseQuietly();
     return EEXIST;
 }
 
 // Removes the temporary file if the process that made it has ended. The file is removed before its lock is released, so
-// a process that has just made it and waits for the lock sees that it has to make another one.
-void RemoveIfLeft(const std::string& path, pid_t maker) {
+// if its maker has created it but not locked it yet, CreateLocked finds that it is gone and makes another one.
+void RemoveIfAbandoned(const std::string& path, pid_t maker) {
     Descriptor file;
     if (file.Open(path, O_RDONLY | O_NOFOLLOW)) return;
     const Error error = host::Try([&] { return ::flock(file.Number(), LOCK_EX | LOCK_NB); });
-    // On a volume without locks the process is looked up by its number.
-    const bool isLeft = !error || (!(error == EWOULDBLOCK) && ::kill(maker, 0) != 0 && errno == ESRCH);
-    if (isLeft) ::unlink(path.c_str());
+    // On a volume without locks, checks whether there is a process of that number.
+    const bool isAbandoned = !error || (!(error == EWOULDBLOCK) && ::kill(maker, 0) != 0 && errno == ESRCH);
+    if (isAbandoned) ::unlink(path.c_str());
 }
 
-void RemoveLeftFiles(const std::string& folder) {
+void RemoveAbandonedFiles(const std::string& folder) {
     std::vector<FoundEntry> entries;
     std::ignore = FindFiles(folder + ".lw*.tmp", entries);
     for (const FoundEntry& entry : entries) {
-        if (const auto maker = MakerOf(entry.name)) RemoveIfLeft(folder + entry.name, *maker);
+        if (const auto maker = MakerOf(entry.name)) RemoveIfAbandoned(folder + entry.name, *maker);
     }
 }
 
@@ -84,7 +84,7 @@ Error Rename(const std::string& from, const std::string& to) {
 }
 
 // Gives the file the permissions and the owner of the one at `path`, which must be a regular file (EINVAL).
-Error TakeRights(const Descriptor& file, const std::string& path) {
+Error CopyRights(const Descriptor& file, const std::string& path) {
     struct stat own {
     }, other{};
     if (::fstat(file.Number(), &own) != 0 || ::lstat(path.c_str(), &other) != 0) return errno;
@@ -119,9 +119,9 @@ Error AtomicFile::Create(const std::string& path) {
     const std::string folder = target.substr(0, target.rfind('/') + 1);
     // Each folder is searched once per process, since it may contain many thousands of files.
     static std::set<std::string> seen;
-    if (seen.insert(folder).second) RemoveLeftFiles(folder);
+    if (seen.insert(folder).second) RemoveAbandonedFiles(folder);
     Error error = EEXIST;
-    for (int number = 1; error == EEXIST && number <= mostNumbers; ++number) {
+    for (int number = 1; error == EEXIST && number <= maxNumber; ++number) {
         temporary = folder + TemporaryLeaf(::getpid(), number);
         error = CreateLocked(temporary, file);
     }
@@ -159,7 +159,7 @@ Error AtomicFile::Commit() {
 
 Error AtomicFile::CommitKeeping(const std::string& former) {
     const auto keptName = NativePath(former);
-    if (!failure) failure = keptName ? TakeRights(file, target) : ENOENT;
+    if (!failure) failure = keptName ? CopyRights(file, target) : ENOENT;
     return Finish([&] {
         if (const Error error = ExchangeNames(temporary, target)) return error;
         const Error error = Rename(temporary, *keptName);

@@ -21,7 +21,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t maxWarningSize = 8192;
-constexpr std::array endingSignals = {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP};  // or stop the process
+constexpr std::array endingSignals = {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGTSTP};  // end or stop the process
 int output = STDOUT_FILENO;                                                        // what Print writes to
 
 void WriteText(int fd, std::string_view text) {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <memory>
+#include <tuple>
 
 #include "platform/Drives.h"
 #include "platform/Files.h"
@@ -37,7 +38,7 @@ Error FillCopy(Descriptor& source, Descriptor& target, const struct stat& former
     if (const Error error = CopyContents(source, target)) return error;
     // A failure does not matter: some volumes do not have permission bits.
     if (isFile && (formerTarget.st_mode & 0777) != permissions)
-        static_cast<void>(::fchmod(target.Number(), permissions));
+        std::ignore = host::Try([&] { return ::fchmod(target.Number(), permissions); });
     return target.Close();
 }
 

@@ -48,7 +48,7 @@ Error Descriptor::OpenAt(const Descriptor& folder, const std::string& name, int 
                 status);
 }
 
-// Takes over the descriptor that a call has just opened, or failed to open (-1).
+// Makes this the owner of the descriptor that a call has just opened. The error of the call if it failed (-1).
 Error Descriptor::Take(int number, int flags, struct stat* status) {
     Descriptor opened;
     opened.fd = number;

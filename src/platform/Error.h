@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// An errno value, or a number that an operation defines itself; 0 for success. True in a condition if there is an
+// An errno value, or a number that an operation defines itself; 0 for success. In a condition it is true if there is an
 // error: "if (const Error error = file.Open(path, mode)) return error;".
 class [[nodiscard]] Error {
   public:

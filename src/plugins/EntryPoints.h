@@ -9,8 +9,8 @@
 
 // An entry point that the library lacks is empty; Missing reports whether it is needed.
 struct CEntryPoints {
-    // `withRange`: the signal range will be set whatever the library's name is. `library` and `sample`, whose names are
-    // used in warnings, must outlive the entry points.
+    // `withRange`: SetSignalRange will be called, so it is needed even if the library is not "QXBaseCaller". `library`
+    // and `sample`, whose names are used in warnings, must outlive the entry points.
     CEntryPoints(const platform::Library& library, const std::string& sample, bool withRange);
 
     // Name of the first entry point that is needed and that the library lacks; empty if it has them all.

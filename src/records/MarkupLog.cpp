@@ -27,11 +27,12 @@ void CPlate::AddToMarkupLog(const std::string& path, std::int32_t section) try {
         if (!records->hasWarnedOfMarkup) platform::Warn({path, " cannot be entered in ", logPath, ": ", reason});
         records->hasWarnedOfMarkup = true;
     };
-    // Removed from the records, and put back for the next entry only if everything succeeds.
+    // Moved out of the records, and back only if everything succeeds; otherwise the next entry reads the file again.
     std::unique_ptr<CHtmlFile> log = std::move(records->markup);
     if (!log) log = std::make_unique<CHtmlFile>();
     if (const platform::Error error = log->Open(logPath)) return warn(error.Text());
-    if (!log->IsOwn() && (InputSamples().ForbidWriting(logPath) || InputSamples().ForbidReplacing(log->FormerPath())))
+    if (!log->IsOwn() &&
+        (InputSamples().IsWriteForbidden(logPath) || InputSamples().IsReplaceForbidden(log->FormerPath())))
         return warn("it or its former state is a sample file");
     if (section < 0 || section >= std::ssize(log->sections)) return warn("it cannot be read");
     log->sections[static_cast<std::size_t>(section)].entries.Add(path);

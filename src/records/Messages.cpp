@@ -34,11 +34,20 @@ constexpr std::pair<MessageId, std::string_view> patterns[] = {
     {MessageId::ScfExported, "exported to SCF file format %s\r\n"},
 };
 
-std::string_view Pattern(MessageId id) {
+constexpr std::string_view Pattern(MessageId id) {
     const auto* const found =
         std::find_if(std::begin(patterns), std::end(patterns), [&](const auto& row) { return row.first == id; });
     return found == std::end(patterns) ? std::string_view() : found->second;
 }
+
+constexpr bool HasEveryText() {
+    for (int id = 1; id <= static_cast<int>(MessageId::ScfExported); ++id) {
+        const bool isUsed = id < 16 || id > 18;  // 16 to 18 have no message
+        if (isUsed && Pattern(static_cast<MessageId>(id)).empty()) return false;
+    }
+    return true;
+}
+static_assert(HasEveryText(), "one row for each MessageId");
 
 }  // namespace
 

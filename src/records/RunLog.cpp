@@ -28,7 +28,7 @@ void CPlate::Log(const std::string& text) {
     if (const platform::Error error = logFile.Open(path))
         return WarnOfLoss(records->hasWarnedOfLog, path, error.Text());
     const CloseAtExit closeAtExit{logFile};
-    if (logFile.Identity() != records->log && InputSamples().ForbidWriting(path))
+    if (logFile.Identity() != records->log && InputSamples().IsWriteForbidden(path))
         return WarnOfLoss(records->hasWarnedOfLog, path, "it is a sample file");
     records->log = logFile.Identity();
     const platform::Error added = logFile.Append(text);

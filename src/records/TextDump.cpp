@@ -138,6 +138,6 @@ std::int32_t CSampleFile::ExportText(CTraceFile& holder) {
     const std::string path = ExportPath(holder.path, "txt");
     if (path.empty()) return 0;
     if (IsTargetFree(*this, path)) WriteDump(path, *this, holder);
-    Exported(*this, Format::Text, path);
+    RecordOutput(*this, Format::Text, path);
     return 1;
 }

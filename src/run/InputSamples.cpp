@@ -39,13 +39,13 @@ bool CInputSamples::Has(const platform::FileIdentity& file) const {
     return std::binary_search(known.begin(), known.end(), file);
 }
 
-bool CInputSamples::ForbidWriting(const std::string& path) const {
+bool CInputSamples::IsWriteForbidden(const std::string& path) const {
     if (const auto file = platform::IdentityOf(path); !file || Has(*file)) return file.has_value();
     const auto target = platform::LinkTarget(path);
     return target && (HasSampleExtension(*target) || HasTrailer(path));
 }
 
-bool CInputSamples::ForbidReplacing(const std::string& path) const {
+bool CInputSamples::IsReplaceForbidden(const std::string& path) const {
     const auto name = platform::IdentityOfName(path);
     return name && Has(*name);
 }

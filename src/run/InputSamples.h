@@ -20,10 +20,10 @@ class CInputSamples {
     bool Has(const platform::FileIdentity& file) const;
     // True when opening `path` and writing to it would change a sample: one of the input or, if `path` is a symbolic
     // link, any file that is named like a sample or has a valid trailer.
-    bool ForbidWriting(const std::string& path) const;
+    bool IsWriteForbidden(const std::string& path) const;
     // True when replacing or deleting `path` would remove a sample of the input. A symbolic link may be replaced unless
     // the input names a sample through it.
-    bool ForbidReplacing(const std::string& path) const;
+    bool IsReplaceForbidden(const std::string& path) const;
 
   private:
     void Add(const std::string& path);

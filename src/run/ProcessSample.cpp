@@ -24,7 +24,7 @@ std::string ProcessedPath(const CSampleFile& sample) {
 void DeleteTarget(const CSampleFile& sample, const CInputSamples& inputs) {
     const std::string& path = sample.processedTrace->path;
     if (sample.rawTrace && platform::IsSameFile(sample.rawTrace->path, path)) return;
-    if (!inputs.ForbidReplacing(path)) platform::DeleteIfThere(path);
+    if (!inputs.IsReplaceForbidden(path)) platform::DeleteIfThere(path);
 }
 
 }  // namespace

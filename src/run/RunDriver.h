@@ -21,7 +21,7 @@ class CRunDriver {
     std::vector<std::string> inputFiles;     // single sample files
     std::vector<std::string> inputPlates;    // plate folders
     std::shared_ptr<CPlateRecords> records;  // of the latest plate; kept for the next one in the same folder
-    CInputSamples inputSamples;              // must not be changed
+    CInputSamples inputSamples;              // the files that the run must not change
     std::string analysisIniPath;             // empty when the analysis settings are not used
     std::string settingsIniPath;
     std::string outputFolder;  // root of all output

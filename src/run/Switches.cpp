@@ -46,7 +46,7 @@ void SetFastaFile(const CParsedSwitch& given, CRunDriver& driver, RunRequest&) {
 }
 
 void BeginFastaFile(const CParsedSwitch& given, CRunDriver& driver, RunRequest& request) {
-    if (HasParameter(given) && !driver.inputSamples.ForbidWriting(given.parameters.front()))
+    if (HasParameter(given) && !driver.inputSamples.IsWriteForbidden(given.parameters.front()))
         platform::DeleteIfThere(given.parameters.front());
     SetFastaFile(given, driver, request);
 }

@@ -57,7 +57,7 @@ struct CSwitch {
     Switch id;
     std::string_view name;  // in upper case
     bool needsBaseCall;     // the first such switch adds the base call to the operations
-    // Its line of the help; empty for the switches that name input, which the head of the help explains.
+    // Its line of the help. Empty for the switches that name input: the head of the help explains them.
     std::string_view help;
     // Makes its settings when the command line is applied. Null if it has none.
     void (*apply)(const CParsedSwitch& given, CRunDriver& driver, RunRequest& request);

@@ -37,7 +37,7 @@ class CCalledBase {
 };
 
 // The bases in order, with the good region. Indices start at 0. For an index that does not exist (below 0, or Count()
-// and above) each accessor returns the default noted beside it.
+// and above) each accessor returns the default in the comment after it.
 class CCalledBases {
   public:
     float qualityIndex = 0;       // overall quality in percent

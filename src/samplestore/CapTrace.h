@@ -90,7 +90,7 @@ class CProcessedTrace : public CCapTrace {
     // The bases and all other values from `analysis` are set at once.
     void TakeScans(std::unique_ptr<ScanRecord[]> scans, const CAnalysisInfo& analysis) override;
 
-    // Takes over the channels and the current, all of the same length, which becomes scanCount.
+    // Moves the channels and the current into the trace. All have the same length, which becomes scanCount.
     void SetArrays(std::array<std::vector<double>, channelCount> newChannels, std::vector<double> newCurrent);
 
     // Who called the bases: a caller of the run (not owned), or for a stored sample an owned record with only a name,

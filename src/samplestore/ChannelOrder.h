@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-// Entry i is the channel (0 to 3) of letter i of "ACGT" and of "CAGT". Global to the program, which is safe because a
-// sample's exports run before the next sample is loaded.
+// Entry i is the channel (0 to 3) that shows letter i of "ACGT", or of "CAGT". Global variables are safe here, because
+// all exports of a sample run before the next sample is loaded.
 extern std::array<std::int32_t, 4> channelOrderAcgt;
 extern std::array<std::int32_t, 4> channelOrderCagt;

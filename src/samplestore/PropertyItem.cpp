@@ -105,7 +105,7 @@ bool CPropertyTree::WriteItem(Position& cursor, ConstPosition limit, std::uint32
     std::size_t n = 0;
     std::uint32_t lengthBytes = 0;
     const std::size_t size = ItemSize(type, count, data, &n, &lengthBytes);
-    if (type >= typeCodes || n > property::largestLength) return false;
+    if (type >= typeCodes || n > property::maxLength) return false;
     if (cursor > limit || static_cast<std::size_t>(limit - cursor) < size) return false;
 
     Position to = cursor;
@@ -121,7 +121,7 @@ std::size_t CPropertyTree::EncodeItem(std::vector<std::uint8_t>& buffer, std::ui
                                       const void* data) {
     std::size_t n = 0;
     const std::size_t size = ItemSize(type, count, data, &n);
-    if (type >= typeCodes || n > property::largestLength) return 0;
+    if (type >= typeCodes || n > property::maxLength) return 0;
     const std::size_t before = buffer.size();
     buffer.resize(before + size);
     Position to = buffer.data() + before;

@@ -5,8 +5,8 @@
 //   1       L     N, unsigned little-endian
 //   1 + L   N     payload (none for a subtree and for the end marker)
 //
-// N is the payload's length in bytes; only a subtree's N counts something else, twice the number of its pairs. The
-// pairs follow the subtree's header directly, so the stream is also a flat row of items.
+// N is the payload's length in bytes, except for a subtree, where N is twice the number of its pairs. The pairs follow
+// the subtree's header directly, so the stream is also a flat row of items.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@ enum Type : std::uint32_t {
 };
 
 constexpr std::uint8_t endMarkerByte = 0xFC;
-constexpr std::uint32_t largestLength = 0xFFFFFF;  // three length bytes
+constexpr std::uint32_t maxLength = 0xFFFFFF;  // three length bytes
 
 }  // namespace property
 

@@ -103,7 +103,7 @@ class KeyWriter {
     }
 
     void Put(std::string_view key, property::Type type, std::uint32_t count, const void* data, std::size_t size) {
-        isGood = isGood && size <= property::largestLength;
+        isGood = isGood && size <= property::maxLength;
         if (!isGood) return;
         EnsureRoom(tree, key, tail, std::max<std::size_t>(size, 1));
         CPropertyTree::Position end = tree.data() + tail;
@@ -257,6 +257,6 @@ void EnsureRoom(std::vector<std::uint8_t>& tree, std::string_view key, std::size
     const auto dots = static_cast<std::size_t>(std::count(key.begin(), key.end(), '.'));
     const std::size_t need = keySize + 4 * (dots + 2 * dataSize);
     if (tail + need + 1 <= tree.size()) return;
-    constexpr std::size_t smallestGrowth = 2048;
-    tree.resize((tree.size() + std::max(2 * need, smallestGrowth) + 3) / 4 * 4);
+    constexpr std::size_t minGrowth = 2048;
+    tree.resize((tree.size() + std::max(2 * need, minGrowth) + 3) / 4 * 4);
 }

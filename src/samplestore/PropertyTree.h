@@ -28,7 +28,7 @@ class CPropertyTree {
     // --- Items. `data` are the values in memory order; for the two text types a text with its NUL, and then `count`
     // does not matter.
     static std::uint32_t ElementSize(std::uint32_t type);
-    // Bytes of the encoded item, with its N and L if asked for. An N above property::largestLength cannot be encoded.
+    // Bytes of the encoded item, with its N and L if asked for. An N above property::maxLength cannot be encoded.
     static std::size_t ItemSize(std::uint32_t type, std::uint32_t count, const void* data, std::size_t* n = nullptr,
                                 std::uint32_t* l = nullptr);
     // True if the item at the cursor is valid. With `advance` the cursor moves past it (to a subtree's first child).
@@ -43,6 +43,7 @@ class CPropertyTree {
     static bool WriteEnd(Position position, ConstPosition limit);
 
     // --- Reading
+
     // True for non-empty components separated by dots.
     static bool IsKeyValid(std::string_view key);
     // Moves the cursor past the `n` / 2 pairs of a subtree and all that is nested in them. False, and the cursor stays,
@@ -59,7 +60,9 @@ class CPropertyTree {
     // Size in bytes of the pair found from the top level; 0 if it is absent or the stream does not parse.
     static std::size_t Get(std::string_view key, ConstPosition start, CPropertyItem& item, ConstPosition limit);
 
-    // --- Writing Sets a value and makes missing subtrees. Returns the bytes that the pair now takes; 0 if nothing was
+    // --- Writing
+
+    // Sets a value and makes missing subtrees. Returns the bytes that the pair now takes; 0 if nothing was
     // changed because the key, or a part of its path, has a value of another type; -1 for a bad key or stream, or for
     // lack of room (subtrees made on the way stay). `tail` moves with the end marker. `data` must not lie in the tree's
     // buffer.

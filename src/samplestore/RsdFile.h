@@ -51,9 +51,9 @@ class CRsdFile {
     Error GetScanCount(std::uint32_t& count);
     // Reads the first destination.size() records; `malformed` if there are fewer.
     Error ReadScans(std::span<ScanRecord> destination);
-    // Checks what no other operation looks at, and what the program stores always holds: that whole scans, tree and
-    // trailer fill the file (malformed), that the checksum is right (wrongChecksum), and that the trailer counts as
-    // many scans as there are (wrongScanCount). Reads the whole file; changes that are not committed do not count.
+    // Checks the properties that no other operation checks, and that every file stored by the program has: it consists
+    // of whole scans, tree and trailer (else malformed), its checksum is right (else wrongChecksum), and its trailer
+    // has the number of scans (else wrongScanCount). Reads the whole file from the disk, without uncommitted changes.
     Error Verify();
     // Replaces the scan block.
     Error WriteScans(std::vector<ScanRecord> records);

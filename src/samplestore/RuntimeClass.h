@@ -34,6 +34,6 @@ class CObject {
 
 // `object` as a T if it is of that class or derived from it, else null.
 template <class T>
-T* KindCast(CObject* object) {
+T* CastTo(CObject* object) {
     return object && object->IsKindOf(T::runtimeClass) ? static_cast<T*>(object) : nullptr;
 }

@@ -30,8 +30,8 @@ enum class SampleKind : std::int32_t {
 
 // True for a path that ends in ".rsd" or ".esd" (case ignored).
 bool HasSampleExtension(const std::string& path);
-// An old file (below version 1.2) says nothing of plate and well, and may not say the sample's name, but its own name
-// does: "xyzA01.rsd". Fills these in; a newer file's description stays as it is.
+// A file below version 1.2 has no plate and no well, and often no sample name. Its file name has them: "xyzA01.rsd" is
+// well A01 of the sample "xyz". Sets these fields of `info`; changes nothing for a newer file.
 void NameByFile(CSampleInfo& info, const std::string& fileName, const std::string& plateName);
 
 class CSampleFile {

@@ -101,7 +101,7 @@ std::int32_t CSampleFile::SaveProcessedSample(CTraceFile& holder, std::int32_t p
         if (!copy.Store(info, std::move(scans))) return 0;
     }
     if (!copy.Close()) return 0;
-    if (trace) Exported(*this, Format::Sample, holder.path);
+    if (trace) RecordOutput(*this, Format::Sample, holder.path);
     return 1;
 }
 
@@ -119,6 +119,6 @@ std::int32_t CSampleFile::SaveFailedSample(CTraceFile& holder) {
     for (int channel = 1; channel <= channelCount; ++channel)
         placeholder.SetFloat(channel, 1.0f);
     if (!copy.Store(info, {placeholder}) || !copy.Close()) return 0;
-    Exported(*this, Format::Sample, holder.path);
+    RecordOutput(*this, Format::Sample, holder.path);
     return 1;
 }

@@ -6,7 +6,7 @@ CTraceFile::CTraceFile(std::string filePath, CSampleFile* owner, bool processed,
     : path(std::move(filePath)), sample(owner) {
     const CRuntimeClass& kind = processed ? CProcessedTrace::runtimeClass : CRawTrace::runtimeClass;
     std::unique_ptr<CObject> object = kind.create();
-    trace.reset(KindCast<CCapTrace>(object.get()));
+    trace.reset(CastTo<CCapTrace>(object.get()));
     if (trace) static_cast<void>(object.release());
     if (CProcessedTrace* made = Processed()) made->SetCallerInfo(caller);
 }

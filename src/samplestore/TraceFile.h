@@ -23,5 +23,5 @@ class CTraceFile {
     ~CTraceFile();
 
     // The trace if it is a processed one, else null.
-    CProcessedTrace* Processed() const { return KindCast<CProcessedTrace>(trace.get()); }
+    CProcessedTrace* Processed() const { return CastTo<CProcessedTrace>(trace.get()); }
 };

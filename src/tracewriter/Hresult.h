@@ -23,7 +23,7 @@ constexpr HRESULT E_INVALIDARG = MakeHresult(0x80070057);
 constexpr HRESULT REGDB_E_CLASSNOTREG = MakeHresult(0x80040154);
 constexpr HRESULT DISP_E_BADINDEX = MakeHresult(0x8002000B);
 
-// The range of the codes that an interface defines for itself, both ends included; the first means number 0.
+// The codes that an interface may define for itself, from the first to the last. Their error texts number them from 0.
 constexpr HRESULT firstInterfaceCode = MakeHresult(0x80040200);
 constexpr HRESULT lastInterfaceCode = MakeHresult(0x8004FFFF);
 

@@ -11,8 +11,9 @@ class IAbdQualities {
   public:
     static constexpr Guid iid = ParseGuid("A02B9D9F-9CAE-4417-8B50-438B1C8E7FD6");
 
-    // `percent` has, for each base of "PBAS" in its order, the probability that the call is right. To be called between
-    // OpenFile and CloseFile, before or after the tags; a second list replaces the first. The qualities in the file
+    // `percent` has, for each base of "PBAS" in its order, the probability that the call is right. Must be called
+    // between OpenFile and CloseFile, before or after the tags; a second list replaces the first. The qualities in the
+    // file
     // ("PCON") are then computed from these values instead of "QVAL", provided that "QVAL" has as many elements.
     virtual HRESULT SetQualities(std::span<const float> percent) = 0;
 

@@ -34,8 +34,8 @@ TEST_F(InputSamples, AreKnownByAnyNameAndOtherSamplesOnlyThroughALink) {
         files({}, {Path("q/data"), Path("q/text"), Path("none.rsd")}, types);
     // What may be neither written to nor replaced, by name.
     const auto forbidden = [&](const CInputSamples& samples, const char* name) {
-        return std::string(samples.ForbidWriting(Path(name)) ? "write " : "") +
-               (samples.ForbidReplacing(Path(name)) ? "replace" : "");
+        return std::string(samples.IsWriteForbidden(Path(name)) ? "write " : "") +
+               (samples.IsReplaceForbidden(Path(name)) ? "replace" : "");
     };
     for (const char* name : {"p/a.rsd", "hard", "p/../p/a.rsd", "p/torn.esd", "archive/b", "p/linked.rsd"})
         EXPECT_EQ(forbidden(plate, name), "write replace") << name;

@@ -55,8 +55,11 @@ int main(int argc, char** argv) {
     tools.set_version_flag("--version", "lanetools " LANEWRIGHT_VERSION);
     tools.require_subcommand(1);
     tools.formatter(std::make_shared<commandline::CHelpFormatter>());
-    const std::vector<CSubcommand> subcommands{lanetools::AddImport(tools), lanetools::AddRun(tools),
-                                               lanetools::AddSummary(tools), lanetools::AddExport(tools)};
+    std::vector<CSubcommand> subcommands{lanetools::AddImport(tools), lanetools::AddRun(tools),
+                                         lanetools::AddSummary(tools), lanetools::AddExport(tools)};
+#ifdef LANEWRIGHT_REPORT
+    subcommands.push_back(lanetools::AddReport(tools));
+#endif
     for (const CSubcommand& subcommand : subcommands)
         subcommand.app->set_version_flag("--version", "lanetools " LANEWRIGHT_VERSION);
     try {

@@ -22,5 +22,6 @@ CSubcommand AddImport(CLI::App& tools);
 CSubcommand AddRun(CLI::App& tools);
 CSubcommand AddSummary(CLI::App& tools);
 CSubcommand AddExport(CLI::App& tools);
+CSubcommand AddReport(CLI::App& tools);
 
 }  // namespace lanetools

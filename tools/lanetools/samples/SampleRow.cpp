@@ -14,6 +14,9 @@ namespace lanetools {
 
 namespace {
 
+// Of a plate, so that a letter and two digits name each well.
+constexpr std::int32_t mostColumns = 99, mostRows = 26;
+
 // Seconds since 1 January 1970.
 std::string UtcText(std::int32_t seconds) {
     if (seconds == 0) return "";
@@ -97,6 +100,8 @@ void Identify(CSampleRow& row, const CSampleInfo& info, const std::string& plate
     row.well = ToUtf8(info.wellId);
     row.sample = ToUtf8(info.sampleName);
     row.runStart = UtcText(info.runStart);
+    if (info.plateColumns > 0 && info.plateColumns <= mostColumns) row.plateColumns = info.plateColumns;
+    if (info.plateRows > 0 && info.plateRows <= mostRows) row.plateRows = info.plateRows;
 }
 
 std::string PlateFolderOf(const std::string& outputFolderName) {

@@ -28,7 +28,11 @@ struct CSampleRow {
     std::optional<std::int64_t> rawPeak;
     std::string runStart;  // "2024-05-01T10:20:30Z", empty for 0
 
-    std::string path;  // of the stored sample, empty when missing; no column
+    // No columns:
+    std::string path;                               // of the stored sample, empty when missing
+    std::string rawPath;                            // of the raw sample, empty when that is not known
+    std::string outputFolder;                       // path; empty for a raw plate without output
+    std::int32_t plateColumns = 12, plateRows = 8;  // wells of the plate
 };
 
 // Calls visit(name, value) for each column in order; values are std::string, std::optional<std::int64_t> or
@@ -66,7 +70,7 @@ std::optional<std::string> ColumnText(const CSampleRow& row, std::string_view co
 
 // The row of a stored sample. `plateFolder` names the plate where the sample does not. rawPeak is absent.
 CSampleRow MakeRow(const CStoredSample& sample, const std::string& plateFolder);
-// Fills the columns that say which sample it is, from its description: plate to file but the stem, and runStart.
+// Fills what says which sample it is, from its description: plate to file but the stem, runStart and the plate's size.
 void Identify(CSampleRow& row, const CSampleInfo& info, const std::string& plateFolder);
 // The name of the plate's folder, as far as the name of the output folder tells: "p1" for "p1_LC1_QX1". A code with "_"
 // in it cannot be told from the plate's name. Any other name stays as it is.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <span>
 #include <string_view>
 #include <tuple>
 
@@ -111,6 +112,7 @@ CSampleRow MissingRow(const CRawSample& raw, const std::string& plateFolder) {
     Identify(row, raw.info, plateFolder);
     row.file = ToUtf8(raw.stem);
     row.reason = raw.reason;
+    row.rawPath = raw.path;
     return row;
 }
 
@@ -125,6 +127,7 @@ CSampleRow ResultRow(const CResult& result, const CRawSample& raw, const std::st
     CSampleRow row = ResultRow(result, plateFolder);
     if (row.state == SampleState::Damaged && raw.reason.empty()) Identify(row, raw.info, plateFolder);
     if (row.state == SampleState::Called) row.rawPeak = RawPeak(raw.path);
+    row.rawPath = raw.path;
     return row;
 }
 
@@ -176,6 +179,7 @@ std::vector<CSampleRow> Summarize(const std::vector<COutputFolder>& outputs, con
                                             [&](const CRawPlate& plate) { return plate.path == folder.path; });
         if (isRawPlate) continue;  // plates and their outputs may lie side by side
         const std::vector<CResult> results = ReadFolder(folder, progress);
+        const std::size_t first = rows.size();
         if (CReadPlate* plate = PlateOf(folder, results, read)) {
             plate->hasOutput = true;
             AddRows(*plate, results, rows);
@@ -183,6 +187,8 @@ std::vector<CSampleRow> Summarize(const std::vector<COutputFolder>& outputs, con
             for (const CResult& result : results)
                 rows.push_back(ResultRow(result, PlateFolderOf(folder.name)));
         }
+        for (CSampleRow& row : std::span(rows).subspan(first))
+            row.outputFolder = folder.path;
     }
     for (const CReadPlate& plate : read) {
         if (plate.hasOutput) continue;

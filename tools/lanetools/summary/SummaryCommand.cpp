@@ -7,9 +7,9 @@
 
 #include "lanetools/Subcommand.h"
 #include "lanetools/samples/Summarize.h"
+#include "lanetools/samples/Target.h"
 #include "lanetools/summary/Reports.h"
 #include "platform/AtomicFile.h"
-#include "samplestore/SampleFile.h"
 
 namespace lanetools {
 
@@ -39,10 +39,6 @@ constexpr const char* notes =
     "  lanetools summary analyzed\n"
     "  lanetools summary analyzed --raw plates --min-pass 95 -o summary.tsv\n"
     "  lanetools summary analyzed --raw plates --format multiqc -o report && multiqc report";
-
-bool IsSampleName(const fs::path& path) {
-    return HasSampleExtension(path.string()) || path.extension() == ".fsd";
-}
 
 // Where the report goes. It is opened before the samples are read, so that a target that cannot be written costs no
 // time.
@@ -77,14 +73,8 @@ class CTarget {
     }
 
   private:
-    // A device or pipe would be replaced by a file, and so would a link.
     void OpenFile() {
-        std::error_code ignored;
-        if (fs::exists(target, ignored)) {
-            if (!fs::is_regular_file(target, ignored)) throw CRefused(target + ": is no file that can be replaced");
-            target = fs::canonical(target).string();
-        }
-        if (IsSampleName(target)) throw CRefused(target + ": is the name of a sample file, which is never replaced");
+        target = ResolveTarget(target);
         if (const auto error = file.Open(target)) throw CRefused(target + ": " + error.Text());
     }
     void MakeFolder() {

@@ -1,0 +1,108 @@
+// lanetools report: one HTML page per plate.
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "lanetools/Subcommand.h"
+#include "lanetools/report/PlatePage.h"
+#include "lanetools/samples/Summarize.h"
+#include "lanetools/samples/Target.h"
+#include "lanetools/text/SafeName.h"
+#include "platform/AtomicFile.h"
+
+namespace lanetools {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* about =
+    "Makes an HTML page of a plate: all wells at a glance, and every trace on a click. The\n"
+    "page is one file that needs no network.";
+
+constexpr const char* notes =
+    "OUT are output roots of the program, or plate folders in them. With several plates, -o is\n"
+    "a folder, which gets a page per plate and is made when it is missing.\n"
+    "\n"
+    "The raw curves of a sample, and wells that have no result, are known from --raw. Raw\n"
+    "curves make the file larger by about a third; --no-raw leaves them out.\n"
+    "\n"
+    "Exit codes: 0 done, 1 it could not be done, 2 refused before anything was written,\n"
+    "130 after Ctrl-C.\n"
+    "\n"
+    "Example:\n"
+    "  lanetools report out --raw plate1 -o plate1.html";
+
+struct CReportOptions {
+    std::vector<std::string> outputs, raw;
+    std::string target;
+    bool withoutRaw = false;
+};
+
+void WritePage(const std::string& path, const std::string& page) {
+    platform::AtomicFile file;
+    if (const auto error = file.Open(path)) throw std::runtime_error(path + ": " + error.Text());
+    file.Write(page);
+    if (const auto error = file.Commit()) throw std::runtime_error(path + ": " + error.Text());
+    std::printf("%s\n", path.c_str());
+}
+
+// "plate1_LC1_QX1.html"; two folders of one name (from different roots) get different names.
+std::string PageName(const std::string& folder, std::set<std::string>& used) {
+    const std::string name = SafeName(folder);
+    std::string unique = name;
+    for (int number = 2; !used.insert(unique).second; ++number)
+        unique = name + "_" + std::to_string(number);
+    return unique + ".html";
+}
+
+// The path of the file or folder to write. Refuses one that cannot be written before any time is spent.
+std::string CheckTarget(const std::string& path) {
+    if (fs::is_directory(path)) return path;
+    const std::string target = ResolveTarget(path);
+    platform::AtomicFile file;
+    if (const auto error = file.Open(target)) throw CRefused(target + ": " + error.Text());
+    return target;
+}
+
+ExitCode Report(const CReportOptions& options) {
+    const auto rawPlates = options.raw.empty() ? std::vector<CRawPlate>() : FindRawPlates(options.raw);
+    const auto outputs = rawPlates.empty() ? FindOutputs(options.outputs) : ListOutputs(options.outputs);
+    const std::string target = CheckTarget(options.target);
+    const bool isFolder = fs::is_directory(target);
+    const auto plates = GroupByPlate(Summarize(outputs, rawPlates));
+    if (plates.empty()) throw CRefused(options.outputs.front() + ": there is no sample in it");
+    if (plates.size() == 1 && !isFolder) {
+        WritePage(target, PlatePage(plates.front(), !options.withoutRaw));
+        return ExitCode::Done;
+    }
+    std::error_code error;
+    if (!isFolder && (fs::exists(target) || !fs::create_directory(target, error)))
+        throw CRefused(target + ": several plates need a folder, which cannot be made here");
+    std::set<std::string> used;
+    for (const CPlateRows& plate : plates)
+        WritePage((fs::path(target) / PageName(plate.folder, used)).string(), PlatePage(plate, !options.withoutRaw));
+    return ExitCode::Done;
+}
+
+}  // namespace
+
+CSubcommand AddReport(CLI::App& tools) {
+    const auto options = std::make_shared<CReportOptions>();
+    CLI::App* app = tools.add_subcommand("report", about);
+    app->footer(notes);
+    app->add_option("outputs", options->outputs, "")->required()->type_name("OUT");
+    app->add_option("-o,--output", options->target, "The page, or the folder of the pages")
+        ->required()
+        ->type_name("PATH");
+    app->add_option("--raw", options->raw, "Folders of raw plates")->type_name("PLATE");
+    app->add_flag("--no-raw", options->withoutRaw, "Leaves the raw curves out");
+    return {app, [options] { return Report(*options); }};
+}
+
+}  // namespace lanetools

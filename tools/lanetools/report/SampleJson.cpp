@@ -1,0 +1,104 @@
+#include "lanetools/report/SampleJson.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "lanetools/report/SampleCurves.h"
+#include "lanetools/samples/RawPlate.h"
+#include "lanetools/samples/StoredSample.h"
+#include "lanetools/text/Utf8.h"
+#include "plugins/ScanRate.h"
+
+namespace lanetools {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json ColumnValue(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
+template <class Number>
+Json ColumnValue(const std::optional<Number>& number) {
+    return number ? Json(*number) : Json(nullptr);
+}
+
+// Labels and values; a value that is empty or 0 is left out.
+class CDescription {
+  public:
+    void Text(const char* label, const std::string& value) {
+        if (!value.empty()) pairs.push_back({label, ToUtf8(value)});
+    }
+    void Number(const char* label, double value, const char* unit) {
+        if (value == 0) return;
+        std::array<char, 64> text{};
+        std::snprintf(text.data(), text.size(), "%g%s", value, unit);
+        Text(label, text.data());
+    }
+    Json Take() { return std::move(pairs); }
+
+  private:
+    Json pairs = Json::array();
+};
+
+Json Description(const CSampleInfo& info) {
+    CDescription lines;
+    lines.Text("Comment", info.comment);
+    lines.Text("Instrument", FieldText(info.instrumentId));
+    lines.Text("Machine", info.machineId);
+    lines.Text("Operator", FieldText(info.operatorName));
+    lines.Text("Run", FieldText(info.runId));
+    lines.Text("Bar code", info.barCode);
+    lines.Text("Chemistry", info.chemistryName);
+    lines.Text("Application", info.chemistryApplication);
+    for (std::size_t i = 0; i < channelCount; ++i)
+        lines.Text(("Dye of channel " + std::to_string(i + 1)).c_str(), info.channel[i].dye);
+    lines.Number("Run voltage", info.runVoltage, "");
+    lines.Number("Injection voltage", info.injectionVoltage, "");
+    lines.Number("Injection time", info.injectionTime, "");
+    lines.Number("Temperature", info.temperature, "");
+    lines.Number("Scans per second", ScanRateHz(info.scanRate), "");
+    lines.Number("Capillaries", info.capillaries, "");
+    return lines.Take();
+}
+
+// The letters of channels 1 to 4; "N" for one that is not known.
+std::string Letters(const CSampleInfo& info) {
+    std::string letters;
+    for (std::size_t i = 0; i < channelCount; ++i) {
+        const char letter = info.channelBase[i][0];
+        letters += letter >= 'A' && letter <= 'Z' ? letter : 'N';
+    }
+    return letters;
+}
+
+}  // namespace
+
+Json SampleJson(const CSampleRow& row, bool withRaw, CQualityByPosition& quality) {
+    Json json;
+    VisitColumns(row, [&](const char* name, const auto& value) { json[name] = ColumnValue(value); });
+    CSampleInfo info;
+    if (!row.path.empty()) {
+        CStoredSample stored = ReadStoredFile(row.path);
+        if (row.state == SampleState::Called && stored.state == SampleState::Called) {
+            const CAnalysisInfo& analysis = stored.info.analysis;
+            quality.Add(std::span(analysis.qualityScores).first(static_cast<std::size_t>(*row.bases)));
+            json["trace"] = PackTrace(stored);
+        }
+        info = std::move(stored.info);
+    } else if (!row.rawPath.empty()) {
+        info = ReadRawSample(row.rawPath, "").info;
+    }
+    json["description"] = Description(info);
+    json["letters"] = Letters(info);
+    if (withRaw && !row.rawPath.empty()) json["raw"] = PackRaw(row.rawPath);
+    for (const char* curves : {"trace", "raw"})
+        if (json.contains(curves) && json[curves].is_null()) json.erase(curves);
+    return json;
+}
+
+}  // namespace lanetools
