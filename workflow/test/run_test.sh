@@ -24,6 +24,7 @@ started=
 clean_up() {
     if [ -n "$started" ]; then kill "$started" 2>/dev/null || true; fi
     "$workflow/test/cluster.sh" stop "$work/cluster" || true
+    if [ -n "$started" ]; then wait "$started" || true; fi
     rm -rf "$work"
 }
 trap clean_up EXIT
@@ -33,12 +34,25 @@ cd "$work"
 # CI: Snakemake looks after its jobs each second instead of each ten.
 export CI=true XDG_CACHE_HOME=$work/cache PYTHONDONTWRITEBYTECODE=1
 
-# Starts the workflow in the folder $1 with the profile $2; more settings follow.
-start() {
+# Starts the workflow in the folder $1 with the profile $2, and goes on; more settings follow.
+launch() {
     local folder=$1 profile=$2
     shift 2
-    (cd "$folder" && exec timeout 100 snakemake --snakefile "$workflow/Snakefile" --configfile "$work/settings.yaml" \
-        --profile "$workflow/profiles/$profile" "$@") >log 2>&1
+    timeout --kill-after 20 100 snakemake --directory "$folder" --snakefile "$workflow/Snakefile" \
+        --configfile "$work/settings.yaml" --profile "$workflow/profiles/$profile" "$@" >log 2>&1 &
+    started=$!
+}
+
+finish() {
+    local code=0
+    wait "$started" || code=$?
+    started=
+    return "$code"
+}
+
+run() {
+    launch "$@"
+    finish
 }
 
 expect() {
@@ -60,11 +74,11 @@ SETTINGS
 "$programs/lanetools" report --help >/dev/null 2>&1 || echo "report: false" >>settings.yaml  # built without pages
 
 echo "A key that does not exist"
-! start local local --config swiches=-BC || fail "an unknown key was taken"
+! run local local --config swiches=-BC || fail "an unknown key was taken"
 expect "'swiches' was unexpected"
 
 echo "On this machine"
-! start local local || fail "a plate with a damaged sample passed"
+! run local local || fail "a plate with a damaged sample passed"
 expect "Plate plate4 did not pass: 7 of 8 samples called"
 [ "$(grep -c 'did not pass: ' log)" -eq 1 ] || fail "other plates did not pass"
 [ "$(find local/out -path '*/plate1-*/called/plate1_LC1_QX1' | wc -l)" -eq 2 ] || fail "two plates of one name share a folder"
@@ -78,29 +92,27 @@ BROKEN
 chmod +x broken/lanetools
 "$workflow/test/cluster.sh" start cluster
 export SLURM_CONF=$work/cluster/slurm.conf
-start slurm slurm --config programs="$work/broken" --group-components plate=2 --latency-wait 5 &
-started=$!
+launch slurm slurm --config programs="$work/broken" --group-components plate=2 --latency-wait 5
 until job=$(squeue --noheader --states running --format %A | head -n 1) && [ -n "$job" ]; do
     kill -0 "$started" 2>/dev/null || fail "no job was started"
     sleep 0.2
 done
 scancel "$job"
-! wait "$started" || fail "a plate with a damaged sample passed on the cluster"
-started=
+! finish || fail "a plate with a damaged sample passed on the cluster"
 expect "Trying to restart job"
 expect "Plate plate3 did not pass: export-fastq broke down with code 1"
 expect "Plate plate4 did not pass: 7 of 8 samples called"
 [ "$(grep -c 'did not pass: ' log)" -eq 2 ] || fail "a failing plate took others with it"
 
 echo "The next start does what is left, and the results are the same"
-! start slurm local || fail "a plate with a damaged sample passed at the next start"
+! run slurm local || fail "a plate with a damaged sample passed at the next start"
 expect "^export  *1 "
 ! grep -q "^call " log || fail "a plate was called again"
 diff -r --exclude='*.log' local/out slurm/out || fail "the results differ"
 
 echo "A plate is repaired"
 mv good.rsd c/plate4/plate4A03.rsd
-start local local --config multiqc=True || fail "the repaired plate did not pass"
+run local local --config multiqc=True || fail "the repaired plate did not pass"
 expect "^call  *1 "
 [ -s local/out/multiqc_report.html ] || fail "there is no page by MultiQC"
 
@@ -108,5 +120,5 @@ echo "Files of an instrument"
 mkdir instrument
 for name in 310 3100; do gunzip -c "/usr/share/doc/python-biopython-doc/Tests/Abi/$name.ab1.gz" >"instrument/$name.ab1"; done
 echo "no chromatogram" >instrument/damaged.ab1
-! start local local --config import=True "plates=['$work/instrument']" output=imported || fail "a damaged file was no loss"
+! run local local --config import=True "plates=['$work/instrument']" output=imported || fail "a damaged file was no loss"
 expect "Plate instrument did not pass: 2 of 3 samples called"
