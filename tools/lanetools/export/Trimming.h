@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "lanetools/export/Stretch.h"
+#include "lanetools/samples/Stretch.h"
 
 namespace lanetools {
 

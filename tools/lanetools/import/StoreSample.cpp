@@ -36,7 +36,7 @@ bool StoreSample(const std::string& path, const CSampleInfo& info, std::span<con
     if (error) throw CNotStored(error.message());
     platform::AtomicFile file;
     const Error notOpened = file.Open(path);
-    // Where nothing may be written the sample can still be there already, so it is made elsewhere and compared.
+    // If nothing may be written here, the sample may still exist already: it is written elsewhere and compared.
     platform::AtomicFile elsewhere;
     if (notOpened && elsewhere.Open(fs::temp_directory_path() / "imported.rsd")) Demand(notOpened);
     platform::AtomicFile& made = notOpened ? elsewhere : file;

@@ -52,7 +52,7 @@ void CheckStemsDiffer(const CRunPlan& plan, CFindings& findings) {
     }
 }
 
-// The logs of a plate lie in its folder.
+// The logs of a plate are in its folder.
 void CheckPlatesAreWritable(const CRunPlan& plan, CFindings& findings) {
     for (const CPlannedPlate& plate : plan.plates) {
         if (!plate.problem.empty()) continue;

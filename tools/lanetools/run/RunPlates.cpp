@@ -20,7 +20,7 @@ std::vector<CChild*> ChildrenOf(std::list<CPlateRun>& runs) {
     return children;
 }
 
-// Lets them end by themselves for a moment.
+// Gives them a moment to end by themselves.
 void EndAll(std::list<CPlateRun>& runs) {
     constexpr milliseconds patience{2000}, look{20};
     std::vector<CChild*> children = ChildrenOf(runs);
