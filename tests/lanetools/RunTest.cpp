@@ -101,7 +101,7 @@ TEST_F(RunPlates, LibraryThatEndsTheProcessCostsTheSample) {
     EXPECT_EQ(Differences(Without("abf", Files("plate/Text")), goodTexts), "");
     for (const std::string& file : {std::string("all.seq"), "out/" + plateFile}) {
         const std::string records = temp.Read(file);
-        EXPECT_EQ(CountOf(">", records), file == "all.seq" ? 4u : 2u) << file;  // -FA stands twice
+        EXPECT_EQ(CountOf(">", records), file == "all.seq" ? 4u : 2u) << file;  // -FA is given twice
         EXPECT_NE(goodRecords.find(records.substr(0, records.find('>', 1))), std::string::npos) << file;
     }
 }

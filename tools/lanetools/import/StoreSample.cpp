@@ -16,7 +16,7 @@ using platform::Error;
 
 constexpr std::size_t largestSample = std::size_t{64} << 20;  // of a million scans
 
-// False when they differ, or when one of them cannot be read.
+// False if they differ, or if one of them cannot be read.
 bool HaveSameBytes(const std::string& a, const std::string& b) {
     std::string first, second;
     if (platform::ReadFile(a, first, largestSample) || platform::ReadFile(b, second, largestSample)) return false;

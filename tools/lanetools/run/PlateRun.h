@@ -34,9 +34,9 @@ class CPlateRun {
     void Look();
     // Removes the half-written files of the program that was killed.
     void CleanUp() const;
-    // True when a result may lack something although the sample is stored.
+    // True if a result may lack something although the sample is stored.
     bool IsIncomplete() const { return isIncomplete; }
-    // True when the program has taken up at least one sample.
+    // True if the program has begun at least one sample.
     bool HasWorked() const { return hasWorked; }
 
   private:

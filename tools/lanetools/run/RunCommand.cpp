@@ -25,7 +25,7 @@ constexpr const char* about =
     "the sample that it was working on.";
 
 constexpr const char* notes =
-    "SWITCHES are those of the program, such as -BC lanecall.so -ABD; -BC is added when it is\n"
+    "SWITCHES are those of the program, such as -BC lanecall.so -ABD; -BC is added if it is\n"
     "missing. Input and output are given to lanetools itself.\n"
     "\n"
     "Exit codes: 0 all called, or as many as --min-pass asks for; 1 the program could not be\n"

@@ -56,7 +56,7 @@ std::vector<CResult> ReadFolder(const COutputFolder& folder, CProgress& progress
     return results;
 }
 
-// True when the program may have named the output folder after the plate.
+// True if the program may have named the output folder after the plate.
 bool IsNamedAfter(std::string_view folder, std::string_view plate) {
     if (!folder.ends_with(outputSuffix)) return false;
     folder.remove_suffix(std::string_view(outputSuffix).size());

@@ -1,7 +1,7 @@
 // The table of all rows, a tab-separated file.
 //
-// What its reader makes of a cell: a number when it looks like one, else a text, whose quotes at both ends it removes.
-// All texts are in quotes, so that a sample named 1e5 keeps its name and no line begins with "#".
+// Its reader takes a cell for a number if it looks like one, else for a text, and removes the quotes at both ends of
+// that. All texts are in quotes, so that a sample named 1e5 keeps its name and no line begins with "#".
 #include <map>
 #include <optional>
 #include <set>

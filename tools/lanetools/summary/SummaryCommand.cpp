@@ -53,7 +53,7 @@ class CTarget {
         else if (!target.empty())
             OpenFile();
     }
-    // Throws std::runtime_error when it cannot be written.
+    // Throws std::runtime_error if it cannot be written.
     void Write(std::string_view text) {
         if (target.empty()) {
             WriteStandardOutput(text);
