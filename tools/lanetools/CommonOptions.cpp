@@ -1,5 +1,6 @@
 #include "lanetools/CommonOptions.h"
 
+#include <functional>
 #include <string>
 
 namespace lanetools {

@@ -1,12 +1,22 @@
 #include <htslib/hts_log.h>
 
+#include <cstddef>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <system_error>
+#include <vector>
 
 #include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
+#include "lanetools/export/ExportOptions.h"
 #include "lanetools/export/ReadCollection.h"
+#include "lanetools/export/ReadFile.h"
+#include "lanetools/samples/StoredSample.h"
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
 

@@ -2,11 +2,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
+#include <vector>
 
+#include "lanetools/export/Adapter.h"
 #include "lanetools/export/Iupac.h"
+#include "lanetools/export/Trimming.h"
 #include "lanetools/samples/CallFigures.h"
 #include "lanetools/samples/Phred.h"
+#include "lanetools/samples/Stretch.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 

@@ -1,6 +1,7 @@
 #include "lanetools/export/ReadCollection.h"
 
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "lanetools/ExitCode.h"

@@ -1,6 +1,7 @@
 // The title of a read: one word, made of the columns of its sample.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>

@@ -1,7 +1,9 @@
 #include "lanetools/export/Trimming.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <optional>
 #include <string_view>
 #include <vector>
 

@@ -1,6 +1,7 @@
 // Trimming: the stretch of a read that is worth keeping for its qualities.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>

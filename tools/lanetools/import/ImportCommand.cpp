@@ -3,13 +3,21 @@
 // The sources are read twice: first to find the plates and their sizes, then to write the samples. So only one of them
 // is in memory at a time.
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
+#include <span>
+#include <string>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
 #include "lanetools/import/AbifDirectory.h"
 #include "lanetools/import/InstrumentSample.h"
@@ -22,6 +30,7 @@
 #include "lanetools/text/StandardOutput.h"
 #include "lanetools/text/Utf8.h"
 #include "platform/Drives.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 

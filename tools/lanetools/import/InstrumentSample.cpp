@@ -3,7 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <optional>
+#include <string_view>
+#include <tuple>
+#include <utility>
 
 #include "lanetools/import/AbifDirectory.h"
 #include "lanetools/import/RawSeries.h"

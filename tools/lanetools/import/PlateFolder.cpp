@@ -1,6 +1,7 @@
 #include "lanetools/import/PlateFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <system_error>
 
 #include "lanetools/samples/Well.h"

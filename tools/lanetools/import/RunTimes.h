@@ -1,6 +1,7 @@
 // When a run took place, and how fast it was scanned.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "lanetools/ExitCode.h"
 #include "lanetools/import/AbifDirectory.h"

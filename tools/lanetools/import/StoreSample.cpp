@@ -1,9 +1,11 @@
 #include "lanetools/import/StoreSample.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/AtomicFile.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "samplestore/NewSample.h"
 

@@ -11,8 +11,11 @@
 #include "lanetools/system/Interrupt.h"
 #include "platform/Ascii.h"
 #include "platform/Drives.h"
+#include "plugins/BaseCaller.h"
+#include "plugins/BaseCallerSet.h"
 #include "plugins/EntryPoints.h"
 #include "run/RunDriver.h"
+#include "run/Switches.h"
 
 namespace lanetools {
 

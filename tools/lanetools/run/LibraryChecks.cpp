@@ -1,6 +1,15 @@
+#include <cstddef>
+#include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "lanetools/run/Checks.h"
+#include "lanetools/run/Findings.h"
+#include "lanetools/run/Libraries.h"
+#include "lanetools/run/RunPlan.h"
+#include "lanetools/run/SwitchWords.h"
+#include "run/Switches.h"
 
 namespace lanetools {
 

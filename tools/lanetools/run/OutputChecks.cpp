@@ -1,14 +1,24 @@
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "discovery/SplitPath.h"
 #include "lanetools/run/Checks.h"
+#include "lanetools/run/Findings.h"
+#include "lanetools/run/Libraries.h"
+#include "lanetools/run/RunPlan.h"
+#include "lanetools/run/SwitchWords.h"
 #include "lanetools/system/Access.h"
 #include "platform/Drives.h"
+#include "run/Switches.h"
 
 namespace lanetools {
 

@@ -1,8 +1,13 @@
 #include <algorithm>
 #include <map>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "discovery/SplitPath.h"
 #include "lanetools/run/Checks.h"
+#include "lanetools/run/Findings.h"
+#include "lanetools/run/RunPlan.h"
 #include "lanetools/system/Access.h"
 
 namespace lanetools {

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "lanetools/run/Libraries.h"
 #include "lanetools/text/Utf8.h"
 #include "records/Messages.h"
 

@@ -1,18 +1,25 @@
 // "lanetools run": the guarded way to call the program.
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
 #include "lanetools/run/Findings.h"
 #include "lanetools/run/RunPlan.h"
 #include "lanetools/run/RunPlates.h"
 #include "lanetools/run/RunReport.h"
 #include "lanetools/run/ShellQuote.h"
+#include "lanetools/samples/Summarize.h"
 #include "lanetools/text/StandardOutput.h"
 
 namespace lanetools {

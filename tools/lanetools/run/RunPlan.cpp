@@ -4,11 +4,13 @@
 #include <system_error>
 #include <utility>
 
+#include "discovery/FileTypeFilter.h"
 #include "discovery/FolderScan.h"
 #include "discovery/SplitPath.h"
 #include "lanetools/ExitCode.h"
 #include "lanetools/run/StoredResults.h"
 #include "lanetools/system/Access.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 
 namespace lanetools {

@@ -1,10 +1,16 @@
 #include "lanetools/run/RunPlates.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <list>
+#include <string>
+#include <vector>
 
+#include "lanetools/run/Libraries.h"
 #include "lanetools/run/PlateRun.h"
+#include "lanetools/system/Child.h"
 #include "lanetools/system/Interrupt.h"
+#include "lanetools/system/Progress.h"
 
 namespace lanetools {
 

@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
+#include "lanetools/samples/RawPlate.h"
+#include "lanetools/samples/StoredSample.h"
 #include "lanetools/text/Utf8.h"
 
 namespace lanetools {

@@ -1,7 +1,10 @@
 #include "lanetools/run/StoredResults.h"
 
+#include <cstddef>
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "discovery/SplitPath.h"
 #include "lanetools/samples/RawPlate.h"
@@ -9,6 +12,7 @@
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
 #include "lanetools/text/Utf8.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 

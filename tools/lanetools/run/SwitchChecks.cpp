@@ -1,4 +1,13 @@
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "lanetools/run/Checks.h"
+#include "lanetools/run/Findings.h"
+#include "lanetools/run/RunPlan.h"
+#include "lanetools/run/SwitchWords.h"
+#include "run/CommandLine.h"
+#include "run/Switches.h"
 
 namespace lanetools {
 

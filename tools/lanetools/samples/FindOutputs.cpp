@@ -1,7 +1,10 @@
 #include <filesystem>
 #include <map>
+#include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "lanetools/ExitCode.h"
 #include "lanetools/samples/ListEntries.h"

@@ -1,15 +1,19 @@
 #include "lanetools/samples/RawPlate.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <map>
 #include <system_error>
+#include <utility>
 
 #include "discovery/SplitPath.h"
 #include "lanetools/ExitCode.h"
 #include "lanetools/samples/ListEntries.h"
+#include "platform/Error.h"
 #include "samplestore/RsdFile.h"
 #include "samplestore/SampleFile.h"
+#include "samplestore/ScanRecord.h"
 
 namespace lanetools {
 

@@ -1,5 +1,6 @@
 #include "lanetools/samples/SampleRow.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -8,6 +9,7 @@
 #include <span>
 
 #include "lanetools/samples/CallFigures.h"
+#include "lanetools/samples/Stretch.h"
 #include "lanetools/text/Utf8.h"
 
 namespace lanetools {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "lanetools/samples/StoredSample.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 

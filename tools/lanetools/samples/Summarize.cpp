@@ -1,15 +1,20 @@
 #include "lanetools/samples/Summarize.h"
 
 #include <algorithm>
+#include <compare>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
+#include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
 #include "lanetools/text/Utf8.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 

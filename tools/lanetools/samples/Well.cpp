@@ -1,6 +1,7 @@
 #include "lanetools/samples/Well.h"
 
 #include <charconv>
+#include <system_error>
 
 #include "platform/Ascii.h"
 

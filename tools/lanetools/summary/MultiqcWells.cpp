@@ -1,10 +1,18 @@
 // A map of the wells for each plate and caller.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <map>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "lanetools/samples/SampleRow.h"
+#include "lanetools/samples/StoredSample.h"
 #include "lanetools/samples/Well.h"
 #include "lanetools/summary/MultiqcSection.h"
+#include "lanetools/summary/Reports.h"
 
 namespace lanetools {
 

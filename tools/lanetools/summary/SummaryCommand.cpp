@@ -1,17 +1,26 @@
 // lanetools summary: one row per sample, checked on the way.
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
+#include "lanetools/samples/RawPlate.h"
+#include "lanetools/samples/SampleRow.h"
+#include "lanetools/samples/StoredSample.h"
 #include "lanetools/samples/Summarize.h"
 #include "lanetools/samples/Target.h"
 #include "lanetools/summary/Reports.h"
 #include "lanetools/text/StandardOutput.h"
 #include "platform/AtomicFile.h"
+#include "platform/Error.h"
 
 namespace lanetools {
 
