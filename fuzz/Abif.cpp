@@ -1,11 +1,11 @@
-// An instrument's file: what makes a sample makes a whole one.
+// An instrument's file gives a complete sample or is refused.
 #include <algorithm>
 
 #include "Fuzz.h"
 #include "lanetools/import/AbifDirectory.h"
 #include "lanetools/import/InstrumentSample.h"
 #include "lanetools/import/RawSeries.h"
-#include "lanetools/import/Well.h"
+#include "lanetools/samples/Well.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     try {

@@ -157,8 +157,8 @@ TEST_F(Export, RefusesBeforeAnythingIsWritten) {
         {"--format fasta --adapter ''", "the sequence is empty"},
         {"--format fasta --adapter A --adapter-mismatch nan", "--adapter-mismatch: "},
         {"--format fasta --name '{wel}'", "'wel' is not a column"},
-        {"--format fasta --name '{well'", "there is a '{' without its '}'"},
-        {"--format fasta --name 'well}'", "there is a '}' without its '{'"},
+        {"--format fasta --name '{well'", "a '{' has no '}' after it"},
+        {"--format fasta --name 'well}'", "a '}' has no '{' before it"},
         {"--format fasta --name ''", "the pattern is empty"},
         {"--format fasta --name '{raw_peak}'", "a.esd: its title is empty"},
         {"--format fasta --per plate --name x", "b.esd: its title in "},
@@ -166,7 +166,7 @@ TEST_F(Export, RefusesBeforeAnythingIsWritten) {
         {"--format fasta --cap 94", "--cap: "},
         {"--format fasta --per well", "'well' is none of sample, plate and run"},
         {"--format embl", "'embl' is none of"},
-        {"--format bam --gzip", "bam is compressed"},
+        {"--format bam --gzip", "bam is always compressed"},
         {"--format sam --mask", "sam has no lower case"},
         {"--format fasta --sheet wells.csv", "line 3: well a01 of plate P1 occurs twice"},
         {"--format fasta --sheet names.csv", "line 3: the name x occurs twice"},
@@ -175,7 +175,10 @@ TEST_F(Export, RefusesBeforeAnythingIsWritten) {
         {"--format fasta --sheet nowhere.csv", "nowhere.csv: No such file"},
         {"--format fasta --sheet out", "out: Is a directory"},
         {"--format fasta --min-length -1", "--min-length"},
-        {"", "--format is required"},
+        {"", "lanetools: --format is required"},
+        {"--format fasta -o ''", "--output: the path is empty"},
+        {"--format fasta -o 'a\\b'", "--output: a\\b: a path must not contain"},
+        {"--format fasta --sheet ''", "--sheet: the path is empty"},
     };
     for (const auto& [switches, message] : cases) {
         EXPECT_EQ(RunExport(switches), 2) << switches;
@@ -183,7 +186,7 @@ TEST_F(Export, RefusesBeforeAnythingIsWritten) {
         EXPECT_FALSE(temp.Has("reads")) << switches;
     }
     temp.Write("reads", "mine");
-    EXPECT_EQ(RunExport("--format fasta"), 2) << "a file stands where the folder is to be";
+    EXPECT_EQ(RunExport("--format fasta"), 2) << "a file has the name of the folder";
     EXPECT_EQ(temp.Read("reads"), "mine");
 }
 
@@ -192,7 +195,7 @@ TEST_F(Export, NamesOfFilesAreSafeAndKeptApart) {
     Store("out/p*_X_QX1/-b:.esd", Called("A02", "GG"));
     Store("out/p?_X_QX1/a.esd", Called("A01", "TT"));
     EXPECT_EQ(Exported("--format fasta", "p__X_QX1/a.fasta"), ">a\nAC\n");
-    EXPECT_TRUE(HasPrinted("exported as p__X_QX1_2, since there is another p__X_QX1")) << temp.Read("printed");
+    EXPECT_TRUE(HasPrinted("exported as p__X_QX1_2, since another one is called p__X_QX1")) << temp.Read("printed");
     EXPECT_EQ(temp.Read("reads/p__X_QX1_2/a.fasta"), ">a\nTT\n");
     EXPECT_EQ(temp.Read("reads/p__X_QX1/_b_.fasta"), ">-b:\nGG\n");
 }

@@ -51,7 +51,7 @@ CStretch PlainMott(const Percents& percents, double limit) {
     return best;
 }
 
-// Every run of at least one window, the longest first; true of each of its windows, counted anew.
+// Every run of at least one window, the longest first; true of each of its windows, counted again.
 CStretch PlainWindow(const Percents& percents, std::size_t wanted, double phred) {
     const std::size_t window = std::min(wanted, percents.size());
     const auto isGood = [&](std::size_t first) {

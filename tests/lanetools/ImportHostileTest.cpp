@@ -53,7 +53,8 @@ class ImportHostileTest : public sampletest::SampleTest {
 TEST_F(ImportHostileTest, CutAtAnyLengthItIsRefused) {
     for (std::size_t length = 0; length < whole.size(); ++length) {
         const std::string reason = Reason(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)));
-        EXPECT_EQ(reason, length < 34 ? "no ABIF file" : "damaged: the directory does not lie in the file") << length;
+        EXPECT_EQ(reason, length < 34 ? "it is not an ABIF file" : "damaged: the directory is not within the file")
+            << length;
     }
 }
 
@@ -68,14 +69,14 @@ TEST_F(ImportHostileTest, AnyByteMayBeAnother) {
     EXPECT_GT(refused, 100u);
 }
 
-TEST_F(ImportHostileTest, NumbersOfTheDirectoryAreHeldAgainstTheFile) {
+TEST_F(ImportHostileTest, NumbersOfTheDirectoryAreComparedWithTheFile) {
     const std::size_t data = EntryOf("DATA"), directory = 6;
     const auto with = [&](std::size_t at, std::uint32_t value) {
         Bytes changed = whole;
         Put(changed, at, value);
         return Reason(changed);
     };
-    const std::string outside = "damaged: the directory does not lie in the file";
+    const std::string outside = "damaged: the directory is not within the file";
     for (const std::uint32_t value : {2'000'000'000u, 0xFFFFFFFFu, 0x80000000u}) {
         EXPECT_EQ(with(directory + countAt, value), outside);
         EXPECT_EQ(with(directory + offsetAt, value), outside);
@@ -88,7 +89,7 @@ TEST_F(ImportHostileTest, NumbersOfTheDirectoryAreHeldAgainstTheFile) {
     EXPECT_EQ(with(EntryOf("CMNT") + offsetAt, 0xFFFFFFF0), "");  // a comment is lost, not the sample
 }
 
-TEST_F(ImportHostileTest, EntriesMayOverlapAndAForeignHeaderIsPassedOver) {
+TEST_F(ImportHostileTest, EntriesMayOverlapAndAForeignHeaderIsSkipped) {
     Bytes changed = whole;
     const std::size_t first = EntryOf("DATA"), second = first + entrySize;
     std::copy_n(changed.begin() + static_cast<std::ptrdiff_t>(first + offsetAt), 4,

@@ -99,7 +99,7 @@ TEST_F(ImportTest, NoSampleIsLostToAName) {
     CInstrumentFile file;
     file.Text("CTID", "p").Text("TUBE", "A1");
     Make("in/a.ab1", file);
-    Make("in/b.AB1", file.Text("TUBE", "A01").Text("SMPL", "second"));
+    Make("in/b.AB1", file.Text("TUBE", "a001").Text("SMPL", "second"));
     Make("in/c.abi", file.Text("TUBE", "Z99"));
     Make("in/d.ab1", file.Text("TUBE", "P24").Text("CTID", "q?"));
     Make("in/e.ab1", file.Text("CTID", "q*"));
@@ -126,10 +126,10 @@ TEST_F(ImportTest, NoSampleIsLostToAName) {
     ASSERT_EQ(::stat(Path("out/p/pA01.rsd").c_str(), &before), 0);
     ASSERT_EQ(Import("in/e.ab1 in2 in/b.AB1 in/a.ab1 -o out"), 0);
     EXPECT_EQ(Report(),
-              "in/e.ab1\tout/q_-2/q_P24.rsd\tthe folder name q_ is taken; already there\n"
-              "in2/f.ab1\tout/p/pA01-3.rsd\twell A01 is taken; already there\n"
-              "in/b.AB1\tout/p/pA01-2.rsd\twell A01 is taken; already there\n"
-              "in/a.ab1\tout/p/pA01.rsd\talready there\n");
+              "in/e.ab1\tout/q_-2/q_P24.rsd\tthe folder name q_ is taken; already imported\n"
+              "in2/f.ab1\tout/p/pA01-3.rsd\twell A01 is taken; already imported\n"
+              "in/b.AB1\tout/p/pA01-2.rsd\twell A01 is taken; already imported\n"
+              "in/a.ab1\tout/p/pA01.rsd\talready imported\n");
     ASSERT_EQ(::stat(Path("out/p/pA01.rsd").c_str(), &after), 0);
     EXPECT_EQ(before.st_ino, after.st_ino);
 }
@@ -146,7 +146,7 @@ TEST_F(ImportTest, OtherFilesStay) {
     EXPECT_EQ(temp.Read("out/in/inA01.rsd") + temp.Read("out/in/a b.esd"), "no sample at allnor this");
     EXPECT_EQ(Info("out/in/inA01-2.rsd").plateId, "in");
 
-    // A plate that becomes a large one: the sample's own file is written anew.
+    // A plate that becomes a large one: the sample's own file is written again.
     Make("in/b.ab1", file.Text("TUBE", "I1"));
     ASSERT_EQ(Import("in -o out"), 0);
     EXPECT_EQ(Info("out/in/inA01-2.rsd").plateColumns, 24);
@@ -184,13 +184,13 @@ TEST_F(ImportTest, WhatCannotBeImportedIsReportedAndTheRestGoesOn) {
     temp.MakeFolder("empty");
     EXPECT_EQ(Import("x.fsa in empty -o out"), 3);
     EXPECT_EQ(Report(),
-              "x.fsa\t-\ta fragment analysis (.fsa) and no sequencing run\n"
+              "x.fsa\t-\ta fragment analysis (.fsa), not a sequencing run\n"
               "in/good.ab1\tout/in/inA01.rsd\t\n"
               "in/lacking.ab1\t-\tno raw channel DATA 3\n"
-              "in/letters.ab1\t-\tthe channels do not stand for A, C, G and T: FWO_ is \"GATT\"\n"
-              "in/text.ab1\t-\tno ABIF file\n"
+              "in/letters.ab1\t-\tthe channels are not those of A, C, G and T: FWO_ is \"GATT\"\n"
+              "in/text.ab1\t-\tit is not an ABIF file\n"
               "empty\t-\tno .ab1 or .abi file in this folder\n");
-    // A file that stands where the plate's folder would is left alone.
+    // A file with the name of the plate's folder is left alone.
     temp.Write("out2/in", "");
     EXPECT_EQ(Import("in/good.ab1 -o out2"), 0);
     EXPECT_EQ(Report(), "in/good.ab1\tout2/in-2/inA01.rsd\tthe folder name in is taken\n");
@@ -202,12 +202,14 @@ TEST_F(ImportTest, RefusesBeforeAnythingIsWritten) {
     temp.Write("file", "");
     for (const auto& [words, text] :
          std::vector<std::pair<std::string, std::string>>{{"in gone.ab1 -o out", "gone.ab1: No such file"},
-                                                          {"empty -o out", "empty: there is no .ab1"},
+                                                          {"empty -o out", "empty: it has no .ab1"},
                                                           {"in -o file/out", "file/out: Not a directory"},
                                                           {"in -o 'a\\b'", "a\\b: a folder of plates"},
                                                           {"in -o out --plate ''", "--plate: the id is empty"},
                                                           {"in -o out --name stem", "stem is neither well nor file"},
-                                                          {"in", "--output is required"}}) {
+                                                          {"in -o ''", "--output: the path is empty"},
+                                                          {"'' -o out", "FILES-OR-FOLDERS: the path is empty"},
+                                                          {"in", "lanetools: --output is required"}}) {
         EXPECT_EQ(Import(words), 2) << words;
         EXPECT_NE(Errors().find(text), std::string::npos) << words << ": " << Errors();
         EXPECT_EQ(Report(), "");

@@ -1,4 +1,4 @@
-// Each finding of "lanetools run", provoked once: its line is there, the exit code is 2, and nothing was written.
+// Each finding of "lanetools run", provoked once: its line appears, the exit code is 2, and nothing was written.
 #include <unistd.h>
 
 #include "lanetools/RunFixture.h"
@@ -43,7 +43,7 @@ TEST_F(RunFindings, Plates) {
     temp.MakeFolder("logless/basecall.log");
     MakeSample("logless/a.rsd");
     ExpectRefused("nowhere -o out", "nowhere: the plate cannot be read: No such file or directory\n");
-    ExpectRefused("plate/a.rsd -o out", "plate/a.rsd: the plate cannot be read: it is no folder\n");
+    ExpectRefused("plate/a.rsd -o out", "plate/a.rsd: the plate cannot be read: it is not a folder\n");
     ExpectRefused("empty -o out", "empty: the plate holds no samples");
     ExpectRefused("strange -o out", Path("strange/a*.rsd") + ": the program does not take a name with ");
     ExpectRefused("twins -o out", Path("twins/x.rsd") + ": it shares its result with x.esd");
@@ -62,14 +62,14 @@ TEST_F(RunFindings, Switches) {
     for (const std::string word : {"-IP", "-ID", "-IF", "-OD"})
         ExpectRefused("plate -o out -- -BC " + word + " x",
                       word + ": input and output are given to lanetools itself\n");
-    ExpectRefused("plate -o out -- -BC -ABDD", "-ABDD: the program knows no such switch, and would take it as ");
-    ExpectRefused("plate -o out -- BC -ABD", "BC: the program knows no such switch, and would leave it out\n");
+    ExpectRefused("plate -o out -- -BC -ABDD", "-ABDD: it is not a switch, and the program would take it as ");
+    ExpectRefused("plate -o out -- BC -ABD", "BC: it is not a switch, and the program would ignore it\n");
     ExpectRefused("plate -o out -- -ABD -SCF tenth.so", "tenth.so: -SCF does not take it");
     ExpectRefused("plate -o out -- -BO ACG", "ACG: -BO takes four letters");
     ExpectRefused("plate -o out -- -FA nowhere/all.seq", "nowhere/all.seq: the file cannot be written: No such file");
     temp.MakeFolder("second");
     MakeSample("second/a.rsd");
-    ExpectRefused("plate second -o out -- -FA all.seq", "all.seq: -FA makes its file anew for each plate");
+    ExpectRefused("plate second -o out -- -FA all.seq", "all.seq: -FA creates its file again for each plate");
 }
 
 TEST_F(RunFindings, Libraries) {
@@ -87,9 +87,9 @@ TEST_F(RunFindings, Libraries) {
     ExpectRefused("plate -o out", Path("bin/basecall.ini") + ": the default library \"Nobody\" is not listed");
     // All that are listed are loaded, whichever is to run.
     for (const std::string at : {"load", "CleanUp"}) {
-        ExpectRefused("plate -o out -- -BC tenth.so", "hostile.so: the library is no good: it crashes (SIGABRT) ",
+        ExpectRefused("plate -o out -- -BC tenth.so", "hostile.so: the library crashes (SIGABRT) ",
                       "MISCHIEF=crashes MISCHIEF_AT=" + at);
-        ExpectRefused("plate -o out -- -BC tenth.so", "hostile.so: the library is no good: it ends the process ",
+        ExpectRefused("plate -o out -- -BC tenth.so", "hostile.so: the library ends the process ",
                       "MISCHIEF=exits MISCHIEF_AT=" + at);
     }
     temp.Write("bin/basecall.ini", "[Base Callers]\nTenth = tenth.so\n");
@@ -113,11 +113,12 @@ TEST_F(RunFindings, SharedOutputs) {
 }
 
 TEST_F(RunFindings, Output) {
-    ExpectRefused("plate -o plate/out", Path("plate/out") + ": the output lies in the plate " + Path("plate") + "\n");
-    ExpectRefused("plate -o plate/", Path("plate") + ": the output lies in the plate " + Path("plate") + "\n");
+    ExpectRefused("plate -o plate/out", Path("plate/out") + ": the output is inside the plate " + Path("plate") + "\n");
+    ExpectRefused("plate -o plate/", Path("plate") + ": the output is inside the plate " + Path("plate") + "\n");
     temp.MakeFolder("out/plate_FRA_QX1/raw");
     MakeSample("out/plate_FRA_QX1/raw/a.rsd");
-    ExpectRefused("plate out/plate_FRA_QX1/raw -o out", "out/plate_FRA_QX1/raw: the plate lies where results would go");
+    ExpectRefused("plate out/plate_FRA_QX1/raw -o out",
+                  "out/plate_FRA_QX1/raw: the plate is inside a folder of results");
     ExpectRefused("plate -o no/where", Path("no/where") + ": no results can be written there: No such file");
     temp.Write("file", "");
     ExpectRefused("plate -o file", Path("file") + ": no results can be written there: Not a directory\n");
@@ -144,7 +145,7 @@ TEST_F(RunFindings, Room) {
     --*plan.room;
     lanetools::CheckRoom(plan, tooLittle);
     ASSERT_EQ(tooLittle.Lines().size(), 1u);
-    EXPECT_EQ(tooLittle.Lines()[0], Path("out") + ": there is too little room: 50 MB of 51 MB");
+    EXPECT_EQ(tooLittle.Lines()[0], Path("out") + ": too little free space: 50 MB of 51 MB");
 }
 
 TEST_F(RunFindings, StoredResults) {
@@ -180,7 +181,8 @@ TEST_F(RunFindings, AllAtOnce) {
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_EQ(lanetest::CountOf("lanetools: ", run.errors), 5u) << run.errors;
     EXPECT_EQ(lanetest::CountOf("\n", run.errors), 5u) << run.errors;
-    for (const char* words :
-         {"", "-o out", "plate", "plate -o out -j 0", "plate -o out --timeout x", "plate -o out -x"})
+    for (const char* words : {"", "-o out", "plate", "plate -o out -j 0", "plate -o out --timeout x", "plate -o out -x",
+                              "plate -o out --min-pass nan", "plate -o ''", "'' -o out"})
         EXPECT_EQ(RunTool(words).exitCode, 2) << words;
+    EXPECT_TRUE(std::filesystem::is_empty(Path("out")));
 }

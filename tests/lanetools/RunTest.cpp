@@ -75,6 +75,7 @@ TEST_F(RunPlates, DryRunPrintsWhatAShellTakes) {
     temp.Write("command", "cd '" + temp.Path() + "'; export HOME=. QUILLION_REGISTRY=bin/registry.ini; " + run.output);
     ASSERT_EQ(std::system(("sh '" + Path("command") + "' >/dev/null").c_str()), 0);
     EXPECT_TRUE(temp.Has("out/a plate's_T10_QX1/ABD/f.abd"));
+    EXPECT_EQ(RunTool("\"a plate's\" -o out --dry-run", "sh -c '\"$@\" >/dev/full' sh").exitCode, 1);
 }
 
 // The other samples have the results of a run that nothing disturbed, byte for byte, and their records.
@@ -100,12 +101,12 @@ TEST_F(RunPlates, LibraryThatEndsTheProcessCostsTheSample) {
     EXPECT_EQ(Differences(Without("abf", Files("plate/Text")), goodTexts), "");
     for (const std::string& file : {std::string("all.seq"), "out/" + plateFile}) {
         const std::string records = temp.Read(file);
-        EXPECT_EQ(CountOf(">", records), file == "all.seq" ? 4u : 2u) << file;  // -FA stands twice
+        EXPECT_EQ(CountOf(">", records), file == "all.seq" ? 4u : 2u) << file;  // -FA is given twice
         EXPECT_NE(goodRecords.find(records.substr(0, records.find('>', 1))), std::string::npos) << file;
     }
 }
 
-TEST_F(RunPlates, FurtherLibrariesHaveTheirTurn) {
+TEST_F(RunPlates, FurtherLibrariesRunToo) {
     for (const char* libraries : {"tenth.so fragile.so", "fragile.so tenth.so"}) {
         SCOPED_TRACE(libraries);
         std::filesystem::remove_all(Path("out"));

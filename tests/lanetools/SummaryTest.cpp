@@ -123,7 +123,7 @@ TEST_F(Summary, EachRawSampleHasARowForEachOutputOfItsPlate) {
 }
 
 // The names alone would give the folder to both plates.
-TEST_F(Summary, PlatesAreToldApartByTheirSamples) {
+TEST_F(Summary, PlatesAreDistinguishedByTheirSamples) {
     const CSampleInfo short1 = Raw("A01", "of p"), long1 = Raw("A01", "of p_M", run + 60);
     Write("raw/p/a.rsd", "out/p_M_X_QX1/a.esd", short1);
     Write("raw/p_M/a.rsd", "out/p_M_QX1/a.esd", long1);
@@ -221,7 +221,8 @@ TEST_F(Summary, ExitCodes) {
     const std::string before = temp.Read("p/A04.rsd");
     for (const std::string wrong :
          {"", "none", "empty", "out --raw none", "out --raw empty", "out --min-pass nan", "out --min-pass 101",
-          "out --format xml", "out --format multiqc", "out -o p/A04.rsd", "out -o none/table", "out -o empty"})
+          "out --format xml", "out --format multiqc", "out -o p/A04.rsd", "out -o none/table", "out -o empty",
+          "out -o ''", "'a\\b'", "out -o 'a\\b'"})
         EXPECT_EQ(Summarize(wrong), 2) << wrong << temp.Read("printed");
     EXPECT_EQ(temp.Read("p/A04.rsd"), before);
     ASSERT_EQ(Run("mkfifo pipe && ln -s table link"), 0);

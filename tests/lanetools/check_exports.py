@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Has public readers read what lanetools export writes, and compares what they see with the stored samples.
+"""Reads the files of lanetools export with public readers, and compares them with the stored samples.
 
 usage: check_exports.py LANEWRIGHT SAMPLEGEN LANETOOLS OUTPUT
 
-Two synthetic plates with a failed well are called in the folder OUTPUT, which is made anew; the stored qualities are spread over
+Two synthetic plates with a failed well are called in the folder OUTPUT, which is created again; the stored qualities are spread over
 every height. The readers are Biopython, seqtk, samtools and EMBOSS. One that is missing fails the check. Exit code 0 when
 all agree.
 """

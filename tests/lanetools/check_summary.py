@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Compares the summary of a plate with figures of its own, and has MultiQC show it.
+"""Compares the summary of a plate with its own figures, and shows it with MultiQC.
 
 usage: check_summary.py LANETOOLS LANEWRIGHT PLATE OUTPUT
 
-PLATE is called into OUTPUT, which is made anew. One result is removed and one damaged. Exit code 0 when all agree.
+PLATE is called into OUTPUT, which is created again. One result is removed and one damaged. Exit code 0 when all agree.
 """
 
 import json

@@ -1,4 +1,4 @@
-// How lanetools ends.
+// Exit codes of lanetools, and the exceptions that lead to them.
 #pragma once
 
 #include <stdexcept>
@@ -13,7 +13,7 @@ enum class ExitCode {
     Interrupted = 130,  // by Ctrl-C
 };
 
-// Thrown before anything is written when the request itself cannot be carried out. Its text is one sentence that names
+// Thrown before anything is written if the request itself cannot be carried out. Its text is one sentence that names
 // the file or switch. Any other std::exception that leaves a subcommand ends it with ExitCode::Failed.
 class CRefused : public std::runtime_error {
     using std::runtime_error::runtime_error;

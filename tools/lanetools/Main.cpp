@@ -1,9 +1,11 @@
-// lanetools: brings instrument files in, runs the program over plates, sums up and exports what it stored.
+// lanetools: imports instrument files, runs the program over plates, sums up the results and exports them.
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -36,7 +38,7 @@ ExitCode RunChosen(const std::vector<CSubcommand>& subcommands) {
     return ExitCode::Refused;
 }
 
-// Gives the words after "--" to the subcommand if it wants them, and the number of words that are left for the parser.
+// Passes the words after "--" to the subcommand if it takes them. Returns the number of words for the parser.
 int HandOnRest(const std::vector<CSubcommand>& subcommands, int argc, char** argv) {
     for (const CSubcommand& subcommand : subcommands) {
         if (argc < 2 || !subcommand.takeRest || subcommand.app->get_name() != argv[1]) continue;
@@ -50,10 +52,12 @@ int HandOnRest(const std::vector<CSubcommand>& subcommands, int argc, char** arg
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App tools("Brings instrument files in, calls plates safely, sums up the results and exports them.",
-                   "lanetools");
+    CLI::App tools("Imports instrument files, calls plates safely, sums up the results and exports them.", "lanetools");
     tools.set_version_flag("--version", "lanetools " LANEWRIGHT_VERSION);
     tools.require_subcommand(1);
+    tools.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return std::string("lanetools: ") + error.what() + "\nRun with --help for more information.\n";
+    });
     tools.formatter(std::make_shared<commandline::CHelpFormatter>());
     std::vector<CSubcommand> subcommands{lanetools::AddImport(tools), lanetools::AddRun(tools),
                                          lanetools::AddSummary(tools), lanetools::AddExport(tools)};

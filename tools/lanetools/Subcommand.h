@@ -1,4 +1,4 @@
-// What Main knows of the subcommands. Each has a folder of its own, which defines its function here.
+// What Main knows about the subcommands. The function of each is defined in its own folder.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -11,9 +11,9 @@
 namespace lanetools {
 
 struct CSubcommand {
-    CLI::App* app;                  // owned by the App it was added to; parsed() says whether it was chosen
+    CLI::App* app;                  // owned by the App it was added to; parsed() is true if it was chosen
     std::function<ExitCode()> run;  // carries it out, after the command line has been parsed; owns the options
-    // Takes the words after "--", for a subcommand that hands them on; empty where they are arguments like others.
+    // Takes the words after "--" of a subcommand that passes them on. Empty if such words are ordinary arguments.
     std::function<void(std::vector<std::string>)> takeRest = {};
 };
 

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "lanetools/export/Stretch.h"
+#include "lanetools/samples/Stretch.h"
 
 namespace lanetools {
 
 class CAdapter {
   public:
-    // `sequence` is IUPAC; `mismatch` is the share of its letters, 0 to below 1, that may differ from a read. Throws
+    // `sequence` is IUPAC; `mismatch` is the part of its letters, 0 to below 1, that may differ from a read. Throws
     // CRefused for a sequence that is empty or has another letter.
     CAdapter(const std::string& sequence, double mismatch);
 

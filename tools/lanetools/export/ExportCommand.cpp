@@ -1,11 +1,22 @@
 #include <htslib/hts_log.h>
 
+#include <cstddef>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <system_error>
+#include <vector>
 
+#include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
+#include "lanetools/export/ExportOptions.h"
 #include "lanetools/export/ReadCollection.h"
+#include "lanetools/export/ReadFile.h"
+#include "lanetools/samples/StoredSample.h"
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
 
@@ -30,16 +41,20 @@ constexpr const char* notes =
     "  1    a file could not be written\n"
     "  2    refused before anything was written\n"
     "  3    done, but samples were not exported because they failed or are damaged\n"
-    "  130  interrupted; the files that are there are whole\n"
+    "  130  interrupted; all files that exist are complete\n"
     "\n"
     "Examples:\n"
     "  lanetools export out -o reads --format fastq --trim mott:0.05 --gzip\n"
     "  lanetools export out -o reads --format bam --per plate --name '{sample}_{well}'";
 
 void AddFileOptions(CLI::App& app, CExportOptions& options) {
-    app.add_option("out", options.outputs, "Folders of stored samples")->required()->type_name("OUT");
+    app.add_option("OUT", options.outputs, "Folders of stored samples")
+        ->required()
+        ->check(PlainPath())
+        ->type_name("OUT");
     app.add_option("-o,--output", options.folder, "Folder for the files; created if it does not exist")
         ->required()
+        ->check(PlainPath())
         ->type_name("DIR");
     app.add_option("--format", options.format, "fastq, fasta, qual, phd, sam or bam")->required()->type_name("FORMAT");
     app.add_option("--per", options.per, "One file per sample, per plate, or for the whole run")
@@ -65,14 +80,15 @@ void AddReadOptions(CLI::App& app, CExportOptions& options) {
     app.add_option("--adapter", options.adapter, "Adapter to remove, in IUPAC letters, on either strand")
         ->type_name("LETTERS")
         ->group(group);
-    app.add_option("--adapter-mismatch", options.adapterMismatch, "Share of its letters that may differ")
-        ->type_name("SHARE")
+    app.add_option("--adapter-mismatch", options.adapterMismatch, "Part of its letters that may differ")
+        ->type_name("PART")
         ->capture_default_str()
         ->group(group);
     app.add_option("--name", options.name, "Pattern of the titles, such as '{sample}_{well}' [{file}]")
         ->type_name("PATTERN")
         ->group(group);
     app.add_option("--sheet", options.sheet, "Table with the columns plate, well and name, for titles")
+        ->check(NotEmpty())
         ->type_name("FILE")
         ->group(group);
 }

@@ -14,7 +14,7 @@ ReadFormat ParseFormat(const CExportOptions& options) {
         {{"fastq", Fastq}, {"fasta", Fasta}, {"qual", Qual}, {"phd", Phd}, {"sam", Sam}, {"bam", Bam}}};
     for (const auto& [name, format] : formats) {
         if (options.format != name) continue;
-        if (format == Bam && options.gzip) throw CRefused("--gzip: bam is compressed as it is");
+        if (format == Bam && options.gzip) throw CRefused("--gzip: bam is always compressed");
         if ((format == Sam || format == Bam) && options.mask)
             throw CRefused("--mask: " + options.format + " has no lower case; without --mask the bases are cut");
         return format;
@@ -27,7 +27,7 @@ CReadRules ParseRules(const CExportOptions& options) {
         throw CRefused("--per: '" + options.per + "' is none of sample, plate and run");
     if (options.cap > largestPhred) throw CRefused("--cap: the highest Phred value is 93");
     if (!(options.adapterMismatch >= 0 && options.adapterMismatch < 1))
-        throw CRefused("--adapter-mismatch: the share is 0 or more and below 1");
+        throw CRefused("--adapter-mismatch: the part must be 0 or more and below 1");
     CReadRules rules{ParseTrim(options.trim), std::nullopt, options.mask, options.cap, options.minLength};
     if (options.adapter) rules.adapter.emplace(*options.adapter, options.adapterMismatch);
     return rules;

@@ -1,4 +1,4 @@
-// The letters that stand for one base or several, after htslib's tables.
+// The letters for one base or several, from htslib's tables.
 #pragma once
 
 #include <htslib/hts.h>
@@ -7,7 +7,7 @@
 
 namespace lanetools {
 
-// Bases that a letter stands for: A 1, C 2, G 4, T 8. Letter case does not matter, U is T. 0 for any other character.
+// The bases of a letter: A 1, C 2, G 4, T 8. Letter case does not matter, U is T. 0 for any other character.
 inline std::uint8_t BaseSet(char letter) {
     if (letter == 'U' || letter == 'u') return seq_nt16_table['T'];
     const bool isLetter = (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z');

@@ -2,11 +2,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
+#include <vector>
 
+#include "lanetools/export/Adapter.h"
 #include "lanetools/export/Iupac.h"
+#include "lanetools/export/Trimming.h"
 #include "lanetools/samples/CallFigures.h"
 #include "lanetools/samples/Phred.h"
+#include "lanetools/samples/Stretch.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 
@@ -24,12 +33,12 @@ struct CShownBases {
 
 CShownBases ShownBases(const CAnalysisInfo& analysis) {
     CShownBases shown;
-    const CBaseRange good = GoodRegion(analysis);
+    const CStretch good = GoodRegion(analysis);
     const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
     for (std::size_t i = 0; i < count; ++i) {
         if (analysis.descriptors[i] == hiddenDescriptor) continue;
         shown.good.start += i < good.start;
-        shown.good.length += i >= good.start && i < good.start + good.length;
+        shown.good.length += i >= good.start && i < good.End();
         shown.letters += IupacLetter(analysis.sequence[i]);
         shown.percents.push_back(analysis.qualityScores[i]);
         shown.positions.push_back(analysis.peakPositions[i]);

@@ -1,6 +1,7 @@
 #include "lanetools/export/ReadCollection.h"
 
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "lanetools/ExitCode.h"
@@ -14,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// In one file for all plates a stem alone says no more than the well.
+// In one file for all plates a stem may be that of several samples.
 std::string DefaultPattern(const std::string& per, const std::vector<COutputFolder>& outputs) {
     std::set<std::string> stems;
     bool isRepeated = false;
@@ -35,7 +36,7 @@ CReadCollection::CReadCollection(const CExportOptions& wanted, const std::vector
     if (options.sheet) sheet.emplace(*options.sheet);
     std::error_code error;
     if (const auto status = fs::status(options.folder, error); fs::exists(status) && !fs::is_directory(status))
-        throw CRefused(options.folder + ": there is a file of this name, and a folder is needed");
+        throw CRefused(options.folder + ": is a file, and a folder is needed");
     for (const COutputFolder& output : outputs)
         nameOfFolder[output.path] = Unique(SafeName(output.name), output.path);
 }
@@ -76,7 +77,7 @@ std::string CReadCollection::Unique(const std::string& name, const std::string& 
         end += std::to_string(number);
         unique = name.substr(0, fs::path(name).parent_path().string().size() + longestName - end.size()) + end;
     }
-    if (unique != name) say(source + ": exported as " + unique + ", since there is another " + name);
+    if (unique != name) say(source + ": exported as " + unique + ", since another one is called " + name);
     return unique;
 }
 

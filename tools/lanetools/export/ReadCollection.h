@@ -7,12 +7,15 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lanetools/export/ExportOptions.h"
 #include "lanetools/export/Read.h"
+#include "lanetools/export/ReadFile.h"
 #include "lanetools/export/SampleSheet.h"
 #include "lanetools/export/Title.h"
+#include "lanetools/samples/SampleRow.h"
 #include "lanetools/samples/StoredSample.h"
 
 namespace lanetools {

@@ -4,14 +4,18 @@
 #include <htslib/sam.h>
 
 #include <cerrno>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 #include "lanetools/export/TextFormats.h"
 #include "lanetools/export/Title.h"
+#include "lanetools/samples/SampleRow.h"
 #include "lanetools/system/Interrupt.h"
 #include "platform/AtomicFile.h"
+#include "platform/Error.h"
 
 namespace lanetools {
 

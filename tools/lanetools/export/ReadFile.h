@@ -18,8 +18,8 @@ namespace lanetools {
 
 enum class ReadFormat { Fastq, Fasta, Qual, Phd, Sam, Bam };
 
-// Writes a file that appears whole, and replaces a file of that name. `gzip` compresses it, in blocks that gzip reads
-// as one file, and without a time; not for Bam, which is always compressed. Titles of Sam and Bam are such as SamTitle
+// Writes a file that appears whole, and replaces a file of that name. `gzip` compresses it in blocks, which gzip reads
+// as one file, and stores no time; not for Bam, which is always compressed. Titles of Sam and Bam are such as SamTitle
 // gives. Throws std::runtime_error with the path and the reason, and CInterrupted.
 void WriteReads(const std::string& path, ReadFormat format, bool gzip, std::span<const CRead> reads);
 

@@ -17,7 +17,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-// Commas between quotes belong to the field; two quotes there stand for one.
+// Commas between quotes belong to the field; two quotes there mean one quote.
 Fields SplitAtCommas(const std::string& line) {
     Fields fields(1);
     bool isQuoted = false;

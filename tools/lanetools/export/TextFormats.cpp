@@ -1,8 +1,11 @@
 #include "lanetools/export/TextFormats.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <ctime>
+#include <vector>
 
+#include "lanetools/samples/SampleRow.h"
 #include "lanetools/text/Utf8.h"
 
 namespace lanetools {

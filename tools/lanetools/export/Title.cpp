@@ -47,11 +47,11 @@ CTitlePattern::CTitlePattern(const std::string& pattern, const std::vector<std::
     for (std::size_t at = 0; at < pattern.size();) {
         const std::size_t open = std::min(pattern.find('{', at), pattern.size());
         const std::string plain = pattern.substr(at, open - at);
-        if (plain.find('}') != std::string::npos) refuse("there is a '}' without its '{'");
+        if (plain.find('}') != std::string::npos) refuse("a '}' has no '{' before it");
         if (!plain.empty()) parts.push_back({false, plain});
         if (open == pattern.size()) break;
         const std::size_t close = pattern.find('}', open);
-        if (close == std::string::npos) refuse("there is a '{' without its '}'");
+        if (close == std::string::npos) refuse("a '{' has no '}' after it");
         const std::string column = pattern.substr(open + 1, close - open - 1);
         if (std::find(columns.begin(), columns.end(), column) == columns.end())
             refuse("'" + column + "' is not a column");

@@ -1,6 +1,7 @@
 // The title of a read: one word, made of the columns of its sample.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -31,7 +32,7 @@ std::string OneWord(std::string_view text);
 // Characters of the longest title in a SAM or BAM file.
 inline constexpr std::size_t longestSamTitle = 254;
 // A word as SAM takes it for a title: other characters than those of ASCII, and "@", become "_"; so does a lone "*",
-// which stands for no title. Cut at longestSamTitle.
+// which means "no title". Cut at longestSamTitle.
 std::string SamTitle(std::string_view word);
 // `text` (UTF-8) as the value of a header field: other characters than those of ASCII become "_".
 std::string SamText(std::string_view text);

@@ -1,7 +1,9 @@
 #include "lanetools/export/Trimming.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -31,7 +33,7 @@ Trim ParseWindow(std::string_view numbers, const CRefused& refusal) {
     };
 }
 
-// Chance that the call is wrong, in percent.
+// Probability that the call is wrong, in percent.
 double ErrorPercent(float percent) {
     return std::isnan(percent) ? 100.0 : std::clamp(100.0 - static_cast<double>(percent), 0.0, 100.0);
 }

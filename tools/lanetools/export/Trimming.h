@@ -1,11 +1,12 @@
 // Trimming: the stretch of a read that is worth keeping for its qualities.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>
 
-#include "lanetools/export/Stretch.h"
+#include "lanetools/samples/Stretch.h"
 
 namespace lanetools {
 

@@ -27,8 +27,8 @@ enum Type : std::uint16_t {
 
 constexpr std::size_t entrySize = 28;
 constexpr std::size_t headerEntry = 6;      // offset of the directory's own entry
-constexpr std::size_t foreignHeader = 128;  // bytes in front of "ABIF" in some files
-constexpr std::size_t longestInEntry = 4;   // bytes of a value that lies in its entry
+constexpr std::size_t foreignHeader = 128;  // bytes before "ABIF" in some files
+constexpr std::size_t longestInEntry = 4;   // bytes of a value that is stored in its entry
 constexpr std::string_view whiteSpace = " \t\r\n\v\f";
 
 // 0 for a type that is not read.
@@ -80,8 +80,8 @@ std::string_view Characters(ByteSpan bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-// True when `size` bytes from `at` on lie in a file of `length` bytes; the sum may be beyond 64 bits.
-bool LiesIn(std::uint64_t at, std::uint64_t size, std::size_t length) {
+// True if `size` bytes from `at` on are within a file of `length` bytes; the sum may exceed 64 bits.
+bool IsWithin(std::uint64_t at, std::uint64_t size, std::size_t length) {
     return at <= length && size <= length - at;
 }
 
@@ -102,9 +102,9 @@ std::int64_t Integer(std::uint16_t type, ByteSpan element) {
 
 ByteSpan FindStart(ByteSpan file) {
     for (const std::size_t start : {std::size_t{0}, foreignHeader})
-        if (LiesIn(start, headerEntry + entrySize, file.size()) && Characters(file.subspan(start, 4)) == "ABIF")
+        if (IsWithin(start, headerEntry + entrySize, file.size()) && Characters(file.subspan(start, 4)) == "ABIF")
             return file.subspan(start);
-    throw CUnusable("no ABIF file");
+    throw CUnusable("it is not an ABIF file");
 }
 
 }  // namespace
@@ -113,8 +113,8 @@ CAbifDirectory::CAbifDirectory(ByteSpan file) : bytes(FindStart(file)) {
     const std::size_t size = Get16(bytes, headerEntry + 10);
     const std::uint64_t count = Get32(bytes, headerEntry + 12);
     const std::uint64_t offset = Get32(bytes, headerEntry + 20);
-    if (size < entrySize || !LiesIn(offset, count * size, bytes.size()))
-        throw CUnusable("damaged: the directory does not lie in the file");
+    if (size < entrySize || !IsWithin(offset, count * size, bytes.size()))
+        throw CUnusable("damaged: the directory is not within the file");
     for (std::size_t at = offset, end = at + count * size; at != end; at += size) {
         const CEntry entry = ReadEntry(at);
         const auto [place, isNew] =
@@ -130,7 +130,7 @@ CAbifDirectory::CEntry CAbifDirectory::ReadEntry(std::size_t at) const {
     const std::size_t size = Get32(bytes, at + 16);
     const std::size_t start = size <= longestInEntry ? at + 20 : Get32(bytes, at + 20);
     const std::size_t elementSize = ElementSize(entry.type);
-    entry.isDamaged = !LiesIn(start, size, bytes.size()) || (elementSize != 0 && count * elementSize != size);
+    entry.isDamaged = !IsWithin(start, size, bytes.size()) || (elementSize != 0 && count * elementSize != size);
     if (!entry.isDamaged && elementSize != 0) entry.value = bytes.subspan(start, size);
     return entry;
 }

@@ -3,7 +3,7 @@
 // All numbers are big-endian.
 //
 //   offset   size    content
-//   0        4       "ABIF"; some files have a header of another system, 128 bytes, in front, which no offset counts
+//   0        4       "ABIF"; some files have 128 bytes of another system before it, which offsets do not count
 //   4        2       version times 100
 //   6        28      entry of the directory itself; its elements are the entries, its offset is where they begin
 //   ...              values and the directory, in any order
@@ -17,7 +17,7 @@
 //   10       2       bytes of one element
 //   12       4       elements
 //   16       4       bytes of the value
-//   20       4       offset of the value; a value of 4 bytes or fewer lies here itself, to the left
+//   20       4       offset of the value; a value of 4 bytes or fewer is stored here itself, left-aligned
 //   24       4       not used
 //
 // Types that are read:
@@ -57,16 +57,16 @@ class CUnusable : public std::runtime_error {
 };
 
 // Looks values up in the bytes of a file, which stay the caller's and must remain live while this is in use. Nothing in
-// them is trusted: an entry whose value does not lie in the file, or whose size is not that of its elements, is damaged
-// and has no value. Entries may overlap. Of two entries with one tag the last good one counts.
+// them is trusted: an entry is damaged, and has no value, if its value is not within the file or its size is not that
+// of its elements. Entries may overlap. If a tag occurs more than once, its last good entry counts.
 class CAbifDirectory {
   public:
-    // Throws CUnusable for what is no ABIF file, and when the directory does not lie in the file.
+    // Throws CUnusable if it is not an ABIF file, or the directory is not within the file.
     explicit CAbifDirectory(std::span<const std::byte> file);
 
-    // True when there is an entry of this tag and it is damaged.
+    // True if the file has an entry of this tag and it is damaged.
     bool IsDamaged(std::string_view name, std::int32_t number) const;
-    // Elements of the value, of whatever type; 0 without a value.
+    // Number of elements of a value of any type; 0 without a value.
     std::size_t Count(std::string_view name, std::int32_t number) const;
     // The characters of a char, byte, pString or cString value up to the first NUL, without white space at both ends.
     // Empty without such a value.
@@ -84,7 +84,7 @@ class CAbifDirectory {
     struct CEntry {
         std::uint16_t type = 0;
         bool isDamaged = false;
-        std::span<const std::byte> value;  // whole elements
+        std::span<const std::byte> value;  // complete elements
     };
 
     CEntry ReadEntry(std::size_t at) const;

@@ -1,15 +1,23 @@
-// lanetools import: ABIF files become plates of raw samples.
+// lanetools import: makes plates of raw samples from ABIF files.
 //
-// The sources are read twice. The first time shows which plates there are and how large they are, the second time the
-// samples are written; so no more than one of them is in memory.
+// The sources are read twice: first to find the plates and their sizes, then to write the samples. So only one of them
+// is in memory at a time.
 #include <algorithm>
-#include <cstdio>
+#include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
+#include <span>
+#include <string>
 #include <system_error>
+#include <utility>
+#include <vector>
 
+#include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
 #include "lanetools/import/AbifDirectory.h"
 #include "lanetools/import/InstrumentSample.h"
@@ -19,8 +27,10 @@
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
 #include "lanetools/text/SafeName.h"
+#include "lanetools/text/StandardOutput.h"
 #include "lanetools/text/Utf8.h"
 #include "platform/Drives.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 
@@ -29,12 +39,12 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* about =
-    "Makes plates of raw samples out of the ABIF files (.ab1, .abi) of an instrument.\n"
+    "Makes plates of raw samples from the ABIF files (.ab1, .abi) of an instrument.\n"
     "\n"
-    "A folder stands for the .ab1 and .abi files directly in it. Each plate becomes a folder\n"
+    "A folder means the .ab1 and .abi files directly in it. Each plate becomes a folder\n"
     "  PLATES/<plate>/<plate><well>.rsd\n"
-    "Files that are there already stay: one with the same bytes is left alone, and no sample\n"
-    "takes the name of another one.\n"
+    "Existing samples are safe: one with the same bytes is not touched, and another sample is\n"
+    "never replaced.\n"
     "\n"
     "Standard output gets one line for each source, in three columns with tabs between them:\n"
     "source, file written or \"-\", reason or remark.";
@@ -58,7 +68,7 @@ struct COptions {
     std::optional<std::string> plateId;
 };
 
-// What became of a source.
+// The result for a source.
 struct COutcome {
     std::string path = "-";
     std::string remark;  // or the reason
@@ -148,7 +158,7 @@ COutcome CImport::Store(const CSource& source, CInstrumentSample sample) {
         AddRemark(outcome, "well " + info.wellId + " is taken");
     else if (place.isPlainTaken)
         AddRemark(outcome, "the name " + head + " is taken");
-    if (!StoreSample(place.path, info, sample.scans)) AddRemark(outcome, "already there");
+    if (!StoreSample(place.path, info, sample.scans)) AddRemark(outcome, "already imported");
     outcome.path = place.path;
     return outcome;
 }
@@ -170,13 +180,11 @@ COutcome CImport::Import(const CSource& source) {
 }
 
 void CImport::Print() const {
-    for (std::size_t i = 0; i < outcomes.size(); ++i) {
-        const auto column = [](const std::string& text) { return OneLine(ToUtf8(text)); };
-        std::printf("%s\t%s\t%s\n", column(sources[i].path).c_str(), column(outcomes[i].path).c_str(),
-                    column(outcomes[i].remark).c_str());
-    }
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
-        throw std::runtime_error("standard output cannot be written");
+    const auto column = [](const std::string& text) { return OneLine(ToUtf8(text)); };
+    std::string lines;
+    for (std::size_t i = 0; i < outcomes.size(); ++i)
+        lines += column(sources[i].path) + '\t' + column(outcomes[i].path) + '\t' + column(outcomes[i].remark) + '\n';
+    WriteStandardOutput(lines);
 }
 
 ExitCode CImport::Result() const {
@@ -211,20 +219,24 @@ CSubcommand AddImport(CLI::App& tools) {
     CLI::App* app = tools.add_subcommand("import", about);
     const auto options = std::make_shared<COptions>();
     app->footer(notes);
-    app->add_option("sources", options->arguments, "Files and folders")->required()->type_name("FILES-OR-FOLDERS");
-    app->add_option("-o,--output", options->root, "Where the plates go; made when it is not there")
+    app->add_option("FILES-OR-FOLDERS", options->arguments, "Files and folders")
         ->required()
+        ->check(NotEmpty())
+        ->type_name("FILES-OR-FOLDERS");
+    app->add_option("-o,--output", options->root, "Folder for the plates; created if it does not exist")
+        ->required()
+        ->check(NotEmpty())
         ->type_name("PLATES");
     app->add_option("--name", options->name, "Name the samples by plate and well, or keep the\nnames of the files")
         ->check(CLI::Validator(CheckNaming, ""))
         ->type_name("well|file")
         ->capture_default_str();
-    app->add_option("--plate", options->plateId, "Take all files for samples of this plate, whatever\nthey say")
+    app->add_option("--plate", options->plateId, "Take all files for samples of this plate, whichever\nplate they name")
         ->type_name("ID");
     return {app, [options] {
                 if (options->plateId && options->plateId->empty()) throw CRefused("--plate: the id is empty");
                 if (platform::NativePath(options->root) != options->root)
-                    throw CRefused(options->root + ": a folder of plates may have no \"\\\" in its path, and no drive");
+                    throw CRefused(options->root + ": a folder of plates must not have \"\\\" or a drive in its path");
                 return CImport(*options).Run();
             }};
 }

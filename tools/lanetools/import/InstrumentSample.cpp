@@ -3,12 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <optional>
+#include <string_view>
+#include <tuple>
+#include <utility>
 
 #include "lanetools/import/AbifDirectory.h"
 #include "lanetools/import/RawSeries.h"
 #include "lanetools/import/RunTimes.h"
-#include "lanetools/import/Well.h"
+#include "lanetools/samples/Well.h"
 
 namespace lanetools {
 
@@ -34,7 +39,7 @@ void ReadLetters(const CAbifDirectory& directory, CSampleInfo& info) {
     const std::string letters = directory.Text("FWO_");
     std::string sorted = letters;
     std::sort(sorted.begin(), sorted.end());
-    if (sorted != "ACGT") throw CUnusable("the channels do not stand for A, C, G and T: FWO_ is \"" + letters + "\"");
+    if (sorted != "ACGT") throw CUnusable("the channels are not those of A, C, G and T: FWO_ is \"" + letters + "\"");
     for (std::size_t i = 0; i < channelCount; ++i) {
         const auto number = static_cast<std::int32_t>(i + 1);
         info.channelBase[i][0] = letters[i];

@@ -12,15 +12,15 @@
 namespace lanetools {
 
 struct CInstrumentSample {
-    // Complete but for the plate's size. plateId is empty when the file names none, wellId when it names no well.
+    // Complete except for the plate's size. plateId is empty if the file names no plate, wellId if it names no well.
     CSampleInfo info;
     std::vector<ScanRecord> scans;
-    std::string wellText;  // the well as the file has it
-    std::string remark;    // what the user should know of it; usually empty
+    std::string wellText;  // the well as it is in the file
+    std::string remark;    // what the user should know about it; usually empty
 };
 
-// `file` holds the bytes of a whole file, whatever they are. Throws CUnusable when it is no ABIF file or has no usable
-// raw channels. Which tag goes where is in docs/import.md.
+// `file` holds the bytes of a whole file, which may be anything. Throws CUnusable if it is not an ABIF file or has no
+// usable raw channels. Which tag goes where is in docs/import.md.
 CInstrumentSample ReadInstrumentSample(std::span<const std::byte> file);
 
 }  // namespace lanetools

@@ -1,9 +1,10 @@
 #include "lanetools/import/PlateFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <system_error>
 
-#include "lanetools/import/Well.h"
+#include "lanetools/samples/Well.h"
 #include "lanetools/text/SafeName.h"
 #include "samplestore/RsdFile.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* extensions[] = {".rsd", ".esd"};  // the program takes either for a sample of this stem
+constexpr const char* extensions[] = {".rsd", ".esd"};  // the program reads either as a sample of this stem
 
 // Name `number` of those that `head` + `tail` may get, for files with an extension of `reserved` bytes.
 std::string NumberedName(const std::string& head, const std::string& tail, int number, std::size_t reserved) {
@@ -22,17 +23,17 @@ std::string NumberedName(const std::string& head, const std::string& tail, int n
     return head.substr(0, room) + end;
 }
 
-bool IsThere(const fs::path& path) {
+bool Exists(const fs::path& path) {
     std::error_code ignored;
     return fs::exists(fs::symlink_status(path, ignored));  // also a link to nothing
 }
 
 bool IsSameSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans) {
     CRsdFile file;
-    CSampleInfo there;
+    CSampleInfo stored;
     std::uint32_t count = 0;
-    if (file.Open(path, true) || file.ReadInfo(there) || file.GetScanCount(count)) return false;
-    if (there.processed || there.runStart != info.runStart || there.sampleName != info.sampleName ||
+    if (file.Open(path, true) || file.ReadInfo(stored) || file.GetScanCount(count)) return false;
+    if (stored.processed || stored.runStart != info.runStart || stored.sampleName != info.sampleName ||
         count != scans.size())
         return false;
     std::vector<ScanRecord> records(count);
@@ -41,15 +42,15 @@ bool IsSameSample(const std::string& path, const CSampleInfo& info, std::span<co
                       [](const ScanRecord& a, const ScanRecord& b) { return a.words == b.words; });
 }
 
-// What the samples of a folder say.
+// What is known from the samples of a folder.
 struct CFolderState {
-    bool isUsable = true;  // it is not there, or it is a folder that can be listed and holds no other plate
+    bool isUsable = true;  // it does not exist, or is a folder that can be listed and holds no other plate
     bool isLarge = false;
 };
 
 CFolderState LookAt(const fs::path& folder, const std::string& plateId) {
     CFolderState state;
-    if (!IsThere(folder)) return state;
+    if (!Exists(folder)) return state;
     bool holdsOwn = false, holdsOther = false;
     std::error_code error;
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
@@ -98,8 +99,8 @@ CPlace CPlateFolder::Place(const std::string& head, const std::string& tail, con
 
 bool CPlateFolder::IsFree(const std::string& stem, const CSampleInfo& info, std::span<const ScanRecord> scans) const {
     const std::string file = path + '/' + stem;
-    if (IsThere(file + extensions[1])) return false;
-    return !IsThere(file + extensions[0]) || IsSameSample(file + extensions[0], info, scans);
+    if (Exists(file + extensions[1])) return false;
+    return !Exists(file + extensions[0]) || IsSameSample(file + extensions[0], info, scans);
 }
 
 }  // namespace lanetools

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -26,22 +27,22 @@ struct CPlace {
 
 class CPlateFolder {
   public:
-    // For samples of the plate `plateId`, which is not empty, in a folder in `root`. Neither needs to be there.
+    // For samples of the plate `plateId`, which is not empty, in a folder in `root`. Neither needs to exist.
     // `taken` are the names of folders that this import uses for other plates; the new one is added.
     CPlateFolder(const std::filesystem::path& root, const std::string& plateId, std::set<std::string>& taken);
 
     const std::string& Path() const { return path; }
-    // True when another plate has the plain name.
+    // True if another plate has the plain name.
     bool IsPlainTaken() const { return isPlainTaken; }
 
     // A sample of this well, as WellName gives it or empty, belongs to the plate too.
     void AddWell(const std::string& well);
-    // 24 x 16 when one of the wells, also of samples that are there already, does not fit in 12 x 8.
+    // 24 x 16 if one of the wells, also of existing samples, does not fit in 12 x 8.
     std::int32_t Columns() const { return isLarge ? 24 : 12; }
     std::int32_t Rows() const { return isLarge ? 16 : 8; }
 
-    // The file of a sample with the plain name `head` + `tail`, of which `head` is cut as needed. It is the sample's
-    // from here on: no other one gets it.
+    // The file of a sample with the plain name `head` + `tail`, of which `head` is cut as needed. From then
+    // on no other sample gets it.
     CPlace Place(const std::string& head, const std::string& tail, const CSampleInfo& info,
                  std::span<const ScanRecord> scans);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -23,7 +24,7 @@ struct CRawSeries {
 
 // Channel i is DATA i, lifted by the smallest constant that makes all its values 0 or more, and cut to the shortest of
 // the four. The current is DATA 6, which is recorded less often: scan i takes element i * n / scans, a negative one as
-// 0; without it the current is 100. Throws CUnusable when a channel is missing, damaged, empty or too long.
+// 0; without it the current is 100. Throws CUnusable if a channel is missing, damaged, empty or too long.
 CRawSeries ReadRawSeries(const CAbifDirectory& directory);
 
 }  // namespace lanetools

@@ -1,5 +1,6 @@
 #include "lanetools/import/RunTimes.h"
 
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <limits>

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "lanetools/ExitCode.h"
 #include "lanetools/import/AbifDirectory.h"
@@ -18,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t largestFile = std::uintmax_t{64} << 20;  // a run has a third of a megabyte
+constexpr std::uintmax_t largestFile = std::uintmax_t{64} << 20;  // a run takes a third of a megabyte
 
 bool HasExtension(const fs::path& path, std::string_view extension) {
     return platform::EqualIgnoringCase(path.extension().string(), extension);
@@ -28,7 +31,7 @@ CSource MakeSource(const fs::path& path) {
     CSource source{path.string(), path.stem().string(), {}, {}, {}};
     std::error_code error;
     source.folder = fs::absolute(path, error).lexically_normal().parent_path().filename().string();
-    if (HasExtension(path, ".fsa")) source.refusal = "a fragment analysis (.fsa) and no sequencing run";
+    if (HasExtension(path, ".fsa")) source.refusal = "a fragment analysis (.fsa), not a sequencing run";
     return source;
 }
 
@@ -50,7 +53,7 @@ std::vector<CSource> ListFolder(const fs::path& folder) {
     return sources;
 }
 
-// Notes in each source which one before it is the same file.
+// Notes in each source which earlier one is the same file.
 void FindRepeats(std::vector<CSource>& sources) {
     std::map<fs::path, std::size_t> first;
     for (std::size_t i = 0; i < sources.size(); ++i) {
@@ -76,14 +79,14 @@ std::vector<CSource> FindSources(const std::vector<std::string>& arguments) {
         if (found.empty()) found.push_back({argument, {}, {}, "no .ab1 or .abi file in this folder", {}});
         std::move(found.begin(), found.end(), std::back_inserter(sources));
     }
-    if (!isAnyFound) throw CRefused(arguments.front() + ": there is no .ab1 or .abi file in it");
+    if (!isAnyFound) throw CRefused(arguments.front() + ": it has no .ab1 or .abi file");
     FindRepeats(sources);
     return sources;
 }
 
 std::string ReadSource(const std::string& path) {
     std::error_code error;
-    if (!fs::is_regular_file(path, error)) throw CUnusable(error ? error.message() : "no regular file");
+    if (!fs::is_regular_file(path, error)) throw CUnusable(error ? error.message() : "it is not a regular file");
     const std::uintmax_t size = fs::file_size(path, error);
     if (error) throw CUnusable(error.message());
     if (size > largestFile) throw CUnusable("too large for a run: more than 64 MiB");

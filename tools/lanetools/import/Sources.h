@@ -9,19 +9,19 @@
 namespace lanetools {
 
 struct CSource {
-    std::string path;                   // as the command line has it; in a folder, the folder's path and the name
+    std::string path;                   // as on the command line; in a folder, the folder's path and the name
     std::string stem;                   // its name without extension
-    std::string folder;                 // name of the folder that it lies in
+    std::string folder;                 // name of its folder
     std::string refusal;                // why it is not even tried; usually empty
     std::optional<std::size_t> sameAs;  // the source before it that is the same file
 };
 
-// In the order of `arguments` and within a folder by name (by byte value). A folder stands for the .ab1 and .abi files
+// In the order of `arguments` and within a folder by name (by byte value). A folder means the .ab1 and .abi files
 // directly in it, in any letter case; one without such files is a source that is refused. Throws CRefused for an
-// argument that leads to nothing, a folder that cannot be listed, and when nothing at all was found.
+// argument that does not exist, for a folder that cannot be listed, and if nothing at all was found.
 std::vector<CSource> FindSources(const std::vector<std::string>& arguments);
 
-// The bytes of a source. Throws CUnusable when it cannot be read, is no regular file, or is too large to be a run.
+// The bytes of a source. Throws CUnusable if it cannot be read, is not a regular file, or is too large for a run.
 std::string ReadSource(const std::string& path);
 
 }  // namespace lanetools

@@ -1,9 +1,11 @@
 #include "lanetools/import/StoreSample.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/AtomicFile.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 #include "samplestore/NewSample.h"
 
@@ -16,7 +18,7 @@ using platform::Error;
 
 constexpr std::size_t largestSample = std::size_t{64} << 20;  // of a million scans
 
-// False when they differ, or when one of them cannot be read.
+// False if they differ, or if one of them cannot be read.
 bool HaveSameBytes(const std::string& a, const std::string& b) {
     std::string first, second;
     if (platform::ReadFile(a, first, largestSample) || platform::ReadFile(b, second, largestSample)) return false;
@@ -36,7 +38,7 @@ bool StoreSample(const std::string& path, const CSampleInfo& info, std::span<con
     if (error) throw CNotStored(error.message());
     platform::AtomicFile file;
     const Error notOpened = file.Open(path);
-    // Where nothing may be written the sample can still be there already, so it is made elsewhere and compared.
+    // If nothing may be written here, the sample may still exist already: it is written elsewhere and compared.
     platform::AtomicFile elsewhere;
     if (notOpened && elsewhere.Open(fs::temp_directory_path() / "imported.rsd")) Demand(notOpened);
     platform::AtomicFile& made = notOpened ? elsewhere : file;

@@ -1,4 +1,4 @@
-// Puts an imported sample in its place.
+// Writes an imported sample.
 #pragma once
 
 #include <span>
@@ -15,9 +15,9 @@ class CNotStored : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Writes the sample file `path`, whose folder is made when it is not there; its parent must be there. The file appears
-// whole, or what was there stays. False when a file with the same bytes is there already: it is not touched, and it and
-// its folder may be write-protected. Throws CNotStored.
+// Writes the sample file `path`, and creates its folder if the parent of that exists. The file appears
+// whole, or the former one stays. False if a file with the same bytes exists: it is not touched, and it and its folder
+// may be write-protected. Throws CNotStored.
 bool StoreSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans);
 
 }  // namespace lanetools

@@ -1,4 +1,4 @@
-// What speaks against a run: everything that would cost results, or that the program would pass over without a word.
+// Reasons not to start a run: everything that would cost results, or that the program would ignore without a word.
 #pragma once
 
 #include <string>

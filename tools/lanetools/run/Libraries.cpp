@@ -11,8 +11,11 @@
 #include "lanetools/system/Interrupt.h"
 #include "platform/Ascii.h"
 #include "platform/Drives.h"
+#include "plugins/BaseCaller.h"
+#include "plugins/BaseCallerSet.h"
 #include "plugins/EntryPoints.h"
 #include "run/RunDriver.h"
+#include "run/Switches.h"
 
 namespace lanetools {
 
@@ -33,7 +36,7 @@ struct NamedLibrary {
     std::string name, file;
 };
 
-// The list of the settings; `error` says why the program would not take it.
+// The list in the settings; `error` is the reason why the program would refuse it.
 std::vector<NamedLibrary> ReadList(const std::string& settings, std::string& error) {
     CRunDriver driver(1);
     CBaseCallerSet set(&driver);
@@ -54,8 +57,8 @@ std::vector<NamedLibrary> ReadList(const std::string& settings, std::string& err
     return list;
 }
 
-// In a process of its own: loads the library and gives what it says, each of two texts with a NUL; a NUL alone when it
-// does not load.
+// Runs in a separate process: loads the library and returns the suffix and the missing entry point, each with a NUL at
+// its end; one NUL if it does not load.
 std::string Examine(const std::string& settings, const std::string& file) {
     CBaseCaller caller;
     caller.folder = settings;
@@ -82,11 +85,11 @@ CLibrary Try(const std::string& settings, const std::string& file, std::chrono::
     const std::string answer = child.TakeOutput();
     const std::size_t first = answer.find('\0'), second = answer.find('\0', first + 1);
     if (!child.IsEnded())
-        library.accident = "it hangs (for " + std::to_string(limit.count()) + " s)";
+        library.accident = "hangs (for " + std::to_string(limit.count()) + " s)";
     else if (child.End().signal != 0)
-        library.accident = "it crashes (" + SignalName(child.End().signal) + ")";
+        library.accident = "crashes (" + SignalName(child.End().signal) + ")";
     else if (answer.empty())
-        library.accident = "it ends the process";
+        library.accident = "ends the process";
     if (second == std::string::npos) return library;
     library.isLoaded = true;
     library.suffix = answer.substr(0, first);

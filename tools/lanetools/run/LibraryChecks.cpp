@@ -1,6 +1,15 @@
+#include <cstddef>
+#include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "lanetools/run/Checks.h"
+#include "lanetools/run/Findings.h"
+#include "lanetools/run/Libraries.h"
+#include "lanetools/run/RunPlan.h"
+#include "lanetools/run/SwitchWords.h"
+#include "run/Switches.h"
 
 namespace lanetools {
 
@@ -37,10 +46,10 @@ void CheckLibrariesAreListed(const CRunPlan& plan, CFindings& findings) {
             findings.Add(chosen.name, "with -E the program loads the first library only, and would run that again");
         else if (plan.switches.Libraries().empty())
             findings.Add(libraries.settings, "the default library \"" + chosen.name +
-                                                 "\" is not listed there, and the first one would take its place");
+                                                 "\" is not listed there, and the first one would run instead");
         else
-            findings.Add(chosen.name, "the library is not listed in " + libraries.settings +
-                                          ", and another one would take its place");
+            findings.Add(chosen.name,
+                         "the library is not listed in " + libraries.settings + ", and another one would run instead");
     }
 }
 
@@ -48,8 +57,7 @@ void CheckLibrariesAreListed(const CRunPlan& plan, CFindings& findings) {
 void CheckLibrariesLoad(const CRunPlan& plan, CFindings& findings) {
     for (const CLibrary& library : plan.libraries.known)
         if (!library.accident.empty())
-            findings.Add(library.file,
-                         "the library is no good: " + library.accident + " when it is loaded or released");
+            findings.Add(library.file, "the library " + library.accident + " when it is loaded or released");
     for (const std::size_t index : ChosenOnes(plan)) {
         const CLibrary& library = plan.libraries.known[index];
         if (!library.isLoaded && library.accident.empty()) findings.Add(library.file, "the library does not load");

@@ -1,14 +1,24 @@
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "discovery/SplitPath.h"
 #include "lanetools/run/Checks.h"
+#include "lanetools/run/Findings.h"
+#include "lanetools/run/Libraries.h"
+#include "lanetools/run/RunPlan.h"
+#include "lanetools/run/SwitchWords.h"
 #include "lanetools/system/Access.h"
 #include "platform/Drives.h"
+#include "run/Switches.h"
 
 namespace lanetools {
 
@@ -21,15 +31,15 @@ bool Exists(const std::string& path) {
     return fs::exists(fs::symlink_status(path, error));
 }
 
-// Why there can be no folder of that name with files in it; empty when there can.
+// The reason why a folder with files cannot be created at the path; empty if it can.
 std::string WhyNoFolder(const std::string& path) {
     return WhyNoFilesIn(Exists(path) ? path : fs::path(path).parent_path().string());
 }
 
-// Why the file at a path as the program takes it cannot be written; empty when it can.
+// The reason why the file at a path, as the program reads it, cannot be written; empty if it can.
 std::string WhyNoFile(const std::string& path) {
     const auto native = platform::NativePath(path);
-    if (!native) return "there is no such drive";
+    if (!native) return "the drive does not exist";
     return Exists(*native) ? WhyNotWritable(*native) : WhyNoFilesIn(fs::absolute(*native).parent_path().string());
 }
 
@@ -62,7 +72,7 @@ void CheckOutputsDiffer(const CRunPlan& plan, CFindings& findings) {
             findings.Add(plate.given, "it shares its output folder with " + first->second->given +
                                           ", and would get that one's results");
     }
-    // Codes of libraries that are equal, or that make up for the difference between two names.
+    // The codes of two libraries may be equal, or may make the names of two plates equal.
     std::map<std::string, const CPlannedOutput*> outputs;
     for (const CPlannedOutput& output : plan.outputs) {
         const auto [owner, isNew] = outputs.emplace(output.path, &output);
@@ -78,10 +88,11 @@ void CheckOutputsDiffer(const CRunPlan& plan, CFindings& findings) {
 void CheckOutputIsOutside(const CRunPlan& plan, CFindings& findings) {
     for (const CPlannedPlate& plate : plan.plates) {
         if (!plate.problem.empty()) continue;
-        if (IsWithin(plan.output, plate.path)) findings.Add(plan.output, "the output lies in the plate " + plate.path);
+        if (IsWithin(plan.output, plate.path))
+            findings.Add(plan.output, "the output is inside the plate " + plate.path);
         for (const CPlannedOutput& output : plan.outputs)
             if (IsWithin(plate.path, output.path))
-                findings.Add(plate.given, "the plate lies where results would go: " + output.path);
+                findings.Add(plate.given, "the plate is inside a folder of results: " + output.path);
     }
 }
 
@@ -101,7 +112,7 @@ void CheckFastaIsWritable(const CRunPlan& plan, CFindings& findings) {
                 findings.Add(file, "the file cannot be written: " + reason);
 }
 
-// The program's own reckoning, for all plates together, or what the stored samples will take if that is more.
+// What the program itself asks for, for all plates together, or the size of the samples to store if that is more.
 void CheckRoom(const CRunPlan& plan, CFindings& findings) {
     constexpr std::uint64_t reserve = 50000000, perResult = 20000;
     const char* const answer = std::getenv("LANEWRIGHT_ANSWER");
@@ -113,9 +124,9 @@ void CheckRoom(const CRunPlan& plan, CFindings& findings) {
     const std::uint64_t needed = reserve + std::max(results * perResult, BytesToStore(plan));
     constexpr std::uint64_t megabyte = 1000000;
     if (!plan.room && WhyNoFolder(plan.output).empty())
-        findings.Add(plan.output, "it cannot be found out how much room there is");
+        findings.Add(plan.output, "the free space cannot be determined");
     else if (plan.room && *plan.room < needed)
-        findings.Add(plan.output, "there is too little room: " + std::to_string(*plan.room / megabyte) + " MB of " +
+        findings.Add(plan.output, "too little free space: " + std::to_string(*plan.room / megabyte) + " MB of " +
                                       std::to_string(needed / megabyte + 1) + " MB");
 }
 

@@ -1,8 +1,13 @@
 #include <algorithm>
 #include <map>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "discovery/SplitPath.h"
 #include "lanetools/run/Checks.h"
+#include "lanetools/run/Findings.h"
+#include "lanetools/run/RunPlan.h"
 #include "lanetools/system/Access.h"
 
 namespace lanetools {
@@ -52,7 +57,7 @@ void CheckStemsDiffer(const CRunPlan& plan, CFindings& findings) {
     }
 }
 
-// The logs of a plate lie in its folder.
+// The logs of a plate are in its folder.
 void CheckPlatesAreWritable(const CRunPlan& plan, CFindings& findings) {
     for (const CPlannedPlate& plate : plan.plates) {
         if (!plate.problem.empty()) continue;

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "lanetools/run/Libraries.h"
 #include "lanetools/text/Utf8.h"
 #include "records/Messages.h"
 
@@ -64,7 +65,7 @@ CPlateRun::CPlateRun(const CRunPlan& all, std::size_t index, CProgress& shown)
     starts.push_back({FirstCommand(plan, plate), std::move(libraries), plate.files, true});
 }
 
-// All its samples once more from the first one on, which a library that has not had its turn yet needs.
+// All samples again from the first one on, for libraries whose pass has not begun.
 CPlateRun::Start CPlateRun::WholePlate(std::vector<std::size_t> libraries) const {
     const std::vector<std::string> names = plan.libraries.Names(libraries);
     return {FurtherCommand(plan, plate, {}, names), std::move(libraries), plate.files, true};
@@ -96,7 +97,7 @@ void CPlateRun::ReadLine(const std::string& line) {
     const Start& start = starts.front();
     if (begun < start.Samples()) {
         const std::string& next = start.files[begun % start.files.size()];
-        // A text without a line end of its own may stand before it.
+        // A text without a line end may precede it.
         if (line.find(Until(FormatMessage(MessageId::Loading, {next, plate.name, mark}))) != std::string::npos) {
             ++begun;
             isCallOver = false;
@@ -171,7 +172,7 @@ void CPlateRun::PlanTheRest() {
     if (pass + 1 < start.libraries.size())
         starts.push_front(
             WholePlate({start.libraries.begin() + static_cast<std::ptrdiff_t>(pass) + 1, start.libraries.end()}));
-    // The last ones first, since each goes to the head.
+    // The last ones first, since each is put before the others.
     const std::vector<std::string> rest(start.files.begin() + static_cast<std::ptrdiff_t>(next), start.files.end());
     const std::vector<std::size_t> library{start.libraries[pass]};
     std::size_t parts = (rest.size() + mostSingleFiles - 1) / mostSingleFiles;

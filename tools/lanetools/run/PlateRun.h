@@ -1,4 +1,4 @@
-// The program over one plate, started as often as it takes.
+// The program over one plate, started as often as necessary.
 #pragma once
 
 #include <chrono>
@@ -14,12 +14,12 @@
 
 namespace lanetools {
 
-// The program is started once. Where a library ends it, or has it hang, the sample that it was working on is lost; the
-// samples that follow are given to a further start as single files, which go the same way as those of a plate, and the
-// passes of further libraries over the plate come after that.
+// The program is started once. If a library ends it or makes it hang, the sample that it was working on is lost. Then
+// the samples that follow are given to a further start as single files, which are processed like those of a plate, and
+// the passes of further libraries over the plate come after that.
 //
-// Which sample that is, follows from standard output: each sample of each pass begins with a line of its own there, and
-// what has become of its base call is reported before anything else is done with it.
+// Standard output shows which sample it was: each sample of each pass begins with its own line there, and the result of
+// its base call is reported before anything else is done with it.
 class CPlateRun {
   public:
     // `plan` outlives the run.
@@ -28,15 +28,15 @@ class CPlateRun {
     bool IsDone() const { return !child && starts.empty(); }
     // The running program; null between two starts.
     CChild* Child() { return child ? &*child : nullptr; }
-    // Starts the program when it does not run and there is something left to do.
+    // Starts the program if it does not run and something remains to be done.
     void GoOn();
-    // Takes in what the running program has written, ends it when it is late, and draws the conclusions from its end.
+    // Reads what the running program has written, ends it if it is late, and plans what follows after its end.
     void Look();
-    // Removes what the killed program has left half-written.
+    // Removes the half-written files of the program that was killed.
     void CleanUp() const;
-    // True when a result may lack something although the sample is stored.
+    // True if a result may lack something although the sample is stored.
     bool IsIncomplete() const { return isIncomplete; }
-    // True when the program has taken up at least one sample.
+    // True if the program has begun at least one sample.
     bool HasWorked() const { return hasWorked; }
 
   private:
@@ -67,11 +67,11 @@ class CPlateRun {
 
     // Of the running program: how many samples it has begun, and the state of the last one.
     std::size_t begun = 0;
-    bool isCallOver = false;                      // its base call, or that it is left out, has been reported
-    bool hasLeft = false;                         // a library has ended the process in its own way
+    bool isCallOver = false;                      // its base call has been reported, or that it is skipped
+    bool hasLeft = false;                         // a library has ended the process by itself
     bool isLate = false;                          // it has been killed
     std::chrono::steady_clock::time_point since;  // of the last sample's beginning
-    std::string output, errors;                   // the beginning of a line
+    std::string output, errors;                   // the part of a line that has been read
 
     bool isIncomplete = false, hasWorked = false;
 };

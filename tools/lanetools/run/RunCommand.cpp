@@ -1,29 +1,38 @@
 // "lanetools run": the guarded way to call the program.
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
+#include <vector>
 
+#include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
 #include "lanetools/run/Findings.h"
 #include "lanetools/run/RunPlan.h"
 #include "lanetools/run/RunPlates.h"
 #include "lanetools/run/RunReport.h"
 #include "lanetools/run/ShellQuote.h"
+#include "lanetools/samples/Summarize.h"
+#include "lanetools/text/StandardOutput.h"
 
 namespace lanetools {
 
 namespace {
 
 constexpr const char* about =
-    "Runs the program over plates: checks first whether anything speaks against it, starts\n"
-    "the program once per plate, and sums up what has become of each sample. A library that\n"
-    "crashes costs only the sample that it was working on.";
+    "Runs the program over plates: checks everything first, starts the program once per\n"
+    "plate, and reports how many samples were called. A library that crashes costs only\n"
+    "the sample that it was working on.";
 
 constexpr const char* notes =
-    "SWITCHES are those of the program, such as -BC lanecall.so -ABD; -BC is added when it is\n"
+    "SWITCHES are those of the program, such as -BC lanecall.so -ABD; -BC is added if it is\n"
     "missing. Input and output are given to lanetools itself.\n"
     "\n"
     "Exit codes: 0 all called, or as many as --min-pass asks for; 1 the program could not be\n"
@@ -34,9 +43,13 @@ constexpr const char* notes =
     "  lanetools run plates/* -o out -j 4 --timeout 60 -- -BC -ABD -FA";
 
 void AddOptions(CLI::App& app, CRunOptions& options) {
-    app.add_option("plates", options.plates, "Folders of raw samples")->required()->type_name("PLATES");
-    app.add_option("-o,--output", options.output, "Where the results go; made if its parent is there")
+    app.add_option("PLATES", options.plates, "Folders of raw samples")
         ->required()
+        ->check(NotEmpty())
+        ->type_name("PLATES");
+    app.add_option("-o,--output", options.output, "Folder for the results; created if its parent exists")
+        ->required()
+        ->check(NotEmpty())
         ->type_name("OUT");
     app.add_option("-j,--jobs", options.jobs, "Plates at a time, 1 to 1000")
         ->check(CLI::Range(1, 1000).description(""))
@@ -45,20 +58,19 @@ void AddOptions(CLI::App& app, CRunOptions& options) {
     app.add_option("--timeout", options.timeout, "A sample without progress for so long is lost")
         ->check(CLI::Range(1, 1000000).description(""))
         ->type_name("SECONDS");
-    app.add_option("--min-pass", options.minPass, "Percentage of called samples that gives exit code 0")
-        ->check(CLI::Range(0.0, 100.0).description(""))
-        ->type_name("PERCENT")
-        ->capture_default_str();
+    AddMinPass(app, options.minPass);
     app.add_flag("--dry-run", options.isDry, "Check, and print the commands instead of running them");
     app.add_flag("--redo-damaged", options.redoDamaged, "Remove damaged results, so that they are called again");
 }
 
-// The first command of each plate, and ahead of them what is removed.
+// Prints the removal of damaged results, then the first command of each plate.
 void PrintCommands(const CRunPlan& plan) {
+    std::string text;
     for (const CBadResult& result : plan.damaged)
-        std::printf("%s\n", ShellQuoted({"rm", "--", result.path}).c_str());
+        text += ShellQuoted({"rm", "--", result.path}) + '\n';
     for (const CPlannedPlate& plate : plan.plates)
-        std::printf("%s\n", ShellQuoted(FirstCommand(plan, plate)).c_str());
+        text += ShellQuoted(FirstCommand(plan, plate)) + '\n';
+    WriteStandardOutput(text);
 }
 
 void RemoveDamaged(const CRunPlan& plan) {
@@ -81,7 +93,7 @@ ExitCode Run(const CRunOptions& options) {
     }
     RemoveDamaged(plan);
     const CRunOutcome outcome = RunPlates(plan);
-    if (!outcome.hasWorked) throw std::runtime_error("the program did not take up any sample");
+    if (!outcome.hasWorked) throw std::runtime_error("the program did not begin any sample");
     const bool isPassed = ReportPlates(plan).Passes(options.minPass);
     return isPassed && !outcome.isIncomplete ? ExitCode::Done : ExitCode::Incomplete;
 }

@@ -4,11 +4,13 @@
 #include <system_error>
 #include <utility>
 
+#include "discovery/FileTypeFilter.h"
 #include "discovery/FolderScan.h"
 #include "discovery/SplitPath.h"
 #include "lanetools/ExitCode.h"
 #include "lanetools/run/StoredResults.h"
 #include "lanetools/system/Access.h"
+#include "platform/Error.h"
 #include "platform/Files.h"
 
 namespace lanetools {
@@ -17,12 +19,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Long enough for a library that reads tables of its own on a busy machine.
+// Enough for a library that reads its own tables on a busy machine.
 constexpr std::chrono::seconds longestLoad{20};
 
 std::string FindProgram() {
     const std::string path = platform::PathNextToProgram("lanewright");
-    if (!IsProgram(path)) throw CRefused(path + ": there is no such program");
+    if (!IsProgram(path)) throw CRefused(path + ": the program does not exist or cannot be started");
     return path;
 }
 
@@ -37,7 +39,7 @@ CPlannedPlate FindPlate(const std::string& given) {
     const fs::path path = fs::canonical(given, error);
     if (error) return {given, given, LastComponent(WithoutEndSeparators(given)), error.message(), {}};
     CPlannedPlate plate{given, path.string(), path.filename().string(), {}, {}};
-    if (!fs::is_directory(path, error)) plate.problem = "it is no folder";
+    if (!fs::is_directory(path, error)) plate.problem = "it is not a folder";
     // With these the program would look for another path; that is a finding of its own.
     if (!plate.problem.empty() || plate.path.find_first_of("*\\") != std::string::npos) return plate;
     const CFolderScan scan(plate.path, {{"*.esd"}, {"*.rsd"}}, false);
@@ -47,12 +49,12 @@ CPlannedPlate FindPlate(const std::string& given) {
     return plate;
 }
 
-// Of a folder that need not be there yet.
+// The folder need not exist yet.
 std::string CleanOutput(const std::string& given) {
     const fs::path path = WithoutEndSeparators(given);
     std::error_code error;
-    const fs::path there = fs::canonical(path, error);
-    if (!error) return there.string();
+    const fs::path existing = fs::canonical(path, error);
+    if (!error) return existing.string();
     const fs::path parent = fs::canonical(path.has_parent_path() ? path.parent_path() : ".", error);
     if (!error && path.filename() != "..") return (parent / path.filename()).string();
     return fs::absolute(path).lexically_normal().string();

@@ -1,4 +1,4 @@
-// All that is known of a run before it begins. It is looked up once; the findings and the run itself only read it.
+// All that is known about a run before it begins. It is found out once; the findings and the run itself only read it.
 #pragma once
 
 #include <chrono>
@@ -22,14 +22,14 @@ struct CRunOptions {
     double minPass = 100;      // percent of the rows that must be called
     bool isDry = false;
     bool redoDamaged = false;
-    std::vector<std::string> words;  // the switches of the program, which stand after "--"
+    std::vector<std::string> words;  // the switches of the program, which follow "--"
 };
 
 struct CPlannedPlate {
     std::string given;               // as on the command line
-    std::string path;                // full, without links; as given when it leads to nothing
+    std::string path;                // full, without links; as given if it does not exist
     std::string name;                // its last component
-    std::string problem;             // why it cannot be listed; empty when it can
+    std::string problem;             // why it cannot be listed; empty if it can
     std::vector<std::string> files;  // its samples without folder, in the order in which the program takes them
 };
 
@@ -40,7 +40,7 @@ struct CPlannedOutput {
     std::string path;
 };
 
-// A stored result that cannot stay as it is.
+// A stored result that cannot stay.
 struct CBadResult {
     std::string path, reason;
 };
@@ -50,20 +50,20 @@ struct CRunPlan {
     std::string program;  // path
     CSwitchWords switches;
     std::vector<CPlannedPlate> plates;
-    std::string output;                   // full, without links; it need not be there yet
-    std::optional<std::uint64_t> room;    // bytes that may still be written there
-    CLibraries libraries;                 //
-    std::vector<CPlannedOutput> outputs;  // plate after plate, less those of libraries that do not load
+    std::string output;                 // full, without links; it need not exist yet
+    std::optional<std::uint64_t> room;  // bytes that may still be written there
+    CLibraries libraries;
+    std::vector<CPlannedOutput> outputs;  // in the order of the plates, without libraries that do not load
     std::vector<CBadResult> damaged;      // stored results of this run's samples that cannot be trusted
     std::vector<CBadResult> foreign;      // those of other samples under the same names
 };
 
-// Looks all of it up and changes nothing. Throws CInterrupted, and CRefused when the program is not there.
+// Finds it all out and changes nothing. Throws CInterrupted, and CRefused if the program does not exist.
 CRunPlan MakeRunPlan(CRunOptions options);
 
 // The first start of the program for a plate.
 std::vector<std::string> FirstCommand(const CRunPlan& plan, const CPlannedPlate& plate);
-// A further one: over `files` of the plate, or over all of it when that is empty, with `libraries` (empty: the default
+// A further one: over `files` of the plate, or over all of it if that is empty, with `libraries` (empty: the default
 // one).
 std::vector<std::string> FurtherCommand(const CRunPlan& plan, const CPlannedPlate& plate,
                                         const std::vector<std::string>& files,

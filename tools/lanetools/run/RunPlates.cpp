@@ -1,10 +1,16 @@
 #include "lanetools/run/RunPlates.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <list>
+#include <string>
+#include <vector>
 
+#include "lanetools/run/Libraries.h"
 #include "lanetools/run/PlateRun.h"
+#include "lanetools/system/Child.h"
 #include "lanetools/system/Interrupt.h"
+#include "lanetools/system/Progress.h"
 
 namespace lanetools {
 
@@ -20,7 +26,7 @@ std::vector<CChild*> ChildrenOf(std::list<CPlateRun>& runs) {
     return children;
 }
 
-// Lets them end by themselves for a moment.
+// Gives them a moment to end by themselves.
 void EndAll(std::list<CPlateRun>& runs) {
     constexpr milliseconds patience{2000}, look{20};
     std::vector<CChild*> children = ChildrenOf(runs);

@@ -6,12 +6,12 @@
 namespace lanetools {
 
 struct CRunOutcome {
-    bool hasWorked = false;     // the program has taken up at least one sample
+    bool hasWorked = false;     // the program has begun at least one sample
     bool isIncomplete = false;  // a result may lack something although its sample is stored
 };
 
-// Runs the program over all plates of the plan. After Ctrl-C all of it is ended, nothing is left half-written, and
-// CInterrupted is thrown.
+// Runs the program over all plates of the plan. After Ctrl-C it ends all programs, leaves nothing half-written, and
+// throws CInterrupted.
 CRunOutcome RunPlates(const CRunPlan& plan);
 
 }  // namespace lanetools

@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
+#include "lanetools/samples/RawPlate.h"
+#include "lanetools/samples/StoredSample.h"
 #include "lanetools/text/Utf8.h"
 
 namespace lanetools {
@@ -14,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The output folders of a plate, also those that the program did not come to: their samples are missing.
+// The output folders of a plate, also those that were not created: their samples are missing.
 std::vector<COutputFolder> OutputsOf(const CRunPlan& plan, std::size_t plate) {
     std::error_code error;
     std::vector<COutputFolder> outputs;
@@ -23,8 +27,8 @@ std::vector<COutputFolder> OutputsOf(const CRunPlan& plan, std::size_t plate) {
         const std::string name = fs::path(output.path).filename().string();
         COutputFolder folder{output.path, name, {}};
         if (fs::is_directory(output.path, error))
-            for (COutputFolder& there : ListOutputs({output.path}))
-                if (there.path == fs::canonical(output.path)) folder.files = std::move(there.files);
+            for (COutputFolder& found : ListOutputs({output.path}))
+                if (found.path == fs::canonical(output.path)) folder.files = std::move(found.files);
         outputs.push_back(std::move(folder));
     }
     return outputs;

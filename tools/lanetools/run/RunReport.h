@@ -1,4 +1,4 @@
-// What has become of the plates of a run.
+// The results of a run, by plate.
 #pragma once
 
 #include "lanetools/run/RunPlan.h"
@@ -7,7 +7,7 @@
 namespace lanetools {
 
 // Reads and verifies the results of all plates, writes a table with a line for each of them on standard error, and
-// gives the sum of all. Throws CInterrupted.
+// returns the sum of all. Throws CInterrupted.
 CStateCounts ReportPlates(const CRunPlan& plan);
 
 }  // namespace lanetools

@@ -5,7 +5,7 @@
 
 namespace lanetools {
 
-// The words as one line that a POSIX shell takes apart into the same words.
+// The words as one line that a POSIX shell splits into the same words.
 std::string ShellQuoted(const std::vector<std::string>& words);
 
 }  // namespace lanetools

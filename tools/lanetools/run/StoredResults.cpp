@@ -1,7 +1,10 @@
 #include "lanetools/run/StoredResults.h"
 
+#include <cstddef>
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "discovery/SplitPath.h"
 #include "lanetools/samples/RawPlate.h"
@@ -9,6 +12,7 @@
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
 #include "lanetools/text/Utf8.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 
@@ -16,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The file that counts of those that may be stored for a sample; empty when there is none.
+// The file that counts of those that may be stored for a sample; empty if none exists.
 std::string StoredPath(const std::string& folder, const std::string& file) {
     std::error_code error;
     for (const char* extension : {".esd", ".fsd"}) {
@@ -31,7 +35,7 @@ std::string WhyForeign(const CSampleInfo& stored, const CSampleInfo& raw) {
     return "it is named \"" + ToUtf8(stored.sampleName) + "\" and not \"" + ToUtf8(raw.sampleName) + "\"";
 }
 
-// An .esd is looked at by itself: the program takes it for the result whatever .fsd lies beside it.
+// An .esd is checked by itself: the program takes it as the result even if an .fsd exists.
 void LookAt(const CPlannedPlate& plate, const CPlannedOutput& output, const std::string& file, CRunPlan& plan) {
     const std::string path = StoredPath(output.path, file);
     if (path.empty()) return;

@@ -5,8 +5,8 @@
 
 namespace lanetools {
 
-// Fills `damaged` and `foreign` of a plan that is complete otherwise. A stored result belongs to a raw sample when its
-// run started in the same second and, where the raw sample has a name, when its name is the same. Throws CInterrupted.
+// Fills `damaged` and `foreign` of a plan that is otherwise complete. A stored result belongs to a raw sample if their
+// runs started in the same second and, if the raw sample has a name, their names are equal. Throws CInterrupted.
 void LookAtStoredResults(CRunPlan& plan);
 
 }  // namespace lanetools

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 
 namespace lanetools {
 
 namespace {
 
 std::vector<const char*> Arguments(const std::vector<std::string>& words) {
-    std::vector<const char*> arguments{""};  // where the name of a program stands
+    std::vector<const char*> arguments{""};  // in the place of the program's name
     for (const std::string& word : words)
         arguments.push_back(word.c_str());
     return arguments;

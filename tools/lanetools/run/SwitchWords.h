@@ -1,4 +1,4 @@
-// The switches that the program is to be run with, as they stand on the command line of lanetools.
+// The switches for the program, as given on the command line of lanetools.
 #pragma once
 
 #include <cstddef>
@@ -16,17 +16,17 @@ class CSwitchWords : public CCommandLine {
     explicit CSwitchWords(const std::vector<std::string>& words);
 
     bool Has(Switch id) const;
-    // The libraries that -BC names, with repeats, in the order of their passes; empty when the default one is to run.
+    // The libraries that -BC names, with repeats, in the order of their passes; empty if the default one is to run.
     std::vector<std::string> Libraries() const;
-    // The first parameters of all switches of that name which have one.
+    // The first parameter of each switch of that name that has one.
     std::vector<std::string> FilesOf(Switch id) const;
     // Operations on each sample, the base call counted once.
     std::size_t Operations() const;
 
-    // The words again, with a base call ahead of them when no -BC is among them.
+    // The words again, with -BC before them if they do not contain it.
     std::vector<std::string> Words() const;
-    // Words for a start that goes on with `libraries` (empty: with the default one) where another one ended: the file
-    // of -FA is added to instead of being made anew.
+    // Words for a start that continues with `libraries` (empty: with the default one) where another start ended: it
+    // appends to the file of -FA and does not create it again.
     std::vector<std::string> WordsToGoOn(const std::vector<std::string>& libraries) const;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <vector>
 
 #include "lanetools/samples/Phred.h"
@@ -27,7 +28,7 @@ std::optional<double> MeanOfZones(const CAnalysisInfo& analysis, const Zones& zo
 
 }  // namespace
 
-CBaseRange GoodRegion(const CAnalysisInfo& analysis) {
+CStretch GoodRegion(const CAnalysisInfo& analysis) {
     const std::int64_t first = std::max<std::int64_t>(analysis.startGood, 0);
     const std::int64_t end = std::min<std::int64_t>(std::int64_t{analysis.endGood} + 1, analysis.basesCalled);
     if (end <= first) return {};
@@ -45,7 +46,7 @@ std::int64_t ContiguousReadLength(std::span<const float> qualities) {
     std::int64_t longest = 0, run = 0;
     for (std::size_t i = 0; i < phreds.size(); ++i) {
         const std::size_t first = i - std::min(i, halfWindow), end = std::min(i + halfWindow + 1, phreds.size());
-        // Summed anew for each base: a running sum would gather errors beyond the allowance.
+        // Summed again for each base: the errors of a running sum would grow beyond the allowance.
         double sum = 0;
         for (std::size_t j = first; j < end; ++j)
             sum += phreds[j];

@@ -1,7 +1,10 @@
 #include <filesystem>
 #include <map>
+#include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "lanetools/ExitCode.h"
 #include "lanetools/samples/ListEntries.h"
@@ -41,7 +44,7 @@ std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots) {
         const fs::path folder = Resolve(root);
         add(root, folder);
         std::error_code ignored;
-        // What is no output is nobody's business here, also when it cannot be listed.
+        // Other folders are ignored, also if they cannot be listed.
         for (const fs::path& entry : ListEntries(folder))
             if (fs::is_directory(entry, ignored) && (IsNamedAsOutput(entry) || IsListable(entry)))
                 add(entry, Resolve(entry));
@@ -55,7 +58,7 @@ std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots) {
 std::vector<COutputFolder> FindOutputs(const std::vector<std::string>& roots) {
     std::vector<COutputFolder> outputs = ListOutputs(roots);
     std::erase_if(outputs, [](const COutputFolder& output) { return output.files.empty(); });
-    if (outputs.empty()) throw CRefused(roots.front() + ": there is no stored sample in it");
+    if (outputs.empty()) throw CRefused(roots.front() + ": it has no stored samples");
     return outputs;
 }
 

@@ -10,7 +10,7 @@ inline constexpr double largestPhred = 93;  // the last one that FASTQ has a cha
 // Stored percentages are 32-bit floats, so a Phred value is compared with this allowance (a stored 99.0 is Q20).
 inline constexpr double phredAllowance = 1e-9;
 
-// Probability that the call is wrong, 0 to 1, of a stored quality in percent; 1 for what is not a number.
+// Probability that the call is wrong, 0 to 1, of a stored quality in percent; 1 for NaN.
 inline double ErrorProbability(float percent) {
     return std::isnan(percent) ? 1.0 : std::clamp((100.0 - static_cast<double>(percent)) / 100.0, 0.0, 1.0);
 }

@@ -1,15 +1,19 @@
 #include "lanetools/samples/RawPlate.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <map>
 #include <system_error>
+#include <utility>
 
 #include "discovery/SplitPath.h"
 #include "lanetools/ExitCode.h"
 #include "lanetools/samples/ListEntries.h"
+#include "platform/Error.h"
 #include "samplestore/RsdFile.h"
 #include "samplestore/SampleFile.h"
+#include "samplestore/ScanRecord.h"
 
 namespace lanetools {
 
@@ -43,7 +47,7 @@ std::vector<CRawPlate> FindRawPlates(const std::vector<std::string>& folders) {
         std::error_code ignored;
         for (const fs::path& entry : ListEntries(folder))
             if (fs::is_directory(entry, ignored) && IsListable(entry)) hasSamples |= add(entry, Resolve(entry));
-        if (!hasSamples) throw CRefused(given + ": there is no raw sample in it");
+        if (!hasSamples) throw CRefused(given + ": it has no raw samples");
     }
     std::vector<CRawPlate> plates;
     for (auto& [path, plate] : found)
@@ -64,7 +68,7 @@ CRawSample ReadRawSample(const std::string& path, const std::string& plateName) 
     }
     if (raw.info.processed) raw.reason = "The raw file holds a processed sample";
     NameByFile(raw.info, name, plateName);
-    raw.info.analysis = {};  // of no use here, and large
+    raw.info.analysis = {};  // not used here, and large
     return raw;
 }
 

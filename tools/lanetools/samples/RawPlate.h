@@ -18,24 +18,24 @@ struct CRawPlate {
     std::vector<std::string> files;  // paths of its .esd and .rsd files, in any letter case, sorted
 };
 
-// The plates among `folders`: each is one or, if there is no sample directly in it, holds some. Each once, sorted by
-// path. Throws CRefused for what is no folder or cannot be listed, or has no sample.
+// The plates of `folders`: a folder is a plate or, if it has no samples directly in it, holds plates. Each once, sorted
+// by path. Throws CRefused for a path that is not a folder, cannot be listed or has no samples.
 std::vector<CRawPlate> FindRawPlates(const std::vector<std::string>& folders);
 
 struct CRawSample {
     std::string path;
     std::string stem;    // the name that its result has, without extension
     std::string reason;  // why it cannot be called; empty for a raw sample that could be read
-    CSampleInfo info;    // as the program sees it: an old file is named by NameByFile; empty when it cannot be read
+    CSampleInfo info;    // as the program reads it: an old file is named by NameByFile; empty if it cannot be read
 };
 
 CRawSample ReadRawSample(const std::string& path, const std::string& plateName);
 
-// True when a result with the description `stored` may come from the raw sample `raw`: the run starts are equal, and
+// True if a result with the description `stored` may come from the raw sample `raw`: the run starts are equal, and
 // the sample's names too where the raw sample has one.
 bool IsResultOf(const CSampleInfo& stored, const CSampleInfo& raw);
 
-// The highest value of the four channels; nothing for a file without scans, or one that cannot be read.
+// The highest value of the four channels; empty for a file that has no scans or cannot be read.
 std::optional<std::int64_t> RawPeak(const std::string& path);
 
 }  // namespace lanetools

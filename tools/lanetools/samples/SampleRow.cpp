@@ -1,5 +1,6 @@
 #include "lanetools/samples/SampleRow.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -8,6 +9,7 @@
 #include <span>
 
 #include "lanetools/samples/CallFigures.h"
+#include "lanetools/samples/Stretch.h"
 #include "lanetools/text/Utf8.h"
 
 namespace lanetools {
@@ -40,7 +42,7 @@ std::optional<double> OneDecimal(std::optional<double> value) {
 void FillFigures(CSampleRow& row, const CAnalysisInfo& analysis) {
     const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
     const auto qualities = std::span(analysis.qualityScores).first(count);
-    const CBaseRange good = GoodRegion(analysis);
+    const CStretch good = GoodRegion(analysis);
     row.bases = static_cast<std::int64_t>(count);
     if (good.length > 0) row.goodStart = static_cast<std::int64_t>(good.start) + 1;
     row.goodLength = static_cast<std::int64_t>(good.length);

@@ -8,10 +8,11 @@
 #include <vector>
 
 #include "lanetools/samples/StoredSample.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 
-// Texts are UTF-8 and may hold control characters. A number that is not known, or of a sample that is not called, is
+// Texts are UTF-8 and may hold control characters. A number that is unknown, or of a sample that is not called, is
 // absent. Numbers with a fraction have one decimal.
 struct CSampleRow {
     std::string plate, well, sample;
@@ -65,15 +66,15 @@ std::vector<std::string> ColumnNames();
 std::string ValueText(const std::string& value);
 std::string ValueText(const std::optional<std::int64_t>& value);
 std::string ValueText(const std::optional<double>& value);
-// The text of one column, which may hold control characters; nothing for a name that is no column.
+// The text of one column, which may hold control characters; empty if no column has that name.
 std::optional<std::string> ColumnText(const CSampleRow& row, std::string_view column);
 
 // The row of a stored sample. `plateFolder` names the plate where the sample does not. rawPeak is absent.
 CSampleRow MakeRow(const CStoredSample& sample, const std::string& plateFolder);
 // Fills what says which sample it is, from its description: plate to file but the stem, runStart and the plate's size.
 void Identify(CSampleRow& row, const CSampleInfo& info, const std::string& plateFolder);
-// The name of the plate's folder, as far as the name of the output folder tells: "p1" for "p1_LC1_QX1". A code with "_"
-// in it cannot be told from the plate's name. Any other name stays as it is.
+// The name of the plate's folder, as far as the name of the output folder shows it: "p1" for "p1_LC1_QX1". A code with
+// "_" in it cannot be separated from the plate's name. Any other name is returned unchanged.
 std::string PlateFolderOf(const std::string& outputFolderName);
 
 }  // namespace lanetools

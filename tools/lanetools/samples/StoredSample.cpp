@@ -1,8 +1,12 @@
 #include "lanetools/samples/StoredSample.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <utility>
 
+#include "platform/Error.h"
 #include "samplestore/RsdFile.h"
 
 namespace lanetools {

@@ -28,16 +28,16 @@ struct CStoredSample {
     CSampleInfo info;
 };
 
-// Reads the file at `path`. Whatever is wrong with it, also that it cannot be opened, gives a damaged sample.
-// A file is damaged when its scans, tree and trailer do not fill it, its container checksum is wrong, its scan count is
-// not that of its scan block, it holds a raw sample, or an array of a called sample is shorter than the bases.
+// Reads the file at `path`. Any fault, also that it cannot be opened, gives a damaged sample. A file is damaged if its
+// scans, tree and trailer do not fill it, its container checksum is wrong, its scan count is not that of its scan
+// block, it holds a raw sample, or an array of a called sample is shorter than the bases.
 CStoredSample ReadStoredFile(const std::string& path);
 
-// The same, but when an .esd is damaged and there is a good .fsd of the same stem, gives that: the call was repeated
-// and failed. This is what to read the `files` of an output folder with.
+// The same, but if an .esd is damaged and a good .fsd of the same stem exists, returns that: the call was repeated and
+// failed. Use this for the `files` of an output folder.
 CStoredSample ReadStoredSample(const std::string& path);
 
-// One folder of stored samples, as the program makes it for each plate and library.
+// One folder of stored samples, as the program creates it for each plate and library.
 struct COutputFolder {
     std::string path;                // with all links resolved
     std::string name;                // its last component as it was given, such as "plate1_LC1_QX1"
@@ -48,10 +48,10 @@ struct COutputFolder {
 inline constexpr const char* outputSuffix = "_QX1";
 
 // The folders with stored samples, or with a name that ends in outputSuffix, among `roots` and the folders directly in
-// them, each once, sorted by path. Throws CRefused for a root that is no folder or cannot be listed. May be empty.
+// them, each once, sorted by path. Throws CRefused for a root that is not a folder or cannot be listed. May be empty.
 std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots);
 
-// Those of them that hold a stored sample. Throws CRefused also when there is none.
+// Those of them that hold a stored sample. Throws CRefused also if there are none.
 std::vector<COutputFolder> FindOutputs(const std::vector<std::string>& roots);
 
 }  // namespace lanetools

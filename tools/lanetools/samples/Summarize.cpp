@@ -1,15 +1,20 @@
 #include "lanetools/samples/Summarize.h"
 
 #include <algorithm>
+#include <compare>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
+#include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
 #include "lanetools/text/Utf8.h"
+#include "samplestore/SampleInfo.h"
 
 namespace lanetools {
 
@@ -56,7 +61,7 @@ std::vector<CResult> ReadFolder(const COutputFolder& folder, CProgress& progress
     return results;
 }
 
-// True when the program may have named the output folder after the plate.
+// True if the program may have named the output folder after the plate.
 bool IsNamedAfter(std::string_view folder, std::string_view plate) {
     if (!folder.ends_with(outputSuffix)) return false;
     folder.remove_suffix(std::string_view(outputSuffix).size());

@@ -16,7 +16,7 @@ namespace lanetools {
 //
 // An output folder belongs to the plate whose name, "_", a code and outputSuffix make its name; where these are several
 // ("p" and "p_MKA" with "p_MKA_LC1_QX1"), to the one of which most samples are (IsResultOf), and of equals to the one
-// with the longest name. It belongs to none when no sample matches though one could be read.
+// with the longest name. It belongs to none if no sample matches although one could be read.
 std::vector<CSampleRow> Summarize(const std::vector<COutputFolder>& outputs, const std::vector<CRawPlate>& plates);
 
 struct CStateCounts {

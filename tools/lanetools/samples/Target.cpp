@@ -14,7 +14,7 @@ std::string ResolveTarget(const std::string& path) {
     std::string target = path;
     std::error_code ignored;
     if (fs::exists(target, ignored)) {
-        if (!fs::is_regular_file(target, ignored)) throw CRefused(target + ": is no file that can be replaced");
+        if (!fs::is_regular_file(target, ignored)) throw CRefused(target + ": is not a file that can be replaced");
         if (fs::is_symlink(target, ignored)) target = fs::canonical(target).string();
     }
     if (HasSampleExtension(target) || fs::path(target).extension() == ".fsd")

@@ -1,5 +1,6 @@
 #include "lanetools/summary/MultiqcSection.h"
 
+#include <cstddef>
 #include <string_view>
 #include <utility>
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lanetools/samples/SampleRow.h"
+#include "lanetools/samples/StoredSample.h"
 #include "lanetools/summary/Reports.h"
 
 namespace lanetools {

@@ -1,8 +1,16 @@
 // Bars that show the states of each plate's samples.
+#include <cstddef>
 #include <iterator>
+#include <map>
+#include <string>
+#include <vector>
 
+#include "lanetools/samples/SampleRow.h"
+#include "lanetools/samples/StoredSample.h"
+#include "lanetools/samples/Summarize.h"
 #include "lanetools/summary/MultiqcSection.h"
 #include "lanetools/summary/PlateStates.h"
+#include "lanetools/summary/Reports.h"
 
 namespace lanetools {
 

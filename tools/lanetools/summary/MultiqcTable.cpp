@@ -1,12 +1,19 @@
 // The table of all rows, a tab-separated file.
 //
-// What its reader makes of a cell: a number when it looks like one, else a text, whose quotes at both ends it removes.
-// All texts stand in quotes, so that a sample named 1e5 keeps its name and none begins with "#".
+// Its reader takes a cell for a number if it looks like one, else for a text, and removes the quotes at both ends of
+// that. All texts are in quotes, so that a sample named 1e5 keeps its name and no line begins with "#".
+#include <algorithm>
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
+#include "lanetools/samples/SampleRow.h"
 #include "lanetools/summary/MultiqcSection.h"
+#include "lanetools/summary/Reports.h"
 
 namespace lanetools {
 

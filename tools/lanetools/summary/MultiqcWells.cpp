@@ -1,33 +1,24 @@
 // A map of the wells for each plate and caller.
 #include <algorithm>
-#include <charconv>
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "lanetools/samples/SampleRow.h"
+#include "lanetools/samples/StoredSample.h"
+#include "lanetools/samples/Well.h"
 #include "lanetools/summary/MultiqcSection.h"
+#include "lanetools/summary/Reports.h"
 
 namespace lanetools {
 
 namespace {
 
-struct CWell {
-    std::size_t row, column;  // from 0
-    auto operator<=>(const CWell&) const = default;
-};
-
-// "B07" or "B7"; nothing for what lies on no plate of 24 x 16 wells, the largest.
-std::optional<CWell> ParseWell(const std::string& text) {
-    constexpr std::size_t rows = 16, columns = 24;
-    const std::size_t row = text.empty() ? rows : static_cast<std::size_t>((text[0] & ~0x20) - 'A');
-    std::size_t number = 0;
-    const char* end = text.data() + text.size();
-    if (row >= rows || std::from_chars(text.data() + 1, end, number).ptr != end) return std::nullopt;
-    if (number < 1 || number > columns) return std::nullopt;
-    return CWell{row, number - 1};
-}
-
-// From nearly white, for 0, to a blue that black text can still be read on, for `most`.
+// From nearly white, for 0, to a blue on which black text can still be read, for `most`.
 std::string Blue(std::int64_t value, std::int64_t most) {
     const std::int64_t percent = most > 0 ? 100 * value / most : 0;
     const auto mix = [&](std::int64_t light, std::int64_t dark) {
@@ -46,7 +37,7 @@ class CWellMap {
   public:
     // Of two samples in one well the better stays.
     void Add(const CWell& well, const CSampleRow& row) {
-        if (well.row >= 8 || well.column >= 12) rows = 16, columns = 24;
+        if (IsBeyond96(well)) rows = 16, columns = 24;
         const CSampleRow*& held = wells[well];
         if (!held || row.q20.value_or(-1) > held->q20.value_or(-1)) held = &row;
     }

@@ -1,5 +1,9 @@
 #include "lanetools/summary/Reports.h"
 
+#include <map>
+#include <optional>
+#include <utility>
+
 #include <nlohmann/json.hpp>
 
 #include "lanetools/summary/PlateStates.h"

@@ -8,7 +8,7 @@
 
 namespace lanetools {
 
-// A header line and a line per row, tabs between; control characters are blanks.
+// A header line and a line per row, tabs between; control characters become blanks.
 std::string TsvReport(const std::vector<CSampleRow>& rows);
 
 // {schema, version, plates: [{plate, called, failed, missing, damaged}], samples: [{a key per column}]}; what is absent

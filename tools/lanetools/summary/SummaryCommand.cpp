@@ -1,15 +1,26 @@
 // lanetools summary: one row per sample, checked on the way.
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
+#include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
+#include "lanetools/samples/RawPlate.h"
+#include "lanetools/samples/SampleRow.h"
+#include "lanetools/samples/StoredSample.h"
 #include "lanetools/samples/Summarize.h"
 #include "lanetools/samples/Target.h"
 #include "lanetools/summary/Reports.h"
+#include "lanetools/text/StandardOutput.h"
 #include "platform/AtomicFile.h"
+#include "platform/Error.h"
 
 namespace lanetools {
 
@@ -51,11 +62,10 @@ class CTarget {
         else if (!target.empty())
             OpenFile();
     }
-    // Throws std::runtime_error when it cannot be written.
+    // Throws std::runtime_error if it cannot be written.
     void Write(std::string_view text) {
         if (target.empty()) {
-            std::fwrite(text.data(), 1, text.size(), stdout);
-            if (std::fflush(stdout) != 0) throw std::runtime_error("standard output cannot be written");
+            WriteStandardOutput(text);
             return;
         }
         file.Write(text);
@@ -82,7 +92,7 @@ class CTarget {
         std::error_code error;
         fs::create_directory(target, error);
         if (error) throw CRefused(target + ": " + error.message());
-        if (!fs::is_directory(target, error)) throw CRefused(target + ": is no folder");
+        if (!fs::is_directory(target, error)) throw CRefused(target + ": is not a folder");
     }
 
     std::string target;
@@ -100,7 +110,7 @@ ExitCode Judge(const std::vector<CSampleRow>& rows, double minPass) {
 
 ExitCode RunSummary(const CSummaryOptions& options) {
     const auto plates = FindRawPlates(options.raw);
-    // Without raw samples there is nothing to tell of an output without results.
+    // Without raw samples, an output without results has no rows.
     const auto outputs = plates.empty() ? FindOutputs(options.outputs) : ListOutputs(options.outputs);
     CTarget target(options.format, options.target);
     const std::vector<CSampleRow> rows = Summarize(outputs, plates);
@@ -111,31 +121,25 @@ ExitCode RunSummary(const CSummaryOptions& options) {
     return Judge(rows, options.minPass);
 }
 
-std::string CheckPercent(const std::string& text) {
-    double percent = -1;
-    const bool isNumber = CLI::detail::lexical_cast(text, percent);
-    return isNumber && percent >= 0 && percent <= 100 ? "" : "must be a number from 0 to 100";
-}
-
 }  // namespace
 
 CSubcommand AddSummary(CLI::App& tools) {
     const auto options = std::make_shared<CSummaryOptions>();
     CLI::App* app = tools.add_subcommand("summary", about);
     app->footer(notes);
-    app->add_option("out", options->outputs, "Folders with results")->required()->type_name("OUT");
-    app->add_option("--raw", options->raw, "Raw samples that there must be results of")->type_name("PLATES...");
+    app->add_option("OUT", options->outputs, "Folders with results")->required()->check(PlainPath())->type_name("OUT");
+    app->add_option("--raw", options->raw, "Raw samples that must have results")
+        ->check(PlainPath())
+        ->type_name("PLATES...");
     app->add_option("--format", options->format, "tsv, json or multiqc")
         ->check(CLI::IsMember({"tsv", "json", "multiqc"}))
         ->type_name("FORMAT")
         ->capture_default_str();
     app->add_option("-o,--output", options->target,
                     "File for the report instead of standard output;\nfor multiqc a folder")
+        ->check(PlainPath())
         ->type_name("PATH");
-    app->add_option("--min-pass", options->minPass, "Called samples in percent that give exit code 0")
-        ->check(CLI::Validator(CheckPercent, ""))
-        ->type_name("PERCENT")
-        ->capture_default_str();
+    AddMinPass(*app, options->minPass);
     return {app, [options] { return RunSummary(*options); }};
 }
 

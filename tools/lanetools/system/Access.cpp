@@ -30,7 +30,7 @@ std::string WhyNotWritable(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) return errno == ENOENT ? std::string() : Text(errno);
     if (S_ISDIR(status.st_mode)) return Text(EISDIR);
-    return S_ISREG(status.st_mode) ? WhyNot(path, W_OK) : "it is no regular file";
+    return S_ISREG(status.st_mode) ? WhyNot(path, W_OK) : "it is not a regular file";
 }
 
 bool IsProgram(const std::string& path) {

@@ -1,15 +1,15 @@
-// What this user may do with files and folders, asked for before anything is done.
+// What this user may do with files and folders, to be checked before anything is done.
 #pragma once
 
 #include <string>
 
 namespace lanetools {
 
-// Why no file can be made in the folder at `path`, as the system puts it; empty when one can.
+// The system's reason why no file can be created in the folder at `path`; empty if one can.
 std::string WhyNoFilesIn(const std::string& path);
-// Why the file at `path` cannot be written; empty when it can, or when there is none.
+// The reason why the file at `path` cannot be written; empty if it can, or if it does not exist.
 std::string WhyNotWritable(const std::string& path);
-// True when there is a program at `path` that this user may start.
+// True if `path` is a program that this user may start.
 bool IsProgram(const std::string& path);
 
 }  // namespace lanetools

@@ -23,7 +23,7 @@ namespace lanetools {
 
 namespace {
 
-constexpr int cannotStart = 127;  // as a shell has it
+constexpr int cannotStart = 127;  // as in a shell
 
 [[noreturn]] void Throw(const char* what) {
     throw std::system_error(errno, std::generic_category(), what);
@@ -36,14 +36,14 @@ struct Pipe {
 // Closed in every program that is started.
 Pipe MakePipe() {
     std::array<int, 2> ends{};
-    if (::pipe(ends.data()) != 0) Throw("There is no pipe for a child process");
+    if (::pipe(ends.data()) != 0) Throw("A pipe for a child process cannot be created");
     for (const int end : ends)
         ::fcntl(end, F_SETFD, FD_CLOEXEC);
     ::fcntl(ends[0], F_SETFL, O_NONBLOCK);
     return {ends[0], ends[1]};
 }
 
-// In the child: what it reads and writes is settled, and it goes when lanetools goes.
+// In the child: sets what it reads and writes, and makes it end with lanetools.
 void SettleChild(int output, int errors, pid_t parent) {
     ::setpgid(0, 0);
 #ifdef __linux__
@@ -115,7 +115,7 @@ CChild::CChild(const std::function<int()>& body) {
         SettleChild(out.writing, err.writing, parent);
         ::_exit(body());
     }
-    ::setpgid(process, process);  // whoever comes first
+    ::setpgid(process, process);  // both processes do it, since either may be the first
     ::close(out.writing);
     ::close(err.writing);
     output.descriptor = out.reading;
@@ -158,7 +158,7 @@ void CChild::Stream::Close() {
 
 void CChild::Stream::Read() {
     std::array<char, 1 << 14> buffer;
-    // More than a pipe holds; one that writes without an end must not keep the others waiting.
+    // More than a pipe holds. A child that never stops writing must not keep the others waiting.
     for (int i = 0; i < 64 && descriptor >= 0; ++i) {
         const ssize_t got = ::read(descriptor, buffer.data(), buffer.size());
         if (got < 0 && errno == EINTR) continue;
@@ -168,7 +168,7 @@ void CChild::Stream::Read() {
     }
 }
 
-// Whether it has ended is asked for first: what it has written is then all there.
+// First finds out if it has ended: all that it has written can then be read.
 void CChild::Collect() {
     int status = 0;
     const bool hasEnded = !isEnded && ::waitpid(process, &status, WNOHANG) == process;
@@ -182,7 +182,7 @@ void CChild::Collect() {
 }
 
 void CChild::Wait(std::span<CChild* const> children, std::chrono::milliseconds limit) {
-    // A closed pipe comes just before the end of its process, which nothing else announces.
+    // A pipe is closed just before its process ends, and nothing else announces that end.
     constexpr std::chrono::milliseconds soon{2}, longest{100};
     bool isEndNear = false;
     std::vector<pollfd> watched;

@@ -19,17 +19,17 @@ struct ChildEnd {
 // "SIGSEGV"; "signal 63" for one without a name.
 std::string SignalName(int signal);
 
-// A process in a group of its own, so that Ctrl-C reaches it through lanetools alone, and what it has started ends with
-// it. Standard input is empty, and both outputs come to lanetools. It does not outlive its CChild, and on Linux not
-// lanetools either.
+// A process in a group of its own, so that Ctrl-C reaches it only through lanetools, and the processes that it has
+// started end with it. Its standard input is empty, and lanetools reads both of its outputs. It ends at the latest with
+// its CChild, and on Linux with lanetools.
 class CChild {
   public:
     // Starts the program words[0] (a path) with the other words as its arguments, in the working folder of lanetools.
-    // Throws std::system_error when there is no process or pipe to be had. A program that cannot be started ends with
-    // exit code 127.
+    // Throws std::system_error if no process or pipe can be created. A program that cannot be started ends with exit
+    // code 127.
     static CChild Program(const std::vector<std::string>& words);
-    // Has `work` carried out in a copy of this process. Its result is the output; what else is printed counts as
-    // errors. The exit code is 0, or 1 when `work` threw.
+    // Calls `work` in a copy of this process. Its result is the output; anything that it prints counts as errors. The
+    // exit code is 0, or 1 if `work` threw.
     static CChild Apart(const std::function<std::string()>& work);
 
     CChild(CChild&& other) noexcept;
@@ -39,22 +39,23 @@ class CChild {
 
     int Number() const { return process; }
     bool IsEnded() const { return isEnded; }
-    // Once it has ended.
+    // Valid after it has ended.
     const ChildEnd& End() const { return end; }
-    // What has come on its standard output and standard error since they were last taken.
+    // What it has written to standard output and standard error since the last call.
     std::string TakeOutput() { return std::exchange(output.text, {}); }
     std::string TakeErrors() { return std::exchange(errors.text, {}); }
 
-    // Ask it to end (SIGTERM), or end it (SIGKILL), with all that it has started. It has ended once IsEnded says so.
+    // Ask it to end (SIGTERM), or end it (SIGKILL), with all processes that it has started. It may take a moment until
+    // IsEnded returns true.
     void Ask() const;
     void Kill() const;
 
-    // Waits until one of `children` has written something or ended, or a signal has come to lanetools; no longer than
-    // `limit`. Takes in what has come.
+    // Waits until one of `children` has written something or ended, or lanetools has received a signal; no longer than
+    // `limit`. Reads what the children have written.
     static void Wait(std::span<CChild* const> children, std::chrono::milliseconds limit);
 
   private:
-    // The reading end of a pipe, and what has come out of it. -1 once it is closed.
+    // The reading end of a pipe (-1 after it was closed), and what was read from it.
     struct Stream {
         int descriptor = -1;
         std::string text;

@@ -3,11 +3,11 @@
 
 namespace lanetools {
 
-// From here on Ctrl-C (SIGINT) and SIGTERM are remembered instead of ending the process. A second one ends it at once.
+// After this call Ctrl-C (SIGINT) and SIGTERM are noted and do not end the process. A second one ends it at once.
 void WatchInterrupt();
-// True once one of them has come.
+// True after one of them has been received.
 bool IsInterrupted() noexcept;
-// Throws CInterrupted once one of them has come. Call it before each sample or file.
+// Throws CInterrupted if IsInterrupted(). Call it before each sample or file.
 void CheckInterrupt();
 
 }  // namespace lanetools

@@ -8,16 +8,16 @@
 namespace lanetools {
 
 // On a terminal one line that updates itself; elsewhere (a log file, a pipe) a line every five seconds, and none at all
-// for work that is done sooner. Other messages on standard error go through Say, which keeps the line whole.
+// if the work takes less time. Other messages on standard error go through Say, which keeps the line whole.
 class CProgress {
   public:
-    // `noun` is in the plural, such as "samples"; `count` is how many there are, 0 when that is not known.
+    // `noun` is in the plural, such as "samples"; `count` is how many there are, 0 if that is unknown.
     CProgress(std::string noun, std::size_t count);
     ~CProgress();
     CProgress(const CProgress&) = delete;
     CProgress& operator=(const CProgress&) = delete;
 
-    // One more is done.
+    // Counts one more as done.
     void Step();
     // Writes a message as a line of its own.
     void Say(const std::string& message);

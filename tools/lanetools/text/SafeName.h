@@ -10,9 +10,9 @@ namespace lanetools {
 // Bytes of the longest name.
 inline constexpr std::size_t longestName = 100;
 
-// `text` (any bytes; read as UTF-8 or Latin-1) with every character that is not an ASCII letter, a digit, "_", "-",
-// "+",
-// "." or a blank as "_", also a leading "." or "-", and cut to longestName. Empty only for an empty text.
+// `text` (any bytes; read as UTF-8 or Latin-1) with "_" instead of each character that is not an ASCII letter, a
+// digit, "_", "-", "+", "." or a blank, and instead of "." or "-" at the start; cut to longestName. Empty only for an
+// empty text.
 std::string SafeName(std::string_view text);
 
 }  // namespace lanetools

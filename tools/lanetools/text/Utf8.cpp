@@ -12,7 +12,7 @@ std::uint8_t Byte(std::string_view text, std::size_t at) {
     return static_cast<std::uint8_t>(text[at]);
 }
 
-// The range of the second byte depends on the first one: Unicode 15, table 3-7.
+// The range of the second byte depends on the first: Unicode 15, table 3-7.
 bool IsSecondByteGood(std::uint8_t first, std::uint8_t second) {
     const std::uint8_t low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
     const std::uint8_t high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;

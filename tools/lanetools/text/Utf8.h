@@ -7,15 +7,16 @@
 
 namespace lanetools {
 
-// `bytes` as they are when they are well-formed UTF-8 (no surrogates, no overlong forms); otherwise each byte is taken
-// as a Latin-1 character.
+// `bytes` unchanged if they are well-formed UTF-8 (no surrogates, no overlong forms); otherwise each byte is read as a
+// Latin-1 character.
 std::string ToUtf8(std::string_view bytes);
 
 // `text` with each control character (below U+0020, U+007F to U+009F) as a blank, so that it fits in one column of a
 // tab-separated table. `text` is UTF-8.
 std::string OneLine(std::string_view text);
 
-// Bytes of the UTF-8 character at the start of `text`, 1 to 4; 0 when there is no well-formed one. `text` is not empty.
+// Bytes of the UTF-8 character at the start of `text`, 1 to 4; 0 if it does not begin with a well-formed one. `text` is
+// not empty.
 std::size_t Utf8Length(std::string_view text);
 
 }  // namespace lanetools

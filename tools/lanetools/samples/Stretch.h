@@ -1,4 +1,4 @@
-// A part of a read.
+// A part of the bases of a sample.
 #pragma once
 
 #include <algorithm>
