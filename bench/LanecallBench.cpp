@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What each stage of Lanecall costs: a read of 600 bases, with noise and dyes that show in the other channels, goes
 // from stage to stage. What a stage made is checked by its bases, after the stages that follow.
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an entry in the mark-up log of a plate costs, depending on how many samples it already lists.
 #include <benchmark/benchmark.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The first lines of the output name the processor, the commit and the sizes that the numbers belong to.
 #include <benchmark/benchmark.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What single pieces cost: the property tree, the encoding of exported files, and one guarded call into a library.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>

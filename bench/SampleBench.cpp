@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What it costs to load a sample, and to walk over its bases.
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """CPU time of calling bases, beside TraceTuner's ttuner on the same reads in the same run.
 
 The reads are those with a sample NAME.rsd in one of the plates and a chromatogram NAME.ab1 in the folder of ABIF files. Each

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """How long stored samples take to their exports, beside io_lib's convert_trace in the same run.
 
 usage: export_speed.py PLATE_FOLDER ROUNDS PROGRAM [OTHER_PROGRAM ...]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An instrument's file gives a complete sample or is refused.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parses a command line; each line of the input is a word. Separators and colons are replaced, so that no path leads
 // out of the target's folder.
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared by the fuzz targets. A target is a function that takes arbitrary bytes and returns; if something is wrong it
 // ends the process. libFuzzer calls it with bytes that it makes up, Replay.cpp with those of the seeds.
 #pragma once

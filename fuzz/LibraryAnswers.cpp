@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a base-caller library reports about a sample: every number comes from the input. Its arrays are as long as the
 // largest counts that are read, and at most one of them is missing.
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A log.xml that another program has written: adds an entry twice.
 #include <algorithm>
 #include <cstddef>

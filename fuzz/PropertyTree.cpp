@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A property tree: is read and stored again in place. The stored texts must be read back unchanged.
 #include "samplestore/PropertyTree.h"
 #include "Fuzz.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main function of a target in a build without libFuzzer: runs it on all files of the given folders (the seeds, or
 // inputs that libFuzzer has found), first as they are, then with random bytes changed and cut off, the same in every
 // run. An input that ends the process is left in the working folder, as the program's name and ".input".

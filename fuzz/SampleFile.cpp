@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A sample file: is loaded as a raw and as a processed sample, stored again and exported. A stored sample must be
 // readable.
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text files with the settings of a run: settings file, registry file and dye matrix.
 #include <array>
 #include <cmath>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The Debian packages, made by cpack into build/packages/.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME lanewright)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2034
 # Sourced by the scripts in this folder: changes to the top of the tree, and provides need_packages and quietly.
 set -euo pipefail

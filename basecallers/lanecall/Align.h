@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fourth and fifth stage: narrows the peaks, then moves the dyes so that the peaks of all letters are evenly spaced.
 #pragma once
 

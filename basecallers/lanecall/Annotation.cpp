@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/Annotation.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The annotation: measurements of a read that are reported in addition to its calls.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Removes the slowly changing background under the peaks.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Decides where the bases are and which letter each is.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The features of a call from which its quality is computed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls the bases of one sample: takes the input, runs the procedures one by one and keeps the results.
 #pragma once
 

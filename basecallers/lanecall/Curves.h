@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The data that the stages share: four curves of equal length, one per channel, and ranges of scans.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shifts of the dyes of known chemistries.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/FreeShifts.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Estimates the shifts of the dyes when the chemistry is not known.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds peaks and shoulders of a curve by its curvature, which separates peaks of one letter even where they merge.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The data types of the quality model (QualityTable.h has its numbers).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/Levels.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Scales the channels so that a usual peak is 1 high in each, which makes their heights comparable.
 #pragma once
 

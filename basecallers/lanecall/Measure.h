@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Third stage: spacing, heights and widths of the peaks along the run.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The four dyes slow their fragments differently, so the peaks of one letter come early or late in relation to others.
 // This file finds these shifts and removes them.
 #pragma once

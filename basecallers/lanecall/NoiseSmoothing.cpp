@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/NoiseSmoothing.h"
 
 #include <algorithm>

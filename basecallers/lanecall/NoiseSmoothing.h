@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Chooses how much a curve is smoothed before its peaks are searched, depending on its noise.
 #pragma once
 

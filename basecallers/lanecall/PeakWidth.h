@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Measures the width of a single peak along the run.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // First stage: removes the baseline and the flashes from the recorded trace and finds the stretch that holds the read.
 #pragma once
 

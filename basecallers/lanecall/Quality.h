@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Qualities: the probability that each call is right, and the stretch of a read that is worth keeping.
 #pragma once
 

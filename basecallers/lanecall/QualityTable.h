@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The model of the qualities, made by tools/qualityfit/fit.py, whose head says how; do not edit. From 96 real reads,
 // 76298 calls, and 59892 synthetic calls.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copies the raw trace and measures what can be measured before any processing: saturation and noise.
 #pragma once
 

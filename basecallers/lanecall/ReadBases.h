@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Last stage: calls the bases and judges how reliable each call is.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the peaks of each channel lie between the grid lines of the base spacing.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/RunCurve.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the spacing of the bases changes along a run. All runs have the same curve, each with its own scale and pace.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/SeparateDyes.h"
 
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Second stage: turns channels, which see some light of every dye, into curves of one dye each.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Estimates the separation matrix from the sample itself.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Makes the peaks narrower, so that neighbours that have merged become separate peaks.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/SignalRange.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the read in the run.
 #pragma once
 

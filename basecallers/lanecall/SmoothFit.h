@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Fits a smooth series to uncertain values.
 #pragma once
 

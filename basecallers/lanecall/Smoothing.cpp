@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/Smoothing.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Filters over one curve. Each takes time in proportion to the number of scans.
 #pragma once
 

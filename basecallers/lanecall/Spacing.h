@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds the spacing, the distance from base to base in scans, along the run. The peaks of each channel are examined
 // separately, so shifts between the channels do not matter.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/Spikes.h"
 
 #include <algorithm>

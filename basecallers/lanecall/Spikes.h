@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Flashes that appear in all four channels at once. They come from dust or a bubble in the light path, not from a dye.
 #pragma once
 

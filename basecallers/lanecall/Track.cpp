@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanecall/Track.h"
 
 #include <algorithm>

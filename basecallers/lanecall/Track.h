@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A quantity that changes slowly along the run, such as the base spacing: its values at evenly spaced scans, the knots.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exception for a trace from which no bases can be called.
 #pragma once
 

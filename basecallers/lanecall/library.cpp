@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entry points of the library. They hold the sample of the current conversation and the arrays that the program
 // reads; CCaller does the work. No exception leaves an entry point.
 #include <lanewright/basecaller.h>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* A complete, very simple base caller: where the highest of the four channels has a peak, it calls the letter of that
  * channel. It does not smooth the curves, separate the dyes or use the spacing of the bases.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The interface between Lanewright and a base-caller library.
  *
  * A base caller is a shared library that exports the functions declared here, undecorated and under exactly these

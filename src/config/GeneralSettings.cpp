@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Section "General" of the analysis settings.
 //
 // The program that main starts does not read an analysis settings file, so there these settings keep their defaults.

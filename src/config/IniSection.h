@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sections of a settings file.
 //
 //   [section]       letter case of the name is ignored; the first section of a name counts

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CRunDriver: where the settings files are and where the output goes.
 
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts of the instrument's registry.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The settings of a run that apply to its samples, with their defaults. Flags are 0 or 1.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One type of sample file.
 #pragma once
 

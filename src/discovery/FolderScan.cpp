@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "discovery/FolderScan.h"
 
 #include <set>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files and subfolders of one folder, or of a tree of folders.
 #pragma once
 

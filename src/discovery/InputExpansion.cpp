@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CCommandLine: turns the parameters of -ID, -IP and -IF into plate folders and sample files.
 
 #include "discovery/FolderScan.h"

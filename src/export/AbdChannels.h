@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The series of an ABD file: curves, run data and the separation matrix.
 //
 // A range of scans goes from the array index `start` to the one before `end`; every `step`-th scan (1 or more) is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tags of an ABD file that describe the sample, its plate and its run. docs/abd.md lists what each tag contains.
 // All throw CComError when the writer fails.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ABD files: the tags in their order. tracewriter/AbifFile.h describes the layout of the files, docs/abd.md the content
 // of each tag.
 #include <algorithm>

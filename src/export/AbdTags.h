@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The forms in which the ABD export passes a tag to the writer. A tag has a name of four characters and a number. All
 // throw CComError when the writer fails.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The low bits of whole numbers, which is what the exported files store. The higher bits are dropped without a check.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportBases.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The called bases as every output of a sequence shows them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where exported files go: next to the sample's file in the output tree, in one subfolder per format.
 #include <algorithm>
 #include <cstddef>

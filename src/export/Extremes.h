@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lowest and the highest of many values.
 #pragma once
 

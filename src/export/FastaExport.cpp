@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // FASTA files: the called sequence of a sample as one record.
 //
 //   line       content (each ends in CR LF)

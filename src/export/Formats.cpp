@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/Formats.h"
 
 #include "platform/Console.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The formats of a sample's files: one table, with a row for everything that the program knows about a format.
 #pragma once
 

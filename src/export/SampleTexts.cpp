@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/SampleTexts.h"
 
 #include "plugins/BaseCaller.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Descriptions of a sample that the trace files share.
 #pragma once
 

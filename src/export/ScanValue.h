@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a curve at scans that may lie outside it. Scans are indices of the curve.
 #pragma once
 

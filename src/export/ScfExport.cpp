@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // SCF files: their content. tracewriter/ScfFile.h describes their layout.
 #include <algorithm>
 #include <array>

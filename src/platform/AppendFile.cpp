@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/AppendFile.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file to which whole records are appended, also by several processes at the same time.
 #pragma once
 

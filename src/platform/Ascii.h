@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Letter case, trimming and splitting of 8-bit text, independent of the locale.
 #pragma once
 

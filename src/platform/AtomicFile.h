@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file that appears whole under its name or not at all.
 //
 // It is written under a temporary name in the same folder, ".lw" PROCESS "-" NUMBER ".tmp", and renamed when it is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Local time in the process's time zone (TZ).
 #pragma once
 

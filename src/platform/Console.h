@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Communication with the user: standard output, warnings, boxes, questions and keys.
 #pragma once
 

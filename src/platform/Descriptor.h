@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file descriptor of the host. For the files of this folder only.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Drives.h"
 
 #include <sys/stat.h>

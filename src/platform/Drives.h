@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversion of the program's paths to host paths.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Why an operation on the host failed.
 #pragma once
 

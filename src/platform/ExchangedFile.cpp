@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/ExchangedFile.h"
 
 #include <fcntl.h>

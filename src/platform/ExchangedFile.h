@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file that is complete at every moment, and whose former state is kept in the same folder under its name with
 // ".temp" added.
 //

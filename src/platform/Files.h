@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files and folders of the host system.
 //
 // All paths are program paths: 8-bit text in which "\" and "/" are both separators and "X:" at the start names a drive

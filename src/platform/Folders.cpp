@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Operations on paths: folders, files as a whole, volumes, the working folder and the program's own path.
 
 #include <fcntl.h>

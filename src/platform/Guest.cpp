@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Guest.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls into code that is not the program's own, such as the base-caller libraries.
 #pragma once
 

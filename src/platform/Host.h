@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Helpers for system calls. For the files of this folder only.
 #pragma once
 

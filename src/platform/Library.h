@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shared libraries that are loaded at run time.
 #pragma once
 

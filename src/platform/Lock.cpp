@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Lock.h"
 
 #include <sys/file.h>

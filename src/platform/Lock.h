@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Advisory locks, with which several processes of this program take turns. For the files of this folder only.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Process.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The start and the end of the process.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Layout of the store, line by line:
 //   [sub-key]             starts a section; a sub-key may have several
 //   value name = text     an entry of the section; the last one with a name counts

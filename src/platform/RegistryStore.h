@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text file that takes the role of the instrument's registry. RegistryStore.cpp shows its layout.
 #pragma once
 

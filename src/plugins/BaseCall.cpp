@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CSampleFile: one base call.
 #include <new>
 

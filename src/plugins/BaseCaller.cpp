@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugins/BaseCaller.h"
 
 #include <lanewright/basecaller.h>

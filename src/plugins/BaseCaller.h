@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One base-caller library.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugins/BaseCallerSet.h"
 
 #include "run/RunDriver.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The base-caller libraries of a run, with its settings and its operations.
 #pragma once
 

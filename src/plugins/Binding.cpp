@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CBaseCallerSet: which library of the list is current.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CBaseCallerSet: the list of libraries. Section "Base Callers" of the settings has one per line: display name, TAB,
 // file.
 #include <algorithm>

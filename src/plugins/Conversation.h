@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One conversation with a base-caller library about one sample. docs/library-interface.md describes it from the
 // library's side.
 //

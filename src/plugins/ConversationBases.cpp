@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CConversation: the called bases and the matrix.
 #include <lanewright/basecaller.h>
 #include <algorithm>

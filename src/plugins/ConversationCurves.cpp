@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CConversation: the processed curves.
 #include <algorithm>
 #include <array>

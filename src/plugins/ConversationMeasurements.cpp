@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CConversation: the signal range and the annotation.
 #include <utility>
 #include <vector>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CConversation: passes the sample to the library, runs its procedures, and ends the conversation.
 #include <algorithm>
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dye matrix file:
 //
 //   Where            What

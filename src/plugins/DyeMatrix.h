@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How strongly each of the four dyes shows in each of the four channels.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One function that a base-caller library exports.
 #pragma once
 

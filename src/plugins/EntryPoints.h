@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions that a base-caller library exports, looked up once for each conversation.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CSampleFile: finding the good region by the user's quality settings.
 //
 // Used only when allowUserGoodRegion is set, which only section "General" can do, so the program that main starts never

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugins/RawArrays.h"
 
 #include <algorithm>

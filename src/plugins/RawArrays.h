@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A copy of a raw trace in the form that a library takes.
 #pragma once
 

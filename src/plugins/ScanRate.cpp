@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "plugins/ScanRate.h"
 
 #include <array>

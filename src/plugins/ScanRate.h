@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The meaning of a sample's scan rate index.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The mark-up log of a plate, "log.xml": a list of the files written, grouped by kind between tags. Despite its name it
 // is not XML but a text file with sections.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CPlate: adding entries to the mark-up log.
 #include <new>
 #include <string_view>

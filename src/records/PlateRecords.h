@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The state of a plate's two logs, kept from one entry to the next.
 #pragma once
 

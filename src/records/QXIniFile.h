@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A sectioned text file: lines of tab-separated fields, grouped after lines that begin with a section's tag.
 //
 //   part of the file                      written as

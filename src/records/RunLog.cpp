@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CPlate: the plain log, a sequence of texts without any structure.
 #include <string_view>
 

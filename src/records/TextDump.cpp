@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CSampleFile: the text dump, for people and spreadsheets. docs/text-dump.md describes every line.
 #include <string>
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "records/TextFile.h"
 
 #include <algorithm>

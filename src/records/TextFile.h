@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A text file with CR LF line ends, written in large blocks.
 #pragma once
 

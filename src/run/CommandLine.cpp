@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run/CommandLine.h"
 
 #include <algorithm>

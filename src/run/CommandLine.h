@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of the command line grouped into switches, and the input they name.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The help of "-H". The line of each switch is in the table in Switches.cpp.
 #include <string_view>
 

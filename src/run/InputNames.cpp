@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run/InputNames.h"
 
 #include "discovery/FolderScan.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The inputs that a run has processed so far, to warn of repeats and of plates that share an output folder.
 #pragma once
 

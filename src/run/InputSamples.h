@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The sample files that a run must not change, under whatever name or link they are reached.
 #pragma once
 

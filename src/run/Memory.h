@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Limits what a lack of memory costs to one piece of work.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run/Plate.h"
 
 #include "config/RunSettings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One plate during a run: a plate folder, or the folder of a single sample file.
 #pragma once
 

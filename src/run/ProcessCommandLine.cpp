@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CRunDriver: from the words of the command line to the settings and the operations of the run.
 #include "platform/Console.h"
 #include "records/Messages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CBaseCallerSet: processing the samples of a plate, one operation after another.
 #include "config/FileExists.h"
 #include "discovery/SplitPath.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CRunDriver: the loop over plates, base callers and single files.
 #include <algorithm>
 

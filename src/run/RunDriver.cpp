@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CRunDriver: construction, messages, opening plates and samples, and the check for disk space.
 #include "run/RunDriver.h"
 

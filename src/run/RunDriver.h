@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One run of the program: its input, its output folder, and the loop over plates and samples.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run/Switches.h"
 
 #include <algorithm>

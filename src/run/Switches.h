@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The switches of the command line. All that the program knows about a switch is in its row of the table in
 // Switches.cpp.
 #pragma once

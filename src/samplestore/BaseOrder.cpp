@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CSampleFile: finding out which channel shows which base.
 #include <algorithm>
 

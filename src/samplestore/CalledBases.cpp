@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplestore/CalledBases.h"
 
 #include "samplestore/Truncate.h"

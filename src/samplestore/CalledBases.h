@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The called bases of a processed trace.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplestore/CapTrace.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Traces: the electropherogram of one sample as arrays of doubles, one element per scan.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The channel of each base, set by the last load of a sample.
 #pragma once
 

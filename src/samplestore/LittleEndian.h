@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading and writing the fixed-width numbers of sample files. The only place that depends on their byte order.
 #pragma once
 

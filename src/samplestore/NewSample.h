@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Creates new sample files, for tools and tests. The program itself only updates copies of existing ones.
 #pragma once
 

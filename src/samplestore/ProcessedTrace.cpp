@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CProcessedTrace: a sample after base calling.
 #include <lanewright/basecaller.h>
 #include <algorithm>

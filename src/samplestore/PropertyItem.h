@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One item of the property tree's byte stream.
 //
 //   offset  size  content

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplestore/PropertyKeys.h"
 
 #include <algorithm>

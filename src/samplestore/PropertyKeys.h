@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The sample's description as keys of the property tree.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The writing half of the property tree.
 #include <cstddef>
 #include <cstdint>

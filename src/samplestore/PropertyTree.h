@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The property tree: typed values under dotted keys ("CHEMISTRY.CHANNEL1.BASE") in one contiguous stream of bytes.
 //
 // The tree exists only as that stream, in the form in which a sample file stores it; every operation parses and edits

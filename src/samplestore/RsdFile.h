@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads and writes sample files, which consist of the scans, the property tree and the trailer. docs/sample-file.md
 // describes the format.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The last 632 bytes of a sample file.
 //
 //   offset  size  type      content

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplestore/RuntimeClass.h"
 
 const CRuntimeClass CObject::runtimeClass{"CObject", schemaNone, nullptr, nullptr};

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Run-time class information: the name of an object's class, tests for its kind, and creation of objects.
 #pragma once
 

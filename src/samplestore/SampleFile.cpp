@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CSampleFile: construction and loading.
 #include "samplestore/SampleFile.h"
 

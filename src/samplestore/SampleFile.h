@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One sample file with its traces. All operations are declared here; each is defined in the folder of the subsystem
 // that it belongs to.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The description of one sample and the results of base calling.
 //
 // Plain value records. Texts and arrays are empty and numbers 0 until set. RsdTrailer.h and PropertyKeys.h show where

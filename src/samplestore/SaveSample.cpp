@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CSampleFile: storing a base call in a new file, which is an updated copy of the raw one.
 #include <cerrno>
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One scan of a sample file: 20 bytes, little-endian.
 //
 //   offset  size  raw sample                 processed sample

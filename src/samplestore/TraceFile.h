@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A trace together with the path of its file and the sample that it belongs to.
 #pragma once
 

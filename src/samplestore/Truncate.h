@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Conversion of floating-point numbers to integers, defined for every value.
 #pragma once
 

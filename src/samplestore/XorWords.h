@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The checksum of sample files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One entry of an ABIF file: the type and the stored bytes of a tag's value.
 #pragma once
 

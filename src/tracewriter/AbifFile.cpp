@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tracewriter/AbifFile.h"
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The ABD class of the trace writer: collects tags and writes them as an ABIF file, version 1.01.
 //
 // All numbers are big-endian.

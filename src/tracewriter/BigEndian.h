@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Big-endian numbers at the end of a growing block of bytes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tracewriter/ClassTable.h"
 
 #include <new>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table through which the classes of the trace writer are created.
 #pragma once
 

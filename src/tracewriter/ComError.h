@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The failure of an operation of the trace writer, as an exception.
 #pragma once
 

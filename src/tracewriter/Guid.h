@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // 128-bit identifiers of classes and interfaces.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tracewriter/Hresult.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Results of the trace writer's operations: 32-bit codes; those below 0 are failures.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A second interface of the ABD class, for callers that know the qualities of the bases more exactly than the whole
 // percentages of "QVAL" can express.
 #pragma once

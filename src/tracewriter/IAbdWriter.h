@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes one ABD file as tagged values and writes it.
 //
 // Order of calls: OpenFile, AddTag, CloseFile. The file is complete when CloseFile returns.

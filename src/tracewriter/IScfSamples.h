@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A second interface of the SCF class, which takes many scans of the curves in one call.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes one SCF file in pieces and writes it.
 //
 // Order of calls: SetSampleSize, SetSampleCount, SetBaseCount, every SetSample, every AddBase, every AddComment,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The common base of the trace writer's classes: it gives access to their interfaces.
 #pragma once
 

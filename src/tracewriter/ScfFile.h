@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The SCF class of the trace writer: collects a chromatogram and writes it as an SCF file, version 3.00.
 //
 // All numbers are big-endian. A file of S scans, B bases and comments of C bytes (the closing NUL counted):

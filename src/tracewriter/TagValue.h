@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The value of a tag: one of four forms, or empty.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The places of a run, and the settings of a base-caller set.
 #include <gtest/gtest.h>
 

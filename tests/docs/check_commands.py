@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs the command blocks of README and docs as a reader would type them, and compares what comes out.
 
     check_commands.py TREE BUILD PAGE...

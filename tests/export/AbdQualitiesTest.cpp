@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the fractions that a library reports to the qualities that a reader of the ABD file finds.
 #include <cmath>
 

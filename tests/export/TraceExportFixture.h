@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A sample with a raw and a processed trace in a plate folder of its own, and a writer that fails on demand.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Four runs at once over one plate: what each of them reports stands in the records that they share.
 #include <cstdlib>
 #include <map>

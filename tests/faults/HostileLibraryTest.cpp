@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a base-caller library does to the process must not reach the run: the program with a library that behaves badly
 // leaves and prints what it does with one that behaves well.
 #include <sys/stat.h>

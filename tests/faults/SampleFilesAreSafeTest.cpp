@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever name leads to a sample file, no part of a run changes it.
 #include <unistd.h>
 

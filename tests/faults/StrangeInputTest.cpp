@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Input that is no file, or has no end. Every run is kept from filling the disk and from going on for ever.
 #include <sys/stat.h>
 

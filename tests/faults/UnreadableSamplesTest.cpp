@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Samples, raw or stored, that cannot be read, or that nobody could read once they are stored.
 #include <map>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is odd about a run and is in no log is reported in warnings, and nothing else changes because of it.
 #include <sys/stat.h>
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs the program over a small plate with every export again and again, each time with one call that goes wrong, and judges
 the result.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Loaded before the C library (LD_PRELOAD), this makes one chosen call of a program go wrong. break.py chooses it
 // and judges what the program makes of it.
 //

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Whether a file that the program writes is whole, kind by kind: small readers that raise Torn where something is missing."""
 
 import array

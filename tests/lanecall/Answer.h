@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One conversation with the default base caller, as the program holds it, and what must be true of the answers to any
 // read. Knows the library by its entry points alone; it must export all of them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The default caller in the built program, over plates with the troubles of real reads.
 #include <filesystem>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Traces and settings that no instrument makes, each decided by a number, so that a failure can be repeated.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The default base caller by its entry points: good reads, bad reads, and whatever else may come.
 #include <gtest/gtest.h>
 

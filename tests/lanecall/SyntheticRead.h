@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A read whose bases are known: Gaussian peaks on channels that show A, C, T and G, with what real runs add to them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lanetools export as a user runs it.
 #include <limits>
 

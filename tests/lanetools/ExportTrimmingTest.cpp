@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which part of a read is kept: trimming against plain second implementations, and adapters.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reader of ABIF files with bytes that lie. Under the sanitizers no read past the end goes unseen.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lanetools import as a user runs it, over files that the trace writer makes.
 #include <sys/stat.h>
 

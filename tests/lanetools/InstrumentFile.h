@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // ABIF files as an instrument leaves them, made through the trace writer.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lanetools report as a user runs it; what the page makes of its data is tested in a browser.
 #include <algorithm>
 #include <cmath>

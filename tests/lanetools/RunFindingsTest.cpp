@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each finding of "lanetools run", provoked once: its line appears, the exit code is 2, and nothing was written.
 #include <unistd.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "lanetools run" with the built program and libraries that break, run as a user would.
 #pragma once
 

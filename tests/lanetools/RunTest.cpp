@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "lanetools run" over plates with libraries that crash, hang and leave: what it costs is the sample alone.
 #include <chrono>
 #include <thread>

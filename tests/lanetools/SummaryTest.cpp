@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lanetools summary as a user runs it.
 #include <cmath>
 #include <nlohmann/json.hpp>

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Reads the files of lanetools export with public readers, and compares them with the stored samples.
 
 usage: check_exports.py LANEWRIGHT SAMPLEGEN LANETOOLS OUTPUT

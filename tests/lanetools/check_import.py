@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Real ABIF files, imported by lanetools and read by Biopython: the same channels and names, and a plate that the
 program calls.
 

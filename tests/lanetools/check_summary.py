@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Compares the summary of a plate with its own figures, and shows it with MultiQC.
 
 usage: check_summary.py LANETOOLS LANEWRIGHT PLATE OUTPUT

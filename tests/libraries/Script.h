@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the scripted library answers, and the calls that it got. A test finds the one in the library as "script".
 #pragma once
 

@@ -1,2 +1,3 @@
+// SPDX-License-Identifier: MIT
 #define BARE
 #include "scripted.cpp"

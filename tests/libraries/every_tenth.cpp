@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A simple library: it calls one base every ten scans, A, C, G and T in turn, and gives up on a sample
 // whose first channel begins with 13.
 #include <lanewright/basecaller.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls bases like every_tenth, but a sample whose first channel begins with one of these numbers is its end. Its code
 // is the one that $FRAGILE_CODE names, if any.
 #include <unistd.h>

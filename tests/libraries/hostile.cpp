@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls bases like every_tenth, and does to the process what $MISCHIEF names whenever the entry point that $MISCHIEF_AT
 // names is called, or as it is loaded ("load").
 #include <fcntl.h>

@@ -1,2 +1,3 @@
+// SPDX-License-Identifier: MIT
 #define LACKING
 #include "scripted.cpp"

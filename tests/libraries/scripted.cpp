@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Answers as its script sets and notes the calls that it gets. BARE lacks what is optional, LACKING what is needed.
 #include <algorithm>
 #include <sstream>

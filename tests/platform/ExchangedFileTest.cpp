@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/ExchangedFile.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Clock, console and libraries.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which library a name or the settings lead to, how it is loaded and released, and the dye matrix that is read with it.
 #include "PluginFixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The conversation with a library: which calls come in which order, and what becomes of good, odd and hostile answers.
 #include <cmath>
 #include <limits>

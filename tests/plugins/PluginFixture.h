@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A run with a sample, and the test libraries beside its settings.
 #pragma once
 

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Has public readers read the SCF and ABD files that the program writes, and compares what they see with its samples.
 
 usage: check_readers.py PROGRAM PLATE OUTPUT

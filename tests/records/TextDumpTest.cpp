@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/TraceExportFixture.h"
 
 class TextDump : public TraceExportTest {

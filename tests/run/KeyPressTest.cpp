@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The wait for a key on a terminal.
 #include <poll.h>
 #include <pty.h>

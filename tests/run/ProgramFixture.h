@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The built program in an installation of its own, run as a user would.
 #pragma once
 

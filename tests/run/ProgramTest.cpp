@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run/ProgramFixture.h"
 #include "run/Switches.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A temporary folder with sample files in it.
 #pragma once
 

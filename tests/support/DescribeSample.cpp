@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Changes a sample file's description, for tests of what other programs make of it:
 // describe-sample FILE [FIELD TEXT]... with the fields name, plate, well, comment, size (as in 24x16) and signal (of
 // channel 1; it grows by 1 per channel, and a tenth of it is noise).

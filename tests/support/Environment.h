@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A changed environment variable, put back with the object.
 #pragma once
 

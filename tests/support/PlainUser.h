@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rights do not bind the superuser: as long as this lives, the test is somebody else.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A folder of its own for a test, gone with the object.
 #pragma once
 

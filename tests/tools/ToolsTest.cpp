@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The tools as a user runs them.
 #include "tools/ToolsFixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The troubles that samplegen gives to reads, seen in the samples that it writes.
 #include <algorithm>
 #include <array>

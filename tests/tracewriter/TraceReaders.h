@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small readers of SCF and ABIF files for the tests, written from the published layouts and not from the writers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The trace writer by itself: what it is given and what is on disk afterwards.
 #include <gtest/gtest.h>
 #include <sys/resource.h>

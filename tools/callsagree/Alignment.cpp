@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "callsagree/Alignment.h"
 
 #include <algorithm>

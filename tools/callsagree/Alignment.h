@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Aligns called bases with the true ones and counts how well they agree.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The letters that stand for several bases (the IUPAC codes).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "callsagree/Fasta.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads FASTA files.
 #pragma once
 

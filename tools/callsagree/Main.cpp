@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // calls-agree: compares called bases with the true ones. See docs/tools.md.
 #include <cstdio>
 #include <exception>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "callsagree/Options.h"
 
 #include "commandline/Help.h"

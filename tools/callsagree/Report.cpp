@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "callsagree/Report.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compares all records and makes the table of the results.
 #pragma once
 

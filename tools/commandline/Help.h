@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form of the tools' help (sections without empty lines, defaults in brackets after the text), and reading a
 // command line with it.
 #pragma once

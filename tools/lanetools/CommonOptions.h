@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Options that several subcommands have, and checks of their values. A value that does not pass ends the program before
 // anything is done.
 #pragma once

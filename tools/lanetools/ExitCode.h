@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Exit codes of lanetools, and the exceptions that lead to them.
 #pragma once
 

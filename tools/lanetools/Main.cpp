@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lanetools: imports instrument files, runs the program over plates, sums up the results and exports them.
 #include <algorithm>
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What Main knows about the subcommands. The function of each is defined in its own folder.
 #pragma once
 

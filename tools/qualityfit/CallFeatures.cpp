@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // call-features SAMPLE...: calls the bases of raw samples and prints one line per call, with tabs between the fields:
 // the sample's name without folder and extension, the called letter, and the features in the order of the enumeration
 // Feature. A sample from which no bases can be called is reported on standard error and has no lines. The exit code is

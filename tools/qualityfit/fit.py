@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Fits the model of Lanecall's qualities and prints it as QualityTable.h.
 
     fit.py CALL-FEATURES PLATE [PLATE ...] [--synthetic PLATE ...] [--leave-out PART] >QualityTable.h

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Signals that do not come from bases: spikes and dye blobs.
 #pragma once
 

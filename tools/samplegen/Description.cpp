@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/Description.h"
 
 #include <algorithm>

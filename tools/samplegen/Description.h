@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The description in a sample file: everything except the scans.
 #pragma once
 

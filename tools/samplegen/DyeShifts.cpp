@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/DyeShifts.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How much earlier or later the fragments of each letter come, depending on the chemistry.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/Dyes.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The four dyes: their signal in each channel and how they slow their fragments. A dye has the index of the channel
 // that is meant to detect it, so index 0 is the dye of channel 1.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exponential function, made of additions, multiplications and divisions: unlike that of the standard library it
 // has the same bits on every machine.
 #pragma once

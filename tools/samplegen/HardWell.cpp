@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/HardWell.h"
 
 #include <algorithm>

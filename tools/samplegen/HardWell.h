@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The troubles of the wells of a hard plate.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/Heights.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the height of a peak depends on the letter before it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A quantity that is known at some places and linear between them.
 #pragma once
 

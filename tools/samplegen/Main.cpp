@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // samplegen: makes a plate of synthetic raw samples whose bases are known. See docs/tools.md.
 #include <cstdio>
 #include <exception>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mixed sites: places where the template has two letters, as a sample with two alleles has.
 #pragma once
 

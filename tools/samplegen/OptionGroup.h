@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Adds options to a command line, group by group as the help shows them, and checks their values. The messages of the
 // checks say what is allowed.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/Options.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes a whole plate: the samples and the files that belong to them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random numbers that are the same on every machine. The standard defines the engine exactly, but not the
 // distributions, so these are our own.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/Read.h"
 
 #include <algorithm>

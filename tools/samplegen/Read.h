@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The read of a well: its bases and the place, height and width of their peaks.
 #pragma once
 

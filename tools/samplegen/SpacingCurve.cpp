@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/SpacingCurve.h"
 
 #include "samplegen/Knots.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The spacing of the bases in real runs.
 #pragma once
 

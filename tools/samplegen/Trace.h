@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turns the peaks of a read into the scans that the detector records.
 #pragma once
 

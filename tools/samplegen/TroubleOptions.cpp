@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samplegen/TroubleOptions.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options for troubles, which make reads hard to call.
 #pragma once
 

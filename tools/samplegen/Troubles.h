@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The properties of a read that make it easy or hard to call.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A quantity that wanders slowly and smoothly around 0, as a baseline does.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An adapter: a known sequence that was joined to the template and is not a part of the template.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <htslib/hts_log.h>
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the command line of `lanetools export` asks for.
 #pragma once
 

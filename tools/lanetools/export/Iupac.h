@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The letters for one base or several, from htslib's tables.
 #pragma once
 

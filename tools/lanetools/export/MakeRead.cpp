@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/export/MakeRead.h"
 
 #include <algorithm>

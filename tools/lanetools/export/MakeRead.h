@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a called sample to a read.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers inside the values of switches.
 #pragma once
 

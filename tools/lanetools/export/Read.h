@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A read as it is exported.
 #pragma once
 

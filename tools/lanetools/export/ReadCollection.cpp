@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/export/ReadCollection.h"
 
 #include <filesystem>

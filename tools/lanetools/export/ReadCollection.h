@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All reads of an export, by the file that they go to.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/export/ReadFile.h"
 
 #include <htslib/bgzf.h>

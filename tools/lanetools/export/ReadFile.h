@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files of reads.
 //
 //   fastq, fasta  a title and a line of letters; fastq with a line of Phred characters

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A sample sheet: the names that a laboratory gives to the wells of its plates.
 //
 // A text file with a header line that has the columns "plate", "well" and "name" (others are ignored), separated by

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/export/TextFormats.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a read looks in the formats that are plain text.
 #pragma once
 

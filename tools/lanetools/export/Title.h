@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The title of a read: one word, made of the columns of its sample.
 #pragma once
 

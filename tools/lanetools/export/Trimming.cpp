@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/export/Trimming.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Trimming: the stretch of a read that is worth keeping for its qualities.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The directory of an ABIF file, the form in which DNA sequencers store their runs.
 //
 // All numbers are big-endian.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lanetools import: makes plates of raw samples from ABIF files.
 //
 // The sources are read twice: first to find the plates and their sizes, then to write the samples. So only one of them

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An instrument's ABIF file as a raw sample.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folder of one plate, and the names of the samples in it.
 //
 // No sample is ever lost to a name: a folder of another plate and a file of another sample stay as they are, and the

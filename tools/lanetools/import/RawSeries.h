@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The raw curves of an ABIF file as the scans of a sample.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/import/RunTimes.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // When a run took place, and how fast it was scanned.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/import/Sources.h"
 
 #include <algorithm>

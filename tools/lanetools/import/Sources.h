@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files that the command line names.
 #pragma once
 

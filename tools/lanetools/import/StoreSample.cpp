@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/import/StoreSample.h"
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes an imported sample.
 #pragma once
 

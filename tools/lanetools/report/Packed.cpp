@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/report/Packed.h"
 
 #include <zlib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How numbers travel inside the page: as bytes, compressed, in base64. The page's own code unpacks them
 // (page/src/data.ts has the layouts).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The quality of a plate's reads along the read.
 #pragma once
 

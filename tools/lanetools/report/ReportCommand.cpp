@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lanetools report: one HTML page per plate.
 #include <cstdio>
 #include <filesystem>

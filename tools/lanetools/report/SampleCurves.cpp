@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/report/SampleCurves.h"
 
 #include <algorithm>

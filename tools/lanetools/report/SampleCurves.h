@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The curves of one sample for the page.
 #pragma once
 

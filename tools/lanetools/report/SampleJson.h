@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One sample as the page gets it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The checks by subject.
 #pragma once
 

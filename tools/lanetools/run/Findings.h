@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reasons not to start a run: everything that would cost results, or that the program would ignore without a word.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The base-caller libraries of a run, as the program would find them.
 #pragma once
 

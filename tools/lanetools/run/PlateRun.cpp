@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/run/PlateRun.h"
 
 #include <algorithm>

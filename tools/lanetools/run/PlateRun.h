@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program over one plate, started as often as necessary.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "lanetools run": the guarded way to call the program.
 #include <algorithm>
 #include <cstdio>

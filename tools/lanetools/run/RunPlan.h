@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All that is known about a run before it begins. It is found out once; the findings and the run itself only read it.
 #pragma once
 

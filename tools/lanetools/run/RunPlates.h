@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The plates of a run, several at a time.
 #pragma once
 

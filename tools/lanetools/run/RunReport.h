@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The results of a run, by plate.
 #pragma once
 

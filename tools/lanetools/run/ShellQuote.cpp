@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/run/ShellQuote.h"
 
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What earlier runs have stored under the names of this run's results.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/run/SwitchWords.h"
 
 #include <algorithm>

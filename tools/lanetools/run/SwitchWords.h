@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The switches for the program, as given on the command line of lanetools.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/samples/CallFigures.h"
 
 #include <algorithm>

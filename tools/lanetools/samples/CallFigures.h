@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The figures of a base call. docs/summary.md defines them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Folders as the command line gives them, and their entries in a fixed order.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Qualities: the program stores percentages, everybody else reads Phred values.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/samples/RawPlate.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Raw samples, whose results the subcommands look for.
 #pragma once
 

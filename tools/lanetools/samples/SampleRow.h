@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The row of one sample in the summary: 18 columns, which titles of exported reads can take up too.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/samples/StoredSample.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A stored sample (.esd called, .fsd failed) as the subcommands see it: read once, and verified on the way.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A part of the bases of a sample.
 #pragma once
 

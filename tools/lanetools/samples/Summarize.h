@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All rows of a summary, and what they come to.
 #pragma once
 

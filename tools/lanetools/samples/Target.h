@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that a subcommand writes where its user says.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Wells of plates of 12 x 8 and 24 x 16.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/summary/MultiqcSection.h"
 
 #include <cstddef>

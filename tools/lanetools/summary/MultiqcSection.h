@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the sections of the MultiQC report have in common.
 //
 // A section is a file of custom content, whose first lines, in a comment, configure it as JSON. Bars and maps are drawn

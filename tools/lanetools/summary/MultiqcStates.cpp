@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bars that show the states of each plate's samples.
 #include <cstddef>
 #include <iterator>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of all rows, a tab-separated file.
 //
 // Its reader takes a cell for a number if it looks like one, else for a text, and removes the quotes at both ends of

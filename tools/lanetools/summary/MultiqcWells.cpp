@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A map of the wells for each plate and caller.
 #include <algorithm>
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the samples of each plate fared.
 #pragma once
 

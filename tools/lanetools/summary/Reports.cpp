@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/summary/Reports.h"
 
 #include <map>

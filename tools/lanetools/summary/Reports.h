@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows of a summary as files. Same rows, same bytes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // lanetools summary: one row per sample, checked on the way.
 #include <cstdio>
 #include <filesystem>

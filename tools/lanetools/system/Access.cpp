@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/system/Access.h"
 
 #include <sys/stat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What this user may do with files and folders, to be checked before anything is done.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Child processes: the program over a plate, and work that may crash or hang.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/system/Interrupt.h"
 
 #include <csignal>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ctrl-C: noticed between two samples, so that no file is left half-written.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The progress of a long subcommand, on standard error.
 #pragma once
 

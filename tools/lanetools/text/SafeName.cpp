@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/text/SafeName.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names of files and folders that come from data, such as plate ids ("../../x", "p*" and "-x" exist in real files).
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/text/StandardOutput.h"
 
 #include <cstdio>

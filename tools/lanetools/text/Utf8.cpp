@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "lanetools/text/Utf8.h"
 
 #include <algorithm>

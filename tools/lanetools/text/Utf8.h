@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text from sample files, whose character set is not recorded, as UTF-8.
 #pragma once
 
