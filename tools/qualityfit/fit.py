@@ -236,7 +236,8 @@ def numbers(values, digits):
 
 
 def print_header(curves, table, note):
-    print("""// The model of the qualities, made by tools/qualityfit/fit.py, whose head says how; do not edit. """ + note + """
+    print("""// SPDX-License-Identifier: MIT
+// The model of the qualities, made by tools/qualityfit/fit.py, whose head says how; do not edit. """ + note + """
 #pragma once
 
 #include "lanecall/KnotCurve.h"
