@@ -195,14 +195,18 @@ TEST_F(Summary, FormatsHoldTheSameRows) {
               R"({"called":0,"damaged":0,"failed":0,"missing":1,"plate":"plate"}])");
     const auto& called = report["samples"][0];
     EXPECT_EQ(called["sample"], "tab\there \xC3\xA9");
-    EXPECT_TRUE(called["bases"] == 40 && called["signal"] == 150.1 && called["run_start"].is_null());
-    EXPECT_TRUE(report["samples"][1]["bases"].is_null() && report["samples"][1].size() == 18);
+    EXPECT_EQ(called["bases"], 40);
+    EXPECT_EQ(called["signal"], 150.1);
+    EXPECT_TRUE(called["run_start"].is_null());
+    EXPECT_TRUE(report["samples"][1]["bases"].is_null());
+    EXPECT_EQ(report["samples"][1].size(), 18u);
 
     ASSERT_EQ(Summarize("out --raw p --format multiqc -o m"), 3);
     EXPECT_NE(temp.Read("m/lanetools_samples_mqc.tsv").find("\n\"1e5\"\t\"&lt;plate&gt; &amp; &quot;one&quot;\"\t"),
               std::string::npos);
     const std::string wells = temp.Read("m/lanetools_wells_mqc.html");
-    EXPECT_TRUE(wells.find(">29</td>") != std::string::npos && wells.find(">missing</td>") != std::string::npos);
+    EXPECT_NE(wells.find(">29</td>"), std::string::npos);
+    EXPECT_NE(wells.find(">missing</td>"), std::string::npos);
     ASSERT_EQ(Summarize("out --raw p --format json -o b.json"), 3);
     EXPECT_EQ(temp.Read("a.json"), temp.Read("b.json"));
 }
@@ -229,7 +233,9 @@ TEST_F(Summary, ExitCodes) {
     ASSERT_EQ(Run("mkfifo pipe && ln -s table link"), 0);
     EXPECT_EQ(Summarize("out -o pipe"), 2);
     EXPECT_EQ(Summarize("out -o table") + Summarize("out -o link"), 0);
-    EXPECT_TRUE(fs::is_fifo(Path("pipe")) && fs::is_symlink(Path("link")) && temp.Read("link").starts_with("plate\t"));
+    EXPECT_TRUE(fs::is_fifo(Path("pipe")));
+    EXPECT_TRUE(fs::is_symlink(Path("link")));
+    EXPECT_TRUE(temp.Read("link").starts_with("plate\t"));
     EXPECT_EQ(Run(LANETOOLS_PROGRAM " summary out > /dev/full; test $? = 1"), 0);
     EXPECT_TRUE(fs::is_empty(Path("empty")));
 }
