@@ -71,7 +71,7 @@ TEST_F(Report, SeveralPlatesAreAFolder) {
 
 TEST_F(Report, IsRefusedBeforeAnythingIsWritten) {
     for (const char* words : {"out", "out -o nowhere/page.html", "nowhere -o page.html", "out -o p/a.rsd",
-                              "out -o out/p_X_QX1/a.fsd", "out -o /dev/null", "p -o page.html"})
+                              "out -o out/p_X_QX1/a.fsd", "out -o /dev/null", "p -o page.html", "out -o ''"})
         EXPECT_EQ(Make(words), 2) << words << temp.Read("printed");
     EXPECT_FALSE(Exists("page.html"));
     EXPECT_EQ(sampletest::XorOfFile(Path("p/a.rsd")), 0u);

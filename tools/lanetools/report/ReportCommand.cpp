@@ -9,6 +9,7 @@
 #include <system_error>
 #include <vector>
 
+#include "lanetools/CommonOptions.h"
 #include "lanetools/Subcommand.h"
 #include "lanetools/report/PlatePage.h"
 #include "lanetools/samples/Summarize.h"
@@ -97,11 +98,12 @@ CSubcommand AddReport(CLI::App& tools) {
     const auto options = std::make_shared<CReportOptions>();
     CLI::App* app = tools.add_subcommand("report", about);
     app->footer(notes);
-    app->add_option("outputs", options->outputs, "")->required()->type_name("OUT");
+    app->add_option("outputs", options->outputs, "")->required()->check(PlainPath())->type_name("OUT");
     app->add_option("-o,--output", options->target, "The page, or the folder of the pages")
         ->required()
+        ->check(PlainPath())
         ->type_name("PATH");
-    app->add_option("--raw", options->raw, "Folders of raw plates")->type_name("PLATE");
+    app->add_option("--raw", options->raw, "Folders of raw plates")->check(PlainPath())->type_name("PLATE");
     app->add_flag("--no-raw", options->withoutRaw, "Leaves the raw curves out");
     return {app, [options] { return Report(*options); }};
 }
