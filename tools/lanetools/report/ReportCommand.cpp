@@ -98,7 +98,7 @@ CSubcommand AddReport(CLI::App& tools) {
     const auto options = std::make_shared<CReportOptions>();
     CLI::App* app = tools.add_subcommand("report", about);
     app->footer(notes);
-    app->add_option("outputs", options->outputs, "")->required()->check(PlainPath())->type_name("OUT");
+    app->add_option("OUT", options->outputs, "Folders with results")->required()->check(PlainPath())->type_name("OUT");
     app->add_option("-o,--output", options->target, "The page, or the folder of the pages")
         ->required()
         ->check(PlainPath())
