@@ -96,7 +96,7 @@ TEST(ExportTrimming, AStored99IsPhred20) {
     EXPECT_EQ(TrimWindow(percents, 1, 20), (CStretch{1, 3}));
 }
 
-TEST(ExportTrimming, SpecificationsAreReadWhole) {
+TEST(ExportTrimming, ValuesAreReadWhole) {
     const Percents percents{50, 99, 99, 50};
     EXPECT_EQ(ParseTrim("mott:0.05")(percents, {}), (CStretch{1, 2}));
     EXPECT_EQ(ParseTrim("window:2,20")(percents, {}), (CStretch{1, 2}));

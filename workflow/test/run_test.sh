@@ -14,6 +14,8 @@ fail() {
     exit 1
 }
 
+# Like the scripts of this tree: as root, or through sudo.
+if [ "$(id -u)" -ne 0 ] && sudo -n true 2>/dev/null; then exec sudo -n env PATH="$PATH" "$0" "$@"; fi
 [ "$(id -u)" -eq 0 ] || fail "only root can start the daemons of a trial cluster"
 for program in snakemake slurmctld slurmd sbatch munged multiqc; do
     command -v "$program" >/dev/null || fail "$program is missing: see the packages in scripts/test"

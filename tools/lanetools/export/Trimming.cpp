@@ -41,11 +41,11 @@ double ErrorPercent(float percent) {
 
 }  // namespace
 
-Trim ParseTrim(const std::string& specification) {
-    const CRefused refusal("--trim: '" + specification +
+Trim ParseTrim(const std::string& how) {
+    const CRefused refusal("--trim: '" + how +
                            "' is none of mott:LIMIT (above 0, up to 1), window:W,Q (W from 1 to 32767, Q from 0 to "
                            "93), good and none");
-    const std::string_view text = specification;
+    const std::string_view text = how;
     if (text == "none") return [](std::span<const float> percents, CStretch) { return CStretch{0, percents.size()}; };
     if (text == "good") return [](std::span<const float>, CStretch good) { return good; };
     if (text.starts_with("mott:")) return ParseMott(text.substr(5), refusal);

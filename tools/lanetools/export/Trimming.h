@@ -17,7 +17,7 @@ using Trim = std::function<CStretch(std::span<const float> percents, CStretch go
 
 // From "none", "good", "mott:LIMIT" (above 0, up to 1) or "window:W,Q" (W from 1 to longestWindow, Q from 0 to
 // largestPhred). Throws CRefused for anything else.
-Trim ParseTrim(const std::string& specification);
+Trim ParseTrim(const std::string& how);
 // Bases of the longest window; no read has more.
 inline constexpr std::size_t longestWindow = 32767;
 
