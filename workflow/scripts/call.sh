@@ -3,6 +3,7 @@
 # call.sh PLATE RESULTS SWITCHES...: calls those samples of a plate that have no result in the folder RESULTS, by way of a
 # folder in SCRATCH unless that is empty. A sample may take TIMEOUT seconds.
 set -eu
+. own.sh
 plate=$1
 results=$2
 shift 2
@@ -19,6 +20,7 @@ fi
 code=0
 lanetools run "$plate" -o "$target" -j 1 --timeout "$TIMEOUT" --redo-damaged -- "$@" || code=$?
 if [ -n "$SCRATCH" ]; then
+    claim "$results" "$results.part"
     rm -rf "$results.part"
     cp -R "$target" "$results.part"
     rm -rf "$results"

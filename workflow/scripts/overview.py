@@ -5,6 +5,7 @@ import os
 from html import escape
 from statistics import median
 
+from made import claim
 from verdicts import not_imported, samples_of, verdict
 
 STYLE = """body { font: 15px/1.5 system-ui, sans-serif; margin: 2rem; color: #1c2430 }
@@ -50,5 +51,6 @@ def page(output: str, plates: list[str], steps: list[str], min_pass: float) -> s
 
 
 task = snakemake  # type: ignore # noqa: F821 - Snakemake gives it
+claim(task.output[0])
 with open(task.output[0], "w", encoding="utf-8") as file:
     file.write(page(os.path.dirname(task.output[0]), task.params.plates, task.params.steps, task.params.min_pass))

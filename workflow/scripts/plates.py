@@ -39,8 +39,11 @@ def plates_of(config: dict[str, Any]) -> dict[str, str]:
     if not names:
         raise ValueError("there are no plates")
     count = Counter(names.values())
-    return {name if count[name] == 1 else f"{name}-{sha256(os.fsencode(folder)).hexdigest()[:10]}": folder
-            for folder, name in names.items()}
+    plates = {name if count[name] == 1 else f"{name}-{sha256(os.fsencode(folder)).hexdigest()[:10]}": folder
+              for folder, name in names.items()}
+    for folder in names.keys() - plates.values():
+        raise ValueError(f"the name {names[folder]} of {folder} is the one that another plate gets: give it another one in a sheet")
+    return plates
 
 
 def fingerprint(folder: str) -> str:

@@ -61,7 +61,18 @@ expect() {
     grep -q -e "$1" log || fail "the log lacks: $1"
 }
 
-mkdir -p a b c local slurm broken
+# Settings $2... that would endanger what exists are refused before anything starts, with the text $1, and change nothing.
+refused() {
+    local text=$1 before
+    shift
+    before=$(find a b c data theirs -exec stat -c '%n %s %Y' {} + -type f -exec sha256sum {} +)
+    ! run local "$profile" --config "$@" || fail "these settings were taken: $*"
+    expect "^Settings: .*$text"
+    [ "$before" = "$(find a b c data theirs -exec stat -c '%n %s %Y' {} + -type f -exec sha256sum {} +)" ] ||
+        fail "files were changed with these settings: $*"
+}
+
+mkdir -p a b c local slurm broken scratch
 seed=0
 for plate in a/plate1 b/plate1 c/plate3 c/plate4; do
     seed=$((seed + 1))
@@ -79,16 +90,39 @@ echo "A key that does not exist"
 ! run local local --config swiches=-BC || fail "an unknown key was taken"
 expect "'swiches' was unexpected"
 
+echo "Folders and files that belong to others"
+mkdir -p data/p1/called data/x theirs/{plate1,plate3,page/plate4}
+cp -R a/plate1 data/x/raw
+cp a/plate1/*.rsd data/p1
+echo own | tee data/p1/called/own theirs/page/plate4/fastq theirs/page/plates.html >theirs/page/plate4/called.part
+ln -s "$work/data/x/raw" theirs/plate3/called
+ln -s "$work/data" link
+printf 'path\tname\n%s\tx\n' "$work/data/x/raw" >sheet.tsv
+printf 'path\tname\n%s\tpassed\n' "$work/a/plate1" >passed.tsv
+cp -R data/p1/called theirs/plate1/fastq
+for profile in local slurm; do
+    refused "data contains $work/data/x/raw" import=True "plates=$work/sheet.tsv" "output=$work/data"
+    refused "data contains $work/data/p1" "plates=['$work/data/p1']" "output=$work/data"
+    refused "theirs/plate1/fastq exists and was not made by this workflow" "plates=['$work/a/plate1']" "output=$work/theirs" \
+        'export_options=[]'
+done
+profile=local
+refused "link/ contains $work/data/x/raw" "plates=['$work/data/x/raw']" "output=$work/link/"
+refused "called is $work/data/x/raw itself" "plates=['$work/data/x/raw','$work/c/plate3']" "output=$work/theirs"
+refused "p1/called/out is inside $work/data/p1" "plates=['$work/link/p1']" "output=$work/data/p1/called/out"
+refused "plates.html exists .*2 more" "plates=['$work/c/plate4']" "output=$work/theirs/page" scratch="$work/scratch"
+refused "a/plate1 has the name of a file of the workflow" "plates=$work/passed.tsv" "output=$work/local/out"
+
 echo "On this machine"
 ! run local local || fail "a plate with a damaged sample passed"
 expect "Plate plate4 did not pass: 7 of 8 samples called"
 [ "$(grep -c 'did not pass: ' log)" -eq 1 ] || fail "other plates did not pass"
 [ "$(find local/out -path '*/plate1-*/called/plate1_LC1_QX1' | wc -l)" -eq 2 ] || fail "two plates of one name share a folder"
 
-echo "On a cluster, where a job is killed, and a step of a plate breaks down"
+echo "On a cluster, where a job is killed, and a folder of the user turns up where a plate is exported to"
 cat >broken/lanetools <<BROKEN
 #!/bin/sh
-case "\$*" in export*plate3*) exit 1 ;; esac
+case "\$*" in run*plate3*) mkdir -p "$work/slurm/out/plate3/fastq" && echo own >"$work/slurm/out/plate3/fastq/own" ;; esac
 exec "$programs/lanetools" "\$@"
 BROKEN
 chmod +x broken/lanetools
@@ -106,16 +140,23 @@ expect "Plate plate3 did not pass: export-fastq broke down with code 1"
 expect "Plate plate4 did not pass: 7 of 8 samples called"
 [ "$(grep -c 'did not pass: ' log)" -eq 2 ] || fail "a failing plate took others with it"
 
+! run slurm local || fail "a folder of the user was taken at the next start"
+expect "^Settings: out/plate3/fastq exists and was not made by this workflow"
+grep -q own slurm/out/plate3/fastq/own || fail "a folder of the user was removed"
+rm -r slurm/out/plate3/fastq
+
 echo "The next start does what is left, and the results are the same"
 ! run slurm local || fail "a plate with a damaged sample passed at the next start"
 expect "^export  *1 "
 ! grep -q "^call " log || fail "a plate was called again"
-diff -r --exclude='*.log' local/out slurm/out || fail "the results differ"
+diff -r --exclude='*.log' --exclude=made.stamp local/out slurm/out || fail "the results differ"
 
-echo "A plate is repaired"
+echo "A plate is repaired, in an output that an earlier version has made"
+find local/out -name made.stamp -delete
 mv good.rsd c/plate4/plate4A03.rsd
-run local local --config multiqc=True || fail "the repaired plate did not pass"
+run local local --config multiqc=True scratch="$work/scratch" || fail "the repaired plate did not pass"
 expect "^call  *1 "
+rmdir scratch || fail "the scratch folder is not empty"
 [ -s local/out/multiqc_report.html ] || fail "there is no page by MultiQC"
 
 echo "Files of an instrument"
