@@ -5,7 +5,8 @@ the result.
 
 usage: break.py [options] PROGRAM SAMPLEGEN SHIM
 
-PROGRAM stands in an installation with a base caller. What goes wrong, and in which run:
+PROGRAM stands in an installation with a base caller. With --tools LANETOOLS it is that program that is run, once per
+subcommand (see tools.py). What goes wrong, and in which run:
 
     cold            nothing has been called yet
     second          everything has been called and exported before
@@ -41,19 +42,17 @@ import subprocess
 import sys
 import tempfile
 
+import shimmed
+import tools
 import whole
+from shimmed import CLASSES, ERRORS, Case, steady_name
 
-ERRORS = ["EIO", "ENOSPC", "EMFILE", "ENOMEM", "EINTR", "EACCES"]
-# Each kind with the index of its class of calls in the shim's report.
-CLASSES = {**dict.fromkeys(ERRORS + ["kill"], 0), "half": 4, "short": 3, "memory": 5, "ENOSPC+": 1, "EMFILE+": 2, "memory+": 5}
 ROUNDS = ["cold", "second"]
 SWITCHES = "-IP plate -OD out -BC -ABD -SCF -FA -FAP -FAG -RAW_TXT -PROC_TXT".split()
 OUTPUT = "out/plate_LC1_QX1/"
 COMMON = [OUTPUT + "FASTA/plate_LC1_QX1.seq", "out/out.seq"]
 LOG, MARKUP, FORMER = "plate/basecall.log", "plate/log.xml", "plate/log.xml.temp"
 INSTALLED = ["lanewright", "lanecall.so", "basecall.ini", "registry.ini", "dyeMethod1.ini"]
-SECONDS_PER_RUN = 60
-REPORT = struct.Struct("<7I500s500s")  # struct Report of the shim
 TAG_IS_MISSING = "The SafeArray Allocation Failed"  # and the ABD file goes without that tag
 ERROR_TEXT = "|".join([os.strerror(getattr(errno, name)) for name in ERRORS + ["ENOENT"]] + ["Not enough storage[^.]*[.]", "Unspecified error"])
 FAILURE = re.compile(
@@ -62,12 +61,6 @@ FAILURE = re.compile(
 )
 KNOWN_TEXT = re.compile(r"(successfully basecalled|exported to SCF file format|The processed file|skipped) .*(\.so|\.scf|exists\.|\.esd)"
                         r"|Using base order [A-Z]{4}\. ")
-# Names of system calls that the shim has to know if the program uses them.
-CALL = re.compile(r"(?!_|dl|clock|pthread)\w*(open|creat|read|write|stat|link|name|sync|trunc|dir|chmod|chown|lock|dup|mmap|file"
-                  r"|access|utime|pipe|fcntl|seek|close|tmp)\w*")
-
-Case = collections.namedtuple("Case", "round kind number")
-Run = collections.namedtuple("Run", "code output errors counts struck")
 
 
 def look(folder):
@@ -83,31 +76,7 @@ def look(folder):
 
 
 def run_program(folder, shim, case=None):
-    report = folder.parent / (folder.name + ".report")
-    report.write_bytes(bytes(REPORT.size))
-    environment = {"PATH": os.environ["PATH"], "QUILLION_REGISTRY": "bin/registry.ini", "TZ": "UTC", "LD_PRELOAD": str(shim),
-                   "FAULT_REPORT": str(report)}
-    environment["ASAN_OPTIONS"] = environment["UBSAN_OPTIONS"] = "verify_asan_link_order=0:exitcode=99"
-    if case:
-        kind = case.kind.rstrip("+")
-        environment.update(FAULT_NUMBER=str(case.number), FAULT_KIND=str(getattr(errno, kind)) if kind in ERRORS else kind)
-        if case.kind != kind:
-            environment["FAULT_LASTING"] = str(CLASSES[case.kind])
-    try:
-        done = subprocess.run(["bin/lanewright"] + SWITCHES, cwd=folder, env=environment, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=SECONDS_PER_RUN)
-        code, output, errors = done.returncode, done.stdout, done.stderr
-    except subprocess.TimeoutExpired as late:
-        code, output, errors = None, late.stdout or b"", late.stderr or b""
-    *counts, strikes, _, struck = REPORT.unpack(report.read_bytes())
-    report.unlink()
-    struck = steady_name(struck.split(b"\0")[0].decode("latin-1").replace(str(folder) + "/", "").replace(str(folder), "."))
-    return Run(code, output.decode("latin-1"), errors.decode("latin-1"), counts, struck if strikes else None)
-
-
-def steady_name(text):
-    """The text without the part of a temporary name that differs from run to run."""
-    return re.sub(r"(\.lw)[^/ ]*", r"\1*", text)
+    return shimmed.run(["bin/lanewright"] + SWITCHES, folder, shim, case, {"FAULT_LINKER": "1"}.items())
 
 
 def copy_tree(source, target):
@@ -129,9 +98,7 @@ class Bench:
 
     def __init__(self, folder, program, samplegen, shim):
         self.folder, self.shim = folder, shim
-        unknown = self.calls("--undefined-only", program) - self.calls("--defined-only", shim)
-        if unknown:
-            raise SystemExit("the shim does not know these calls: " + " ".join(sorted(unknown)))
+        shimmed.demand_known_calls(program, shim)
         start = folder / "start"
         shutil.copytree(program.parent, start / "bin", ignore=lambda _, names: set(names) - set(INSTALLED))
         subprocess.run([samplegen, "plate", "--plate", "run1", "--wells", "3", "--failed", "1", "--bases", "60", "--seed", "20"],
@@ -159,16 +126,31 @@ class Bench:
         self.known_records = {record for state in self.states[1:] for name in COMMON for record in whole.fasta(state[name])}
         self.known_entries = {entry for state in self.states[1:] for entry in entries_of(state)}
 
-    @staticmethod
-    def calls(which, path):
-        """The exported or needed names that look like system calls."""
-        listing = subprocess.run(["nm", "-D", which, path], check=True, capture_output=True, text=True).stdout
-        return {name for name in re.findall(r"(\w+)(?:@\S*)?$", listing, re.M) if CALL.fullmatch(name)}
-
     def cases(self, kinds):
         for which, run in zip(ROUNDS, self.runs):
             for kind in kinds:
                 yield from (Case(which, kind, number) for number in range(1, run.counts[CLASSES[kind]] + 1))
+
+    def try_case(self, case, keep=None):
+        """The call that was struck by `case`, and what is wrong after it. Shows the run and keeps its files if asked to."""
+        # Where a path lies decides how many allocations it takes, so all folders have names of one length.
+        folder = pathlib.Path(tempfile.mkdtemp(dir=self.folder)) / "w"
+        try:
+            copy_tree(self.folder / ("start" if case.round == "cold" else "once"), folder)
+            run, judge = run_program(folder, self.shim, case), Judge(self, case)
+            after = look(folder)
+            judge.judge(run, after)
+            if keep:
+                print("exit code %s, struck: %s\n%s%s" % (run.code, run.struck, run.output, run.errors))
+                shutil.copytree(folder, keep, dirs_exist_ok=True)
+            if after != judge.wanted:  # from the state of the undisturbed run every later one goes on as known
+                later = run_program(folder, self.shim)
+                judge.judge_later(later, look(folder), after)
+            if run.struck is None:
+                judge.note("nothing was struck")
+            return case, run.struck, judge.found
+        finally:
+            shutil.rmtree(folder.parent)
 
 
 class Judge:
@@ -331,34 +313,12 @@ class Judge:
             self.note("loses entries", LOG)
 
 
-def try_case(bench, case, keep=None):
-    """The call that was struck by `case`, and what is wrong after it. Shows the run and keeps its files if asked to."""
-    # Where a path lies decides how many allocations it takes, so all folders have names of one length.
-    folder = pathlib.Path(tempfile.mkdtemp(dir=bench.folder)) / "w"
-    try:
-        copy_tree(bench.folder / ("start" if case.round == "cold" else "once"), folder)
-        run, judge = run_program(folder, bench.shim, case), Judge(bench, case)
-        after = look(folder)
-        judge.judge(run, after)
-        if keep:
-            print("exit code %s, struck: %s\n%s%s" % (run.code, run.struck, run.output, run.errors))
-            shutil.copytree(folder, keep, dirs_exist_ok=True)
-        if after != judge.wanted:  # from the state of the undisturbed run every later one goes on as known
-            later = run_program(folder, bench.shim)
-            judge.judge_later(later, look(folder), after)
-        if run.struck is None:
-            judge.note("nothing was struck")
-        return case, run.struck, judge.found
-    finally:
-        shutil.rmtree(folder.parent)
-
-
 def start_worker(bench):
     try_in_worker.bench = bench
 
 
 def try_in_worker(case):
-    return try_case(try_in_worker.bench, case)
+    return try_in_worker.bench.try_case(case)
 
 
 def spread(cases, count):
@@ -372,7 +332,7 @@ def spread(cases, count):
     return chosen
 
 
-def print_results(results):
+def print_results(results, command):
     """The violations, with the cases and calls that lead to each and how to see one of them; then the counts."""
     groups = collections.defaultdict(list)
     for case, struck, found in sorted(results, key=lambda result: result[0]):
@@ -382,7 +342,7 @@ def print_results(results):
         print("%6d  %s" % (len(hits), text))
         for key in (lambda hit: "%s %s" % hit[0][:2]), (lambda hit: hit[1]):
             print("        " + ", ".join("%s (%d)" % item for item in collections.Counter(map(key, hits)).most_common(6)))
-        print("        scripts/break --one %s %s %d" % hits[0][0])
+        print("        %s --one %s %s %d" % (command, *hits[0][0]))
     tried = collections.Counter(result[0][:2] for result in results)
     broken = collections.Counter(result[0][:2] for result in results if result[2])
     for group in sorted(tried):
@@ -395,23 +355,28 @@ def main():
     parser.add_argument("program", type=pathlib.Path)
     parser.add_argument("samplegen", type=pathlib.Path)
     parser.add_argument("shim", type=pathlib.Path)
+    parser.add_argument("--tools", type=pathlib.Path, metavar="LANETOOLS", help="run the subcommands of this program")
     parser.add_argument("--spread", type=int, help="only about so many cases, evenly over all")
-    parser.add_argument("--kinds", default=",".join(CLASSES), help="only these kinds, with commas between them")
+    parser.add_argument("--kinds", help="only these kinds, with commas between them")
     parser.add_argument("--one", nargs=3, metavar=("ROUND", "KIND", "N"), help="one case; shows what the program prints")
     parser.add_argument("--keep", type=pathlib.Path, help="with --one: where the files stay")
     parser.add_argument("-j", "--jobs", type=int, default=os.cpu_count())
     given = parser.parse_args()
     memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
     with tempfile.TemporaryDirectory(prefix="lanewright-break", dir=memory) as folder:
-        bench = Bench(pathlib.Path(folder), given.program.resolve(), given.samplegen.resolve(), given.shim.resolve())
+        program = [given.program.resolve(), given.samplegen.resolve(), given.shim.resolve()]
+        if given.tools:
+            bench, kinds = tools.Bench(pathlib.Path(folder), given.tools.resolve(), *program), tools.KINDS
+        else:
+            bench, kinds = Bench(pathlib.Path(folder), *program), list(CLASSES)
         if given.one:
             case = Case(given.one[0], given.one[1], int(given.one[2]))
-            results = [try_case(bench, case, given.keep.resolve() if given.keep else bench.folder / "kept")]
+            results = [bench.try_case(case, given.keep.resolve() if given.keep else bench.folder / "kept")]
         else:
-            cases = list(bench.cases(given.kinds.split(",")))
+            cases = list(bench.cases(given.kinds.split(",") if given.kinds else kinds))
             with multiprocessing.Pool(given.jobs, start_worker, (bench,)) as pool:
                 results = list(pool.imap_unordered(try_in_worker, spread(cases, given.spread) if given.spread else cases, 8))
-        print_results(results)
+        print_results(results, "scripts/break lanetools" if given.tools else "scripts/break")
         return 1 if any(found for _, _, found in results) else 0
 
 

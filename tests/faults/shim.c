@@ -9,28 +9,36 @@
 //              memory      an allocation fails
 //   FAULT_NUMBER=N         the N-th of the calls that this kind can strike, from 1
 //   FAULT_LASTING=CLASS    and all later ones of the class (an index of Report.counts)
+//   FAULT_LINKER=1         the calls of the dynamic linker inside dlopen count too
 //   FAULT_REPORT=FILE      struct Report; the file has its size already
 //
 // Without FAULT_NUMBER it only counts. Standard output and standard error are left out: a console that breaks loses
-// nothing. Waits are cut to a fiftieth, so that a program that tries again for seconds ends soon.
+// nothing. Waits are cut to a fiftieth, so that a program that tries again for seconds ends soon. Forked processes
+// count with their parent; programs that are started are left alone.
 #define _GNU_SOURCE
 #include <dirent.h>
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
+#include <link.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <signal.h>
 #include <stdarg.h>
+#include <stddef.h>
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <sys/file.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
 #include <time.h>
+#include <ucontext.h>
 #include <unistd.h>
 
 // A call may need room on the disk, take a descriptor, or move bytes.
@@ -65,6 +73,8 @@ static void Die(void) {
     syscall(SYS_kill, getpid(), SIGKILL);
 }
 
+static void WatchLinker(void);
+
 __attribute__((constructor)) static void Begin(void) {
     static const char* const words[] = {"", "kill", "half", "short", "memory"};
     static const enum Class classes[] = {Calls, Calls, Writing, Moving, Allocations};
@@ -75,6 +85,8 @@ __attribute__((constructor)) static void Begin(void) {
     syscall(SYS_close, fd);
     if (shared != MAP_FAILED) report = shared;
     memset(report, 0, sizeof *report);
+    unsetenv("FAULT_REPORT");
+    if (getenv("FAULT_LINKER")) WatchLinker();
     if (!(text = getenv("FAULT_KIND"))) return;
     chosenError = atoi(text);
     for (int i = Kill; i <= Memory; ++i)
@@ -132,6 +144,9 @@ ON_PATH(unlink, (const char* path), (path), path, Plain)
 ON_PATH(unlinkat, (int at, const char* path, int flags), (at, path, flags), path, Plain)
 ON_PATH(rename, (const char* from, const char* to), (from, to), to, Grows)
 ON_PATH(renameat2, (int a, const char* from, int b, const char* to, unsigned flags), (a, from, b, to, flags), to, Grows)
+ON_PATH(link, (const char* from, const char* to), (from, to), to, Grows)
+ON_PATH(linkat, (int a, const char* from, int b, const char* to, int flags), (a, from, b, to, flags), to, Grows)
+ON_PATH(access, (const char* path, int mode), (path, mode), path, Plain)
 ON_PATH(chmod, (const char* path, mode_t mode), (path, mode), path, Plain)
 ON_PATH(chdir, (const char* path), (path), path, Plain)
 FUNCTION(ssize_t, -1, readlink, (const char* path, char* out, size_t size), (path, out, size), path, -1, Plain)
@@ -150,6 +165,8 @@ ON_DESCRIPTOR(fchown, (int fd, uid_t user, gid_t group), (fd, user, group), Plai
 ON_DESCRIPTOR(fchdir, (int fd), (fd), Plain)
 ON_DESCRIPTOR(flock, (int fd, int operation), (fd, operation), Plain)
 ON_DESCRIPTOR(dup2, (int fd, int to), (fd, to), Opens)
+FUNCTION(int, -1, pipe, (int ends[2]), (ends), "", -1, Opens)
+FUNCTION(pid_t, -1, fork, (void), (), "", -1, Plain)
 FUNCTION(off_t, -1, lseek, (int fd, off_t offset, int whence), (fd, offset, whence), NULL, fd, Plain)
 
 // What cannot be closed is closed all the same.
@@ -204,6 +221,7 @@ int fcntl(int fd, int command, ...) {
 TRANSFER(read, (int fd, void* out, size_t size), (fd, out, size), Reads)
 TRANSFER(pread, (int fd, void* out, size_t size, off_t offset), (fd, out, size, offset), Reads)
 TRANSFER(write, (int fd, const void* data, size_t size), (fd, data, size), Writes)
+TRANSFER(writev, (int fd, const struct iovec* parts, int size), (fd, parts, size), Writes)
 TRANSFER(pwritev, (int fd, const struct iovec* parts, int size, off_t offset), (fd, parts, size, offset), Writes)
 
 int nanosleep(const struct timespec* wait, struct timespec* left) {
@@ -212,6 +230,71 @@ int nanosleep(const struct timespec* wait, struct timespec* left) {
     const struct timespec shorter = {nanoseconds / 1000000000, nanoseconds % 1000000000};
     return next(&shorter, left);
 }
+
+// The dynamic linker makes its calls itself, so nothing can come before them. The kernel traps those that come from its
+// code, and they are made here instead.
+#ifdef __x86_64__
+static void MakeTrapped(int signal, siginfo_t* info, void* context) {
+    (void)signal;
+    greg_t* const at = ((ucontext_t*)context)->uc_mcontext.gregs;
+    const long call = info->si_syscall;
+    const int isOpen = call == SYS_openat, isRead = call == SYS_read || call == SYS_pread64, formerError = errno;
+    const int isPlain =
+        call == SYS_mmap || call == SYS_mprotect || call == SYS_fstat || call == SYS_newfstatat || call == SYS_close;
+    const int byDescriptor = isRead || call == SYS_close || call == SYS_fstat || call == SYS_newfstatat;
+    enum Action action = GoOn;
+    if (isOpen || isRead || isPlain)
+        action = Count("dlopen",
+                       isOpen         ? (const char*)at[REG_RSI]
+                       : byDescriptor ? NULL
+                                      : "",
+                       (int)at[REG_RDI],
+                       isOpen   ? Opens
+                       : isRead ? Reads
+                                : Plain);
+    const int error = errno;
+    long result = -1;
+    if (action == Half) at[REG_RDX] /= 2;
+    if (action != Fail || call == SYS_close)  // what cannot be closed is closed all the same
+        result = syscall(call, at[REG_RDI], at[REG_RSI], at[REG_RDX], at[REG_R10], at[REG_R8], at[REG_R9]);
+    at[REG_RAX] = action == Fail ? -error : result < 0 && result > -4096 ? -errno : result;
+    errno = formerError;
+}
+
+static int FindLinker(struct dl_phdr_info* object, size_t size, void* range) {
+    (void)size;
+    if (!strstr(object->dlpi_name, "/ld-linux")) return 0;
+    for (int i = 0; i < object->dlpi_phnum; ++i) {
+        const ElfW(Phdr)* part = &object->dlpi_phdr[i];
+        if (part->p_type != PT_LOAD || !(part->p_flags & PF_X)) continue;
+        ((uint64_t*)range)[0] = object->dlpi_addr + part->p_vaddr;
+        ((uint64_t*)range)[1] = object->dlpi_addr + part->p_vaddr + part->p_memsz;
+    }
+    return 1;
+}
+
+static void WatchLinker(void) {
+    uint64_t range[2] = {0, 0};
+    const size_t where = offsetof(struct seccomp_data, instruction_pointer);
+    dl_iterate_phdr(FindLinker, range);
+    struct sock_filter filter[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, where + 4),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, range[0] >> 32, 0, 4),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, where),
+        BPF_JUMP(BPF_JMP | BPF_JGE | BPF_K, (uint32_t)range[0], 0, 2),
+        BPF_JUMP(BPF_JMP | BPF_JGE | BPF_K, (uint32_t)range[1], 1, 0),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_TRAP),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const struct sock_fprog program = {sizeof filter / sizeof *filter, filter};
+    struct sigaction action = {.sa_sigaction = MakeTrapped, .sa_flags = SA_SIGINFO | SA_NODEFER | SA_RESTART};
+    sigaction(SIGSYS, &action, NULL);
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program);
+}
+#else
+static void WatchLinker(void) {}
+#endif
 
 // Memory. An address sanitizer has an allocator of its own, which nothing may come before.
 #ifndef NO_ALLOCATIONS

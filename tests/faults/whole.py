@@ -19,10 +19,15 @@ def demand(condition, text):
         raise Torn(text)
 
 
-def sample(data):
-    """Number of scans of a processed sample or a placeholder."""
+def demand_checksum(data):
+    """Of a sample, raw or processed."""
     demand(len(data) >= SAMPLE_TRAILER and len(data) % 4 == 0, "no trailer")
     demand(functools.reduce(operator.xor, array.array("I", data), 0) == 0, "the checksum is wrong")
+
+
+def sample(data):
+    """Number of scans of a processed sample or a placeholder."""
+    demand_checksum(data)
     trailer = data[-SAMPLE_TRAILER:]
     total, tree_size = struct.unpack_from("<II", trailer, 454)
     (raw,) = struct.unpack_from("<I", trailer, 596)
