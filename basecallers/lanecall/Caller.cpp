@@ -84,8 +84,10 @@ CCaller::Read CCaller::ResultOf(int procedure) {
             return Align(std::move(std::get<Sharpened>(read)), letters);
         default: {
             CalledRead called = ReadBases(std::move(std::get<Aligned>(read)));
-            MeasureSpacing(notes, called.range, called.widths, called.spacing, measureStep);
-            MeasureSeparation(notes, called.calls, called.curves);
+            if (isAnnotated) {
+                MeasureSpacing(notes, called.range, called.widths, called.spacing, measureStep);
+                MeasureSeparation(notes, called.calls, called.curves);
+            }
             return called;
         }
     }
@@ -93,7 +95,7 @@ CCaller::Read CCaller::ResultOf(int procedure) {
 
 void CCaller::NoteSeparation(const Separated& separated) {
     constexpr int zones = 10;  // of the read, each with its own signal and noise in the annotation
-    MeasureZones(notes, separated.curves, separated.range, zones);
+    if (isAnnotated) MeasureZones(notes, separated.curves, separated.range, zones);
     const auto indices = BaseIndices(letters);
     if (!indices) return;
     matrixUsed = Identity();

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lanecall/Annotation.h"
@@ -36,6 +37,7 @@ struct Conversation {
 };
 
 std::unique_ptr<Conversation> conversation;
+bool annotationAsked = false;  // before the conversation that it is for begins
 
 // Returns what `work` returns for the conversation, or `otherwise` if there is none or `work` throws. After an
 // exception every later procedure fails: calls from half of the input could look like good ones.
@@ -85,13 +87,15 @@ LANECALL_EXPORT const char* GetProgramName(void) {
     return "Lanecall";
 }
 
-// The annotation costs next to nothing, so it is always measured.
-LANECALL_EXPORT void SetIfAnnotate(int32_t) {}
+LANECALL_EXPORT void SetIfAnnotate(int32_t flag) {
+    annotationAsked = flag != 0;
+}
 
 LANECALL_EXPORT void SetNumSamples(int32_t) {
     conversation.reset();
     try {
         conversation = std::make_unique<Conversation>();
+        if (std::exchange(annotationAsked, false)) conversation->caller.TurnAnnotationOn();
     } catch (...) {
         // Without a conversation every procedure fails.
     }
