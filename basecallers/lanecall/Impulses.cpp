@@ -2,10 +2,13 @@
 #include "lanecall/Impulses.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 
+#include "lanecall/Processor.h"
 #include "lanecall/Smoothing.h"
+#include "lanecall/SymmetricFilter.h"
 
 namespace lanecall {
 
@@ -32,6 +35,20 @@ std::vector<double> BendFilter(double smoothing) {
 
 constexpr int levelBlock = 60;  // scans, some 4 bases
 
+// The sums of the heights above 0 and of their squares, each added up in four parts that do not wait for each other.
+void SumHeights(const Curve& bend, ScanRange range, double& sum, double& squares) {
+    constexpr std::size_t parts = 4;
+    std::array<double, parts> sums{}, squareSums{};
+    for (int i = range.first; i < range.end; ++i) {
+        const double height = std::max(0.0, bend[static_cast<std::size_t>(i)]);
+        const auto part = static_cast<std::size_t>(i) % parts;
+        sums[part] += height;
+        squareSums[part] += height * height;
+    }
+    sum = (sums[0] + sums[1]) + (sums[2] + sums[3]);
+    squares = (squareSums[0] + squareSums[1]) + (squareSums[2] + squareSums[3]);
+}
+
 // The usual height of the tops of a bend curve in each block of the range, from the blocks around it. The mean square
 // divided by the mean depends on the height of the peaks and not on how many there are.
 Curve UsualHeights(const Curve& bend, ScanRange range) {
@@ -40,17 +57,24 @@ Curve UsualHeights(const Curve& bend, ScanRange range) {
     Curve means(count), squares(count);
     for (std::size_t b = 0; b < count; ++b) {
         const int first = range.first + static_cast<int>(b) * levelBlock;
-        for (int i = first; i < std::min(first + levelBlock, range.end); ++i) {
-            const double height = std::max(0.0, bend[static_cast<std::size_t>(i)]);
-            means[b] += height;
-            squares[b] += height * height;
-        }
+        SumHeights(bend, {first, std::min(first + levelBlock, range.end)}, means[b], squares[b]);
     }
     means = BoxSmooth(means, reach);
     squares = BoxSmooth(squares, reach);
     for (std::size_t b = 0; b < count; ++b)
         squares[b] = means[b] > 0 ? squares[b] / means[b] : 1;
     return squares;
+}
+
+// For each scan of the range, which has a scan on either side, 1 if it is a top above 0. Apart from the search for the
+// few tops this needs no branch.
+LANECALL_WIDE std::vector<char> TopsOf(const Curve& bend, ScanRange range) {
+    std::vector<char> tops(static_cast<std::size_t>(range.Length()));
+    const double* y = bend.data() + range.first;
+    char* top = tops.data();
+    for (int i = 0; i < range.Length(); ++i)
+        top[i] = static_cast<char>((y[i] > 0) & (y[i] >= y[i - 1]) & (y[i] > y[i + 1]));
+    return tops;
 }
 
 }  // namespace
@@ -70,13 +94,7 @@ Curve Bend(const Curve& curve, ScanRange range, const CTrack& smoothing) {
         const int reach = static_cast<int>(taps.size()) - 1;
         const int from = std::max(block, reach);
         const int to = std::min({block + blockScans, range.end, static_cast<int>(curve.size()) - reach});
-        for (int i = from; i < to; ++i) {
-            const double* y = curve.data() + i;
-            double value = taps[0] * y[0];
-            for (int k = 1; k <= reach; ++k)
-                value += taps[static_cast<std::size_t>(k)] * (y[k] + y[-k]);
-            result[static_cast<std::size_t>(i)] = value;
-        }
+        if (from < to) FilterSymmetric(curve, {from, to}, taps, result);
     }
     return result;
 }
@@ -93,9 +111,11 @@ std::vector<Impulse> FindImpulses(const Curve& bend, ScanRange range) {
     constexpr double maxWeight = 2;     // so that one huge peak does not outweigh all others
     const Curve usual = UsualHeights(bend, range);
     std::vector<Impulse> impulses;
-    for (int i = std::max(1, range.first); i + 1 < std::min(range.end, static_cast<int>(bend.size())); ++i) {
+    const ScanRange inner{std::max(1, range.first), std::min(range.end - 1, static_cast<int>(bend.size()) - 1)};
+    const std::vector<char> tops = TopsOf(bend, inner);
+    for (auto top = tops.begin(); (top = std::find(top, tops.end(), 1)) != tops.end(); ++top) {
+        const int i = inner.first + static_cast<int>(top - tops.begin());
         const double* y = bend.data() + i;
-        if (!(y[0] > 0 && y[0] >= y[-1] && y[0] > y[1])) continue;
         const double weight =
             std::min(maxWeight, y[0] / usual[static_cast<std::size_t>((i - range.first) / levelBlock)]);
         if (!(weight > minWeight)) continue;

@@ -15,6 +15,7 @@
 #include "lanecall/DyeShifts.h"
 #include "lanecall/FreeShifts.h"
 #include "lanecall/Impulses.h"
+#include "lanecall/Processor.h"
 #include "lanecall/Rhythm.h"
 #include "lanecall/SmoothFit.h"
 #include "lanecall/Smoothing.h"
@@ -117,6 +118,30 @@ ScanRange FirstPart(ScanRange range, const Spacing& spacing) {
     return {std::clamp(first, range.first, range.end), std::clamp(first + partScans, range.first, range.end)};
 }
 
+constexpr int blockScans = 64;
+
+// moved[i] = curve between scans, at i + shift. In most blocks the shift has the same whole part everywhere; then all
+// values come from neighbouring places, and the processor computes several at once.
+LANECALL_WIDE void MoveBlock(const Curve& curve, ScanRange block, const CTrack& shift, Curve& moved) {
+    std::array<double, blockScans> places;
+    const auto count = static_cast<std::size_t>(block.Length());
+    for (std::size_t i = 0; i < count; ++i)
+        places[i] = block.first + static_cast<int>(i) + shift.At(block.first + static_cast<int>(i));
+    const double whole = std::floor(places[0]) - block.first;
+    bool isEven = places[0] >= 1 && places[count - 1] + 3 < static_cast<double>(curve.size());
+    for (std::size_t i = 0; i < count; ++i)
+        isEven &= std::floor(places[i]) == whole + (block.first + static_cast<int>(i));
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto at = static_cast<std::size_t>(block.first) + i;
+        if (isEven) {
+            const double* y = curve.data() + static_cast<std::ptrdiff_t>(at) + static_cast<std::ptrdiff_t>(whole);
+            moved[at] = Cubic(y[-1], y[0], y[1], y[2], places[i] - (whole + static_cast<double>(at)));
+        } else {
+            moved[at] = Interpolate(curve, places[i]);
+        }
+    }
+}
+
 }  // namespace
 
 ChannelTracks EstimateMobility(const Curves& sharp, ScanRange range, const Spacing& spacing, const Letters& letters) {
@@ -152,8 +177,8 @@ void ShiftCurves(Curves& curves, ScanRange range, const ChannelTracks& shifts) {
     for (std::size_t c = 0; c < channelCount; ++c) {
         if (shifts[c].Size() == 0) continue;
         Curve moved = curves[c];
-        for (int i = range.first; i < range.end; ++i)
-            moved[static_cast<std::size_t>(i)] = Interpolate(curves[c], i + shifts[c].At(i));
+        for (int first = range.first; first < range.end; first += blockScans)
+            MoveBlock(curves[c], {first, std::min(first + blockScans, range.end)}, shifts[c], moved);
         curves[c].swap(moved);
     }
 }

@@ -34,10 +34,13 @@ constexpr std::array<Knot, 17> usualRun = {{{0, 0.66},
                                             {1000, 0.675},
                                             {1200, 0.55}}};
 
-double ShareAt(double base) {
+// The share at a base; `next` is the first knot beyond an earlier base, or the first knot, and is moved on.
+double ShareAt(double base, const Knot*& next) {
+    const Knot* const end = usualRun.data() + usualRun.size();
     if (!(base > 0)) return usualRun.front().share;
-    const auto next = std::find_if(usualRun.begin(), usualRun.end(), [base](const Knot& k) { return k.base > base; });
-    if (next == usualRun.end()) return usualRun.back().share;
+    while (next != end && next->base <= base)
+        ++next;
+    if (next == end) return usualRun.back().share;
     const Knot& before = *(next - 1);
     return before.share + (base - before.base) / (next->base - before.base) * (next->share - before.share);
 }
@@ -47,8 +50,9 @@ double ShareAt(double base) {
 CTrack RunCurve(ScanRange range, double widest, double pace, double lead, double stepScans) {
     std::vector<double> knots;
     double base = 0;
+    const Knot* next = usualRun.data();
     for (double scan = range.first; scan < range.end + stepScans; scan += stepScans) {
-        knots.push_back(widest * ShareAt(pace * base));
+        knots.push_back(widest * ShareAt(pace * base, next));
         if (scan >= range.first + lead) base += stepScans / knots.back();
     }
     return {static_cast<double>(range.first), stepScans, std::move(knots)};

@@ -9,17 +9,6 @@ namespace lanecall {
 CTrack::CTrack(double firstScan, double stepScans, std::vector<double> knots)
     : first(firstScan), step(stepScans), values(std::move(knots)) {}
 
-double CTrack::At(double scan) const {
-    if (values.empty()) return 0;
-    const double place = (scan - first) / step;
-    if (!(place > 0)) return values.front();
-    const auto last = static_cast<double>(values.size() - 1);
-    if (place >= last) return values.back();
-    const auto left = static_cast<std::size_t>(place);
-    const double share = place - static_cast<double>(left);
-    return values[left] + share * (values[left + 1] - values[left]);
-}
-
 CTrack BasesAlong(const CTrack& spacing) {
     CTrack bases = spacing;
     double count = 0;

@@ -33,6 +33,17 @@ class CTrack {
     std::vector<double> values;
 };
 
+inline double CTrack::At(double scan) const {
+    if (values.empty()) return 0;
+    const double place = (scan - first) / step;
+    if (!(place > 0)) return values.front();
+    const auto last = static_cast<double>(values.size() - 1);
+    if (place >= last) return values.back();
+    const auto left = static_cast<std::size_t>(static_cast<std::ptrdiff_t>(place));
+    const double share = place - static_cast<double>(left);
+    return values[left] + share * (values[left + 1] - values[left]);
+}
+
 // The number of bases from the first knot to each knot, for a track of spacings in scans, all above 0.
 CTrack BasesAlong(const CTrack& spacing);
 
