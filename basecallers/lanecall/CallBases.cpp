@@ -6,6 +6,9 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+
+#include "lanecall/Processor.h"
 
 namespace lanecall {
 
@@ -37,13 +40,21 @@ struct Tops {
 };
 
 Tops TopsOf(const Curves& sharp, ScanRange range) {
-    Tops tops;
-    for (auto scan = static_cast<std::size_t>(range.first); scan < static_cast<std::size_t>(range.end); ++scan) {
-        std::size_t best = 0;
-        for (std::size_t c = 1; c < channelCount; ++c)
-            if (sharp[c][scan] > sharp[best][scan]) best = c;
-        tops.height.push_back(static_cast<float>(sharp[best][scan]));
-        tops.channel.push_back(static_cast<std::int8_t>(best));
+    const auto count = static_cast<std::size_t>(range.Length());
+    Tops tops{std::vector<float>(count), std::vector<std::int8_t>(count)};
+    std::array<const double*, channelCount> from;
+    for (std::size_t c = 0; c < channelCount; ++c)
+        from[c] = sharp[c].data() + range.first;
+    for (std::size_t i = 0; i < count; ++i) {
+        double height = from[0][i];
+        int best = 0;
+        for (int c = 1; c < channelCount; ++c) {
+            const double other = from[static_cast<std::size_t>(c)][i];
+            best = other > height ? c : best;
+            height = std::max(height, other);
+        }
+        tops.height[i] = static_cast<float>(height);
+        tops.channel[i] = static_cast<std::int8_t>(best);
     }
     return tops;
 }
@@ -72,11 +83,44 @@ std::vector<float> SkippingCosts(const Tops& tops) {
 
 // The score of a row of score `before` that is continued after `gap` scans; `skipped` is the cost of the peaks in
 // between. The cost of the gap is Huber's: with u its departure from the spacing in units of `spacingDeviation`, it is
-// u^2 / 2 up to u = 2 and linear from there on.
-inline float ContinueRow(float before, float gap, float inverseSpacing, float skipped) {
-    const float u = std::abs(gap * inverseSpacing - 1.0f) * (1.0f / spacingDeviation);
-    const float near = 0.5f * (u + 2.0f - std::abs(u - 2.0f));  // the smaller of u and 2, without a branch
-    return before - skipped - near * (u - 0.5f * near);
+// u^2 / 2 up to u = 2 and linear from there on. `Score` is a float, or several in one register, which is why it is
+// passed by reference.
+template <class Score>
+inline void ContinueRow(const Score& before, float gap, const Score& inverseSpacing, float skipped, Score& continued) {
+    const Score departure = gap * inverseSpacing - 1.0f;
+    const Score u = (departure < 0 ? -departure : departure) * (1.0f / spacingDeviation);
+    const Score near = u < 2.0f ? u : u * 0 + 2.0f;
+    continued = before - skipped - near * (u - 0.5f * near);
+}
+
+// Registers of four scores, one per class.
+typedef float FourScores __attribute__((vector_size(4 * sizeof(float))));
+
+// Raises the score `here` of each class to that of the best row that ends `min` to `max` scans earlier and is continued
+// to this scan. `before` points to the scores of all classes at this scan, `costs[gap]` is the cost of the peaks in
+// between.
+template <class Several, std::size_t count>
+inline void ContinueBest(std::array<float, count>& here, const std::array<float, count>* before, int min, int max,
+                         const std::array<float, count>& inverseSpacings, const float* costs) {
+    for (std::size_t k = 0; k < count; k += sizeof(Several) / sizeof(float)) {
+        Several best, inverse, from, value;
+        std::memcpy(&best, here.data() + k, sizeof best);
+        std::memcpy(&inverse, inverseSpacings.data() + k, sizeof inverse);
+        for (int gap = min; gap <= max; ++gap) {
+            std::memcpy(&from, before[-gap].data() + k, sizeof from);
+            ContinueRow(from, static_cast<float>(gap), inverse, costs[gap], value);
+            best = best < value ? value : best;
+        }
+        std::memcpy(here.data() + k, &best, sizeof best);
+    }
+}
+LANECALL_WIDE void ContinueRows(std::array<float, 16>& here, const std::array<float, 16>* before, int min, int max,
+                                const std::array<float, 16>& inverseSpacings, const float* costs) {
+    ContinueBest<EightFloats>(here, before, min, max, inverseSpacings, costs);
+}
+void ContinueRows(std::array<float, 4>& here, const std::array<float, 4>* before, int min, int max,
+                  const std::array<float, 4>& inverseSpacings, const float* costs) {
+    ContinueBest<FourScores>(here, before, min, max, inverseSpacings, costs);
 }
 
 template <class Classes>
@@ -118,16 +162,22 @@ class CRowSearch {
         constexpr auto cost = static_cast<float>(changeCost * Classes::step);
         for (std::size_t k = 0; k < classCount; ++k)
             from[k] = static_cast<std::uint8_t>(k);
-        const auto pass = [&](std::size_t k, std::size_t neighbour) {
-            if (here[neighbour] - cost > here[k]) {
-                here[k] = here[neighbour] - cost;
-                from[k] = from[neighbour];
-            }
+        // Upward and downward apart, so that neither waits for the other.
+        Scores down = here;
+        Changes fromAbove = from;
+        const auto pass = [](Scores& best, Changes& origins, std::size_t k, std::size_t neighbour) {
+            const float moved = best[neighbour] - cost;
+            origins[k] = moved > best[k] ? origins[neighbour] : origins[k];
+            best[k] = std::max(best[k], moved);
         };
-        for (std::size_t k = 1; k < classCount; ++k)
-            pass(k, k - 1);
-        for (std::size_t k = classCount - 1; k > 0; --k)
-            pass(k - 1, k);
+        for (std::size_t k = 1; k < classCount; ++k) {
+            pass(here, from, k, k - 1);
+            pass(down, fromAbove, classCount - 1 - k, classCount - k);
+        }
+        for (std::size_t k = 0; k < classCount; ++k) {
+            from[k] = down[k] > here[k] ? fromAbove[k] : from[k];
+            here[k] = std::max(here[k], down[k]);
+        }
     }
 
     struct Gaps {
@@ -156,13 +206,10 @@ class CRowSearch {
         Scores here;
         here.fill(Start(i, distance));
         const Gaps gaps = GapsAt(i, distance);
-        for (int gap = gaps.min; gap <= gaps.max; ++gap) {
-            const float skipped = CostBetween(i, gap, distance);
-            const Scores& before = scores[at - static_cast<std::size_t>(gap)];
-            for (std::size_t k = 0; k < classCount; ++k)
-                here[k] =
-                    std::max(here[k], ContinueRow(before[k], static_cast<float>(gap), inverseSpacings[k], skipped));
-        }
+        if (gaps.max >= 0) costs.resize(std::max(costs.size(), static_cast<std::size_t>(gaps.max) + 1));
+        for (int gap = gaps.min; gap <= gaps.max; ++gap)
+            costs[static_cast<std::size_t>(gap)] = CostBetween(i, gap, distance);
+        ContinueRows(here, scores.data() + at, gaps.min, gaps.max, inverseSpacings, costs.data());
         const float score = BaseScore(tops.height[at]);
         for (std::size_t k = 0; k < classCount; ++k)
             here[k] += score - departures[k];
@@ -179,8 +226,9 @@ class CRowSearch {
         float best = Start(i, distance);
         int bestGap = 0;
         for (int gap = gaps.min; gap <= gaps.max; ++gap) {
-            const float value = ContinueRow(scores[static_cast<std::size_t>(i - gap)][k], static_cast<float>(gap),
-                                            inverseSpacing, CostBetween(i, gap, distance));
+            float value = 0;
+            ContinueRow(scores[static_cast<std::size_t>(i - gap)][k], static_cast<float>(gap), inverseSpacing,
+                        CostBetween(i, gap, distance), value);
             if (value > best) {
                 best = value;
                 bestGap = gap;
@@ -225,6 +273,7 @@ class CRowSearch {
     const std::vector<float> skipping;
     Scores inverseRatios{};        // the given spacing in relation to that of each class
     Scores departures{};           // cost of a base in each class
+    std::vector<float> costs;      // of the peaks between the present scan and that many scans before it
     std::vector<Scores> scores;    // of the best row that ends at each scan, for each class
     std::vector<Changes> changes;  // at each scan
     int last = -1;                 // scan of the last base of the best row
