@@ -23,7 +23,7 @@ ChannelTracks SmoothingFor(const Curves& curves, ScanRange range, const PerChann
         for (int middle = range.first; middle < range.end + hop; middle += hop) {
             const int from = std::max(range.first, middle - reach), to = std::min(range.end, middle + reach);
             values.clear();
-            for (int i = from; i < to; i += 3)  // a third of the scans gives the same quantile
+            for (int i = from; i < to; i += 5)  // a fifth of the scans gives the same quantile
                 values.push_back(curves[c][static_cast<std::size_t>(i)]);
             const double height = std::max(Quantile(values, peakShare), noise[c]);
             const double low = min.At(middle);

@@ -45,9 +45,13 @@ double SaturatedShare(const Curves& curves, ScanRange range) {
 double NoiseOf(const Curve& curve, ScanRange range) {
     // Third differences leave little of a peak. For white noise of deviation 1 their deviation is sqrt(1 + 9 + 9 + 1),
     // and 30 % of the absolute values of a normal distribution lie below 0.3853 deviations.
+    // Neighbouring differences say nearly the same, so every second one is used, and of a long range some 4,000, whose
+    // quantile varies by 2 %.
+    constexpr int enough = 4000;
+    const int stride = 2 + range.Length() / enough;
     std::vector<double> differences;
-    differences.reserve(static_cast<std::size_t>(range.Length()));
-    for (int i = range.first; i + 3 < range.end; ++i) {
+    differences.reserve(static_cast<std::size_t>(range.Length() / stride + 1));
+    for (int i = range.first; i + 3 < range.end; i += stride) {
         const double* y = curve.data() + i;
         differences.push_back(std::abs(y[3] - 3 * y[2] + 3 * y[1] - y[0]));
     }

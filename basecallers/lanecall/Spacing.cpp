@@ -6,10 +6,12 @@
 #include <cmath>
 #include <complex>
 #include <cstddef>
+#include <cstring>
 #include <numbers>
 #include <utility>
 #include <vector>
 
+#include "lanecall/Processor.h"
 #include "lanecall/RunCurve.h"
 #include "lanecall/SmoothFit.h"
 
@@ -20,29 +22,44 @@ namespace {
 constexpr double windowScans = 400;  // some 30 bases: enough for a rhythm, and the spacing hardly changes within them
 constexpr double hopScans = 120;     // from window to window
 
-// A few impulses of a window as complex numbers. Each is turned by its own step from one frequency to the next, which
-// replaces a sine and a cosine per frequency. Four at a time are independent, so the processor works on all of them.
-struct Rotation {
-    static constexpr std::size_t size = 4;
-    std::array<double, size> real{}, imaginary{}, stepReal{}, stepImaginary{};
-
-    void Put(std::size_t place, double weight, double angle, double step) {
-        real[place] = weight * std::cos(angle);
-        imaginary[place] = weight * std::sin(angle);
-        stepReal[place] = std::cos(step);
-        stepImaginary[place] = std::sin(step);
+// The wave of one impulse at eight neighbouring frequencies at once.
+class CWave {
+  public:
+    // `angle` at the lowest frequency, `step` from each frequency to the next, in radians.
+    CWave(double weight, double angle, double step) {
+        const std::complex<double> turn = std::polar(1.0, step);
+        std::complex<double> wave = std::polar(weight, angle), turns = 1;
+        for (std::size_t k = 0; k < eight; ++k) {
+            real[k] = static_cast<float>(wave.real());
+            imaginary[k] = static_cast<float>(wave.imag());
+            wave *= turn;
+            turns *= turn;
+        }
+        turnReal = static_cast<float>(turns.real());
+        turnImaginary = static_cast<float>(turns.imag());
     }
-    void AddTo(std::vector<std::complex<double>>& sums) {
-        for (auto& sum : sums) {
-            sum += std::complex<double>((real[0] + real[1]) + (real[2] + real[3]),
-                                        (imaginary[0] + imaginary[1]) + (imaginary[2] + imaginary[3]));
-            for (std::size_t k = 0; k < size; ++k) {
-                const double turned = real[k] * stepReal[k] - imaginary[k] * stepImaginary[k];
-                imaginary[k] = real[k] * stepImaginary[k] + imaginary[k] * stepReal[k];
-                real[k] = turned;
-            }
+    // Adds the wave to `count` sums, a multiple of eight, at ascending frequencies. Each step turns all eight by eight
+    // frequencies, which replaces a sine and a cosine per frequency.
+    LANECALL_WIDE void AddTo(float* realSums, float* imaginarySums, std::size_t count) const {
+        EightFloats x, y, sum;
+        std::memcpy(&x, real.data(), sizeof x);
+        std::memcpy(&y, imaginary.data(), sizeof y);
+        for (std::size_t f = 0; f < count; f += eight) {
+            std::memcpy(&sum, realSums + f, sizeof sum);
+            sum += x;
+            std::memcpy(realSums + f, &sum, sizeof sum);
+            std::memcpy(&sum, imaginarySums + f, sizeof sum);
+            sum += y;
+            std::memcpy(imaginarySums + f, &sum, sizeof sum);
+            const EightFloats turned = x * turnReal - y * turnImaginary;
+            y = x * turnImaginary + y * turnReal;
+            x = turned;
         }
     }
+
+  private:
+    std::array<float, eight> real, imaginary;
+    float turnReal, turnImaginary;
 };
 
 // The frequencies, in bases per scan, at which the power of a window is computed.
@@ -52,37 +69,47 @@ struct Band {
     double At(double index) const { return lowest + step * index; }
 };
 
-// Adds the power of one channel's impulses in the window around `middle`, and to `floor` the power that they would have
-// without any rhythm.
-void AddPower(const std::vector<Impulse>& impulses, double middle, const Band& band, std::vector<double>& power,
-              double& floor) {
-    constexpr double circle = 2 * std::numbers::pi;
-    auto at = std::lower_bound(impulses.begin(), impulses.end(), middle - windowScans / 2,
-                               [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
-    std::vector<std::complex<double>> sums(band.count);
-    while (at != impulses.end() && at->scan < middle + windowScans / 2) {
-        Rotation rotation;
-        for (std::size_t k = 0; k < Rotation::size && at != impulses.end() && at->scan < middle + windowScans / 2;
-             ++k) {
+// The sums of the waves of one channel's impulses in the window around a scan.
+struct WaveSums {
+    explicit WaveSums(std::size_t frequencies)
+        : real((frequencies + eight - 1) / eight * eight), imaginary(real.size()) {}
+
+    // Returns the power that the impulses would have without any rhythm.
+    double Fill(const std::vector<Impulse>& impulses, double middle, const Band& band) {
+        constexpr double circle = 2 * std::numbers::pi;
+        std::fill(real.begin(), real.end(), 0.0f);
+        std::fill(imaginary.begin(), imaginary.end(), 0.0f);
+        double floor = 0;
+        auto at = std::lower_bound(impulses.begin(), impulses.end(), middle - windowScans / 2,
+                                   [](const Impulse& impulse, double scan) { return impulse.scan < scan; });
+        for (; at != impulses.end() && at->scan < middle + windowScans / 2; ++at) {
             const double offset = at->scan - middle;
             const double taper = 0.5 + 0.5 * std::cos(circle * offset / windowScans);
             const double weight = std::min(1.0, at->weight) * taper;
             floor += weight * weight;
-            rotation.Put(k, weight, circle * band.lowest * offset, circle * band.step * offset);
-            ++at;
+            CWave(weight, circle * band.lowest * offset, circle * band.step * offset)
+                .AddTo(real.data(), imaginary.data(), real.size());
         }
-        rotation.AddTo(sums);
+        return floor;
     }
-    for (std::size_t f = 0; f < sums.size(); ++f)
-        power[f] += std::norm(sums[f]);
-}
+    double Power(std::size_t frequency) const {
+        const double x = real[frequency], y = imaginary[frequency];
+        return x * x + y * y;
+    }
+
+    std::vector<float> real, imaginary;
+};
 
 // Power of a window at each frequency of the band, relative to peaks without rhythm: these have about 1.
 std::vector<double> PowerNear(const ImpulseLists& impulses, double middle, const Band& band) {
     std::vector<double> power(band.count, 0.0);
+    WaveSums sums(band.count);
     double floor = 0;
-    for (const auto& list : impulses)
-        AddPower(list, middle, band, power, floor);
+    for (const auto& list : impulses) {
+        floor += sums.Fill(list, middle, band);
+        for (std::size_t f = 0; f < power.size(); ++f)
+            power[f] += sums.Power(f);
+    }
     for (double& value : power)
         value /= std::max(floor, 1.0);
     return power;
@@ -93,18 +120,18 @@ std::vector<double> PowerNear(const ImpulseLists& impulses, double middle, const
 class CSpectra {
   public:
     CSpectra(const ImpulseLists& impulses, ScanRange range) {
-        for (double middle = range.first; middle < range.end + hopScans; middle += hopScans)
+        for (double middle = range.first; middle < range.end + hopScans; middle += stride * hopScans)
             windows.push_back(Broadened(PowerNear(impulses, middle, band)));
     }
-    // The sum of the windows' powers at the spacings of `curve`, which has one knot per window.
+    // The sum of the windows' powers at the spacings of `curve`, whose knots are `hopScans` apart.
     double PowerAlong(const CTrack& curve) const {
         double sum = 0;
         for (std::size_t w = 0; w < windows.size(); ++w) {
-            const double index = (1 / curve[w] - band.lowest) / band.step;
+            const double index = (1 / curve[w * stride] - band.lowest) / band.step;
             if (index >= 0 && index < static_cast<double>(band.count))
                 sum += windows[w][static_cast<std::size_t>(index)];
         }
-        return sum;
+        return sum * stride;
     }
 
   private:
@@ -123,6 +150,7 @@ class CSpectra {
     // Spacings in scans, wider than those of any run; the step of the frequencies in bases per scan, half of what a
     // window can distinguish.
     static constexpr double minSpacing = 4.5, maxSpacing = 30, step = 1 / (2 * windowScans);
+    static constexpr std::size_t stride = 2;  // knots from window to window: each peak is in one or two windows
     static constexpr Band band{1 / maxSpacing, step,
                                static_cast<std::size_t>((1 / minSpacing - 1 / maxSpacing) / step) + 1};
     std::vector<std::vector<double>> windows;
@@ -153,42 +181,57 @@ constexpr int firstRatio = -25, ratioCount = 61;  // in steps from 1
 class CRatioPath {
   public:
     void Add(const std::vector<double>& power) {
-        // Power that a change of the ratio from window to window, or a departure from 1, costs per unit of its square:
-        // 0.12 for a change of 1 %, 1 for a departure of 10 %. By trial.
-        constexpr double changeCost = 1200, departureCost = 100;
-        constexpr int reach = 8;  // steps, the greatest change from window to window
-        std::vector<double> next(ratioCount);
-        from.emplace_back();
-        for (int s = 0; s < ratioCount; ++s) {
-            double best = -1e300;
-            for (int p = std::max(0, s - reach); p <= std::min(ratioCount - 1, s + reach); ++p) {
-                const double change = (s - p) * ratioStep;
-                const double value = score[static_cast<std::size_t>(p)] - changeCost * change * change;
-                if (value > best) {
-                    best = value;
-                    from.back()[static_cast<std::size_t>(s)] = p;
-                }
+        constexpr double departureCost = 100;  // power that a departure of 1 costs, so 1 for one of 10 %; by trial
+        const Scores before = windows.empty() ? Scores{} : windows.back();
+        Scores next = before;
+        for (int change = 1; change <= reach; ++change)
+            for (int s = 0; s + change < ratioCount; ++s) {
+                const auto low = static_cast<std::size_t>(s), high = static_cast<std::size_t>(s + change);
+                next[low] = std::max(next[low], before[high] - CostOf(change));
+                next[high] = std::max(next[high], before[low] - CostOf(change));
             }
+        for (int s = 0; s < ratioCount; ++s) {
             const double departure = ratioStep * (s + firstRatio);
-            next[static_cast<std::size_t>(s)] =
-                best + power[static_cast<std::size_t>(s)] - departureCost * departure * departure;
+            next[static_cast<std::size_t>(s)] +=
+                power[static_cast<std::size_t>(s)] - departureCost * departure * departure;
         }
-        score.swap(next);
+        windows.push_back(next);
     }
     // Index of the ratio in each window.
     std::vector<std::size_t> Trace() const {
-        std::vector<std::size_t> path(from.size());
-        auto state = static_cast<std::size_t>(std::max_element(score.begin(), score.end()) - score.begin());
-        for (std::size_t w = from.size(); w-- > 0;) {
-            path[w] = state;
-            state = static_cast<std::size_t>(from[w][state]);
-        }
+        std::vector<std::size_t> path(windows.size());
+        for (std::size_t w = windows.size(); w-- > 0;)
+            path[w] = w + 1 < windows.size() ? Before(windows[w], static_cast<int>(path[w + 1])) : Best(windows[w]);
         return path;
     }
 
   private:
-    std::vector<double> score = std::vector<double>(ratioCount, 0.0);
-    std::vector<std::array<int, ratioCount>> from;
+    using Scores = std::array<double, ratioCount>;
+
+    static constexpr int reach = 8;  // steps, the greatest change from window to window
+    // Power that a change from window to window costs: 0.12 for one of 1 %, by trial.
+    static constexpr double CostOf(int change) {
+        constexpr double changeCost = 1200;
+        return changeCost * (change * ratioStep) * (change * ratioStep);
+    }
+    static std::size_t Best(const Scores& scores) {
+        return static_cast<std::size_t>(std::max_element(scores.begin(), scores.end()) - scores.begin());
+    }
+    // The ratio from which the best path came to ratio s of the next window.
+    static std::size_t Before(const Scores& scores, int s) {
+        int best = s;
+        double most = -1e300;
+        for (int p = std::max(0, s - reach); p <= std::min(ratioCount - 1, s + reach); ++p) {
+            const double value = scores[static_cast<std::size_t>(p)] - CostOf(p - s);
+            if (value > most) {
+                most = value;
+                best = p;
+            }
+        }
+        return static_cast<std::size_t>(best);
+    }
+
+    std::vector<Scores> windows;  // of the best path to each ratio
 };
 
 // The place of the top between the values: that of the parabola through three of them.
