@@ -41,7 +41,7 @@ std::optional<MessageId> Written(const std::string& path, platform::Error error)
 // Appends the record to a common file, completely or not at all.
 std::optional<MessageId> AppendRecord(const CSampleFile& sample, const std::string& path, const std::string& record) {
     if (sample.plate->InputSamples().IsWriteForbidden(path)) {
-        platform::Warn({path, " is a sample file and is not written to"});
+        platform::Warn({path, " is or leads to the place of a sample file and is not written to"});
         return MessageId::CannotOpenForWriting;
     }
     platform::AppendFile file;

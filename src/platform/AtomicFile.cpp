@@ -4,16 +4,23 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <charconv>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <optional>
 #include <set>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
+#include "platform/Ascii.h"
 #include "platform/Drives.h"
 #include "platform/Files.h"
 #include "platform/Host.h"
@@ -26,15 +33,62 @@ using host::Descriptor;
 
 constexpr int maxNumber = 1000;
 
-std::string TemporaryLeaf(int maker, int number) {
-    return ".lw" + std::to_string(maker) + '-' + std::to_string(number) + ".tmp";
+constexpr std::string_view leafStart = ".lw", leafEnd = ".tmp";
+
+// A number that stays with the installation of the system; 0 if it has none. Derived from its id, which is not meant to
+// be shown to others.
+std::uint32_t InstallationNumber() {
+    std::string id;
+    constexpr std::size_t maxIdSize = 64;
+    if (host::ReadFile("/etc/machine-id", id, maxIdSize)) return 0;
+    std::uint32_t hash = 2166136261U;  // FNV-1a
+    for (const char c : id)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    return hash;
 }
 
-// The process that made the temporary file of this name; nothing for any other name.
-std::optional<pid_t> MakerOf(const std::string& leaf) {
-    int maker = 0, number = 0;
-    const bool isRead = std::sscanf(leaf.c_str(), ".lw%d-%d", &maker, &number) == 2;
-    return isRead && leaf == TemporaryLeaf(maker, number) ? std::optional(maker) : std::nullopt;
+// A name for this machine that can be part of a file's name: its host name and, since some machines share a name such
+// as "localhost", its installation number.
+std::string MachineName() {
+    utsname system{};
+    std::string name = ::uname(&system) == 0 ? system.nodename : "";
+    constexpr std::string_view safe = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-_";
+    for (char& c : name)
+        if (safe.find(UpperAscii(c)) == std::string_view::npos) c = '_';
+    std::array<char, 16> number{};
+    std::snprintf(number.data(), number.size(), ".%08x", static_cast<unsigned>(InstallationNumber()));
+    return name + number.data();
+}
+
+const std::string& OwnMachine() {
+    static const std::string name = MachineName();
+    return name;
+}
+
+struct Maker {
+    std::string machine;
+    pid_t process;
+};
+
+// Removes the number after the last "-" of `text`, and that "-", and returns it; nothing if there is none.
+std::optional<int> TakeLastNumber(std::string_view& text) {
+    const std::size_t start = text.rfind('-') + 1;  // 0 if there is no "-"
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data() + start, text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number <= 0) return std::nullopt;
+    text = text.substr(0, start == 0 ? 0 : start - 1);
+    return number;
+}
+
+// Who made the temporary file of this name; nothing for any other name. The machine is empty in names of earlier
+// versions, which did not have it.
+std::optional<Maker> MakerOf(std::string_view leaf) {
+    if (!leaf.starts_with(leafStart) || !leaf.ends_with(leafEnd)) return std::nullopt;
+    leaf.remove_prefix(leafStart.size());
+    leaf.remove_suffix(leafEnd.size());
+    if (leaf.find('-') == std::string_view::npos || !TakeLastNumber(leaf)) return std::nullopt;
+    const auto process = TakeLastNumber(leaf);
+    return process ? std::optional(Maker{std::string(leaf), *process}) : std::nullopt;
 }
 
 // --- All paths are the host's.
@@ -57,15 +111,31 @@ Error CreateLocked(const std::string& path, Descriptor& file) {
     return EEXIST;
 }
 
-// Removes the temporary file if the process that made it has ended. The file is removed before its lock is released, so
-// if its maker has created it but not locked it yet, CreateLocked finds that it is gone and makes another one.
-void RemoveIfAbandoned(const std::string& path, pid_t maker) {
-    Descriptor file;
-    if (file.Open(path, O_RDONLY | O_NOFOLLOW)) return;
+bool IsADayOld(const struct stat& status) {
+    constexpr std::time_t day = 86400;
+    return std::time(nullptr) - status.st_mtime >= day;
+}
+
+// True if the open temporary file is without a lock and its maker has ended or must be assumed to have.
+bool IsAbandoned(const Descriptor& file, const struct stat& status, const Maker& maker) {
     const Error error = host::Try([&] { return ::flock(file.Number(), LOCK_EX | LOCK_NB); });
-    // On a volume without locks, checks whether there is a process of that number.
-    const bool isAbandoned = !error || (!(error == EWOULDBLOCK) && ::kill(maker, 0) != 0 && errno == ESRCH);
-    if (isAbandoned) ::unlink(path.c_str());
+    // EBADF: the file could only be opened for reading, and a network file system locks no such file.
+    const bool mayBeLocked = error == EWOULDBLOCK || error == EBADF;
+    if (maker.machine != OwnMachine()) return !mayBeLocked && IsADayOld(status);
+    if (error == EWOULDBLOCK) return false;
+    // The number may have been given to a new process, which may be this one; it knows that it did not make the file.
+    const bool isOwnNumber = !error && maker.process == ::getpid();
+    return isOwnNumber || (::kill(maker.process, 0) != 0 && errno == ESRCH);
+}
+
+// The file is removed before its lock is released, so if its maker has created it but not locked it yet, CreateLocked
+// finds that it is gone and makes another one.
+void RemoveIfAbandoned(const std::string& path, const Maker& maker) {
+    Descriptor file;
+    struct stat status {};
+    // A file of another user may often only be read.
+    if (file.Open(path, O_RDWR | O_NOFOLLOW, 0, &status) && file.Open(path, O_RDONLY | O_NOFOLLOW, 0, &status)) return;
+    if (S_ISREG(status.st_mode) && IsAbandoned(file, status, maker)) ::unlink(path.c_str());
 }
 
 void RemoveAbandonedFiles(const std::string& folder) {
@@ -74,10 +144,6 @@ void RemoveAbandonedFiles(const std::string& folder) {
     for (const FoundEntry& entry : entries) {
         if (const auto maker = MakerOf(entry.name)) RemoveIfAbandoned(folder + entry.name, *maker);
     }
-}
-
-Error ExchangeNames(const std::string& a, const std::string& b) {
-    return host::ExchangeNames(AT_FDCWD, a, b);
 }
 
 Error Rename(const std::string& from, const std::string& to) {
@@ -105,6 +171,10 @@ Error host::ExchangeNames(int folder, const std::string& a, const std::string& b
 #endif
 }
 
+std::string TemporaryBeginning(int process) {
+    return std::string(leafStart) + OwnMachine() + '-' + std::to_string(process) + '-';
+}
+
 Error AtomicFile::Open(const std::string& path) {
     if (IsOpen()) return EBUSY;
     failure = Create(path);
@@ -123,7 +193,7 @@ Error AtomicFile::Create(const std::string& path) {
     if (seen.insert(folder).second) RemoveAbandonedFiles(folder);
     Error error = EEXIST;
     for (int number = 1; error == EEXIST && number <= maxNumber; ++number) {
-        temporary = folder + TemporaryLeaf(::getpid(), number);
+        temporary = folder + TemporaryBeginning(::getpid()) + std::to_string(number) + std::string(leafEnd);
         error = CreateLocked(temporary, file);
     }
     return error;
@@ -141,35 +211,39 @@ void AtomicFile::Write(std::span<const std::string_view> parts) {
     if (!failure) failure = file.WriteAt(parts, 0);
 }
 
-template <class GiveName>
-Error AtomicFile::Finish(GiveName giveName) {
+Error AtomicFile::Commit() {
     if (!IsOpen()) return failure ? failure : EBADF;
     // A full disk may be reported only by close. The second descriptor keeps the lock until the file is renamed.
     const int lock = ::fcntl(file.Number(), F_DUPFD_CLOEXEC, 0);
     if (const Error closed = file.Close(); !failure) failure = closed;
-    if (!failure) failure = giveName();
+    if (!failure) failure = Rename(temporary, target);
     if (lock >= 0) ::close(lock);
     if (failure) Discard();
     temporary.clear();
     return failure;
 }
 
-Error AtomicFile::Commit() {
-    return Finish([&] { return Rename(temporary, target); });
-}
-
-Error AtomicFile::CommitKeeping(const std::string& former) {
+Error AtomicFile::CommitKeeping(const std::string& former, struct stat& status) {
+    if (!IsOpen()) return failure ? failure : EBADF;
     const auto keptName = NativePath(former);
     if (!failure) failure = keptName ? CopyRights(file, target) : ENOENT;
-    return Finish([&] {
-        if (const Error error = ExchangeNames(temporary, target)) return error;
-        const Error error = Rename(temporary, *keptName);
-        if (!error) return success;
-        // Undo the exchange. If that fails too, the new file keeps the name and the former one is removed.
-        if (!ExchangeNames(temporary, target)) return error;
-        ::unlink(temporary.c_str());
-        return success;
-    });
+    if (!failure) failure = file.Sync();  // reports what close would
+    if (!failure && ::fstat(file.Number(), &status) != 0) failure = errno;
+    if (!failure) failure = ExchangeNames(*keptName);
+    if (failure) Discard();
+    file.CloseQuietly();
+    temporary.clear();
+    return failure;
+}
+
+Error AtomicFile::ExchangeNames(const std::string& former) {
+    if (const Error error = host::ExchangeNames(AT_FDCWD, temporary, target)) return error;
+    const Error error = Rename(temporary, former);
+    if (!error) return success;
+    // Undo the exchange. If that fails too, the new file keeps the name and the former one is removed.
+    if (!host::ExchangeNames(AT_FDCWD, temporary, target)) return error;
+    ::unlink(temporary.c_str());
+    return success;
 }
 
 void AtomicFile::Discard() {

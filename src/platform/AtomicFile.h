@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 // A file that appears whole under its name or not at all.
 //
-// It is written under a temporary name in the same folder, ".lw" PROCESS "-" NUMBER ".tmp", and renamed when it is
-// complete. Whoever opens the name finds the former file or the new one, even if the program is killed meanwhile. The
-// process that writes a temporary file keeps it locked (flock), so one without a lock was left by a process that has
-// ended; the first AtomicFile of a process in a folder removes those.
+// It is written under a temporary name in the same folder, ".lw" MACHINE "-" PROCESS "-" NUMBER ".tmp", and renamed
+// when it is complete. Whoever opens the name finds the former file or the new one, even if the program is killed
+// meanwhile. The process that writes a temporary file keeps it locked (flock). The first AtomicFile of a process in a
+// folder removes those that were left there: files without a lock whose process on this machine has ended, and files of
+// other machines, whose processes cannot be looked up from here, that are a day old.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +16,12 @@
 #include "platform/Descriptor.h"
 #include "platform/Error.h"
 
+struct stat;
+
 namespace platform {
+
+// The beginning of all temporary names that a process of this number makes on this machine.
+std::string TemporaryBeginning(int process);
 
 class AtomicFile {
   public:
@@ -40,18 +46,17 @@ class AtomicFile {
     // Closes the file and renames it, replacing a file of that name. Returns the first error since Open; after an error
     // what was at that name is unchanged and the new file is removed.
     Error Commit();
-    // The same, but the two files exchange their names, and the former file is then renamed to `former`, replacing a
-    // file of that name. The new file takes over permissions and owner. Also an error if there is no regular file to
-    // exchange with (EINVAL), or if the volume cannot exchange names.
-    Error CommitKeeping(const std::string& former);
+    // The same, but the new file is first brought to the disk, then the two files exchange their names, and the former
+    // file is renamed to `former`, replacing a file of that name. The new file takes over permissions and owner, and is
+    // locked until all this is done. Also an error if there is no regular file to exchange with (EINVAL), or if the
+    // volume cannot exchange names. `status` receives the result of fstat for the new file.
+    Error CommitKeeping(const std::string& former, struct stat& status);
     // Removes the temporary file; nothing happens if there is none.
     void Discard();
 
   private:
     Error Create(const std::string& path);
-    // Closes the file and calls `giveName` to rename it; removes it after an error.
-    template <class GiveName>
-    Error Finish(GiveName giveName);
+    Error ExchangeNames(const std::string& former);
 
     std::string target, temporary;  // in the host's form
     host::Descriptor file;

@@ -136,6 +136,11 @@ Error Descriptor::Truncate(std::uint64_t length) {
     return Try([&] { return ::ftruncate(fd, static_cast<off_t>(length)); });
 }
 
+Error Descriptor::Sync() {
+    const Error error = Try([&] { return ::fsync(fd); });
+    return error == EINVAL ? success : error;
+}
+
 Error Descriptor::Close() {
     if (!IsOpen()) return success;
     // The descriptor is closed even when close was interrupted by a signal, so there is no second try.

@@ -46,6 +46,8 @@ class Descriptor {
     // Writes the concatenation of `parts`, from its byte `from` on, to the same position in the file.
     Error WriteAt(std::span<const std::string_view> parts, std::uint64_t from);
     Error Truncate(std::uint64_t length);
+    // Waits until the file's data is on the disk. Success for pipes and devices, for which that is not supported.
+    Error Sync();
     // Closes the descriptor, which counts as closed whatever the result. Success if it was not open.
     Error Close();
     // For clean-up and after reading, when nothing depends on the result.

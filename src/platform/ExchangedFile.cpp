@@ -57,6 +57,17 @@ bool IsForbidden(Error error) {
     return error == EACCES || error == EPERM;
 }
 
+// Reads an open file of `size` bytes.
+Error ReadWhole(Descriptor& file, std::int64_t size, std::size_t limit, std::string& text) {
+    if (size > static_cast<std::int64_t>(limit)) return EFBIG;
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    std::size_t got = 0;
+    if (const Error error = file.ReadAt(std::as_writable_bytes(std::span(bytes)), 0, got)) return error;
+    bytes.resize(got);
+    text = std::move(bytes);
+    return success;
+}
+
 }  // namespace
 
 // --- A turn
@@ -65,72 +76,94 @@ Error ExchangedFile::Begin(const std::string& path) {
     End();
     const auto native = NativePath(path);
     if (!native) return ENOENT;
-    Error error = Find(*native);
-    if (!error && !IsAsWritten()) {
-        // Opening it, or creating it, is the only way to be sure that it can be written.
-        error = OpenFile(O_CREAT);
-    }
+    const Error error = FindAndOpen(*native);
     if (error) End();
     return error;
 }
 
 void ExchangedFile::End() {
-    open.CloseQuietly();
     folder.CloseQuietly();
+    open.CloseQuietly();
 }
 
-// Follows links to where the file is, opens and locks its folder, and sets `now` to the state of the file, or to {} if
-// it does not exist yet.
-Error ExchangedFile::Find(std::string path) {
-    for (int links = 0; links <= maxLinks; ++links) {
+// Follows links to where the file is, opens and locks it, and sets `now` to its state.
+Error ExchangedFile::FindAndOpen(std::string path) {
+    int waited = 0;
+    for (int links = 0; links <= maxLinks;) {
         const std::size_t leafAt = path.rfind('/') + 1;  // 0 when there is no separator
         hostPath = path;
         leaf = path.substr(leafAt);
         formerLeaf = leaf + ".temp";
-        now = {};
-        if (const Error error = OpenFolder(leafAt == 0 ? "." : path.substr(0, leafAt))) return error;
-        struct stat status {};
-        if (::fstatat(folder.Number(), leaf.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-            return errno == ENOENT ? success : Error(errno);
-        now = StateFrom(status);
-        if (!S_ISLNK(status.st_mode)) return S_ISREG(status.st_mode) ? success : ENXIO;
-        std::string target(static_cast<std::size_t>(std::max<off_t>(status.st_size, 1024)), '\0');
-        const ssize_t length = ::readlinkat(folder.Number(), leaf.c_str(), target.data(), target.size());
-        if (length < 0) return errno;
-        target.resize(static_cast<std::size_t>(length));
-        path = target.starts_with('/') ? target : path.substr(0, leafAt) + target;
+        Error error = OpenFile();
+        if (!error) error = LockFile(waited);
+        if (error == ELOOP) {
+            ++links;
+            path = host::ReadLink(path).value_or(path);
+        } else if (!(error == ESTALE)) {
+            return error;
+        } else if (++waited >= host::lockTimeout) {
+            return EBUSY;
+        } else {
+            Sleep(1);
+        }
     }
     return ELOOP;
 }
 
-Error ExchangedFile::OpenFolder(const std::string& path) {
-    Error error = folder.OpenFolder(path, O_RDONLY);
-    // A folder that may be searched but not read can only be opened with O_PATH, and then not locked.
-    if (error == EACCES) error = folder.OpenFolder(path, O_PATH);
-    return error ? error : host::Lock(folder);
-}
-
-Error ExchangedFile::OpenFile(int flags) {
+// Opens the file at `hostPath`, which is created if it is missing. ELOOP for a link, ESTALE if somebody else has just
+// created it.
+Error ExchangedFile::OpenFile() {
     struct stat status {};
     Error error = EWOULDBLOCK;
     for (int i = 0; i < tries && IsHeld(error); ++i) {
         if (i > 0) Sleep(pauseBetweenTries);
-        error = open.OpenAt(folder, leaf, O_RDWR | O_NOFOLLOW | flags, 0666, &status);
+        error = open.Open(hostPath, O_RDWR | O_NOFOLLOW, 0, &status);
     }
-    if (!error) now = StateFrom(status);
-    return error;
+    isNew = error == ENOENT;
+    if (!isNew) return error || S_ISREG(status.st_mode) ? error : ENXIO;
+    error = open.Create(hostPath, 0666);
+    return error == EEXIST ? ESTALE : error;
+}
+
+// Locks the open file. ESTALE, with the file closed, if it has lost its name to another one meanwhile.
+Error ExchangedFile::LockFile(int& waited) {
+    if (const Error error = host::Lock(open, waited)) return error;
+    // Opening the folder only now makes a network file system look at it again.
+    if (const Error error = OpenFolder()) return error;
+    struct stat status {};
+    if (::fstat(open.Number(), &status) == 0) {
+        now = StateFrom(status);
+        if (StateOf(leaf).identity == now.identity) return success;
+    }
+    open.CloseQuietly();
+    return ESTALE;
+}
+
+Error ExchangedFile::OpenFolder() {
+    const std::string path = leaf.size() == hostPath.size() ? "." : hostPath.substr(0, hostPath.size() - leaf.size());
+    const Error error = folder.OpenFolder(path, O_RDONLY);
+    // A folder that may be searched but not read can only be opened with O_PATH.
+    return error == EACCES ? folder.OpenFolder(path, O_PATH) : error;
 }
 
 Error ExchangedFile::Read(std::string& text, std::size_t limit) {
-    if (!open.IsOpen())
-        if (const Error error = OpenFile(0)) return error;
-    if (now.size > static_cast<std::int64_t>(limit)) return EFBIG;
-    std::string bytes(static_cast<std::size_t>(now.size), '\0');
-    std::size_t got = 0;
-    if (const Error error = open.ReadAt(std::as_writable_bytes(std::span(bytes)), 0, got)) return error;
-    bytes.resize(got);
+    std::string bytes;
+    if (const Error error = ReadWhole(open, now.size, limit, bytes)) return error;
+    // After a power cut some volumes show zeros in the place of what was not yet on the disk.
+    const bool isEmpty = bytes.find_first_not_of('\0') == std::string::npos;
+    if (isEmpty && !isNew)
+        if (const Error error = ReadFormer(bytes, limit)) return error;
     text = std::move(bytes);
     return success;
+}
+
+// Leaves `text` as it is if there is no former state.
+Error ExchangedFile::ReadFormer(std::string& text, std::size_t limit) const {
+    Descriptor second;
+    struct stat status {};
+    const Error error = second.OpenAt(folder, formerLeaf, O_RDONLY | O_NOFOLLOW, 0, &status);
+    if (error == ENOENT || error == ELOOP || error == ENXIO) return success;
+    return error ? error : ReadWhole(second, status.st_size, limit, text);
 }
 
 FileState ExchangedFile::StateOf(const std::string& name) const {
@@ -161,9 +194,11 @@ Error ExchangedFile::WriteNewFile(Parts parts) {
     AtomicFile next;
     if (const Error error = next.Open(hostPath)) return error;
     next.Write(parts);
-    if (const Error error = next.CommitKeeping(FormerPath())) return error;
-    file = StateOf(leaf);
-    former = StateOf(formerLeaf);
+    struct stat status {};
+    if (const Error error = next.CommitKeeping(FormerPath(), status)) return error;
+    // The names are not looked up for this, since the next process may begin its turn at the new file already.
+    file = StateFrom(status);
+    former = now;
     sameAsFormer = 0;
     return success;
 }
@@ -191,8 +226,10 @@ Error ExchangedFile::OverwriteFormer(Parts parts, std::uint64_t same, std::uint6
 
 Error ExchangedFile::WriteInPlace(Parts parts, std::uint64_t total) {
     std::string text;
-    if (const Error error = Read(text, static_cast<std::size_t>(now.size))) return error;
-    if (const Error error = KeepFormer(text); error && !IsForbidden(error)) return error;
+    if (const Error error = ReadWhole(open, now.size, static_cast<std::size_t>(now.size), text)) return error;
+    // A former state is not replaced by an empty one, which may be all that a power cut has left of the file.
+    if (!text.empty() || StateOf(formerLeaf).size <= 0)
+        if (const Error error = KeepFormer(text); error && !IsForbidden(error)) return error;
     Error error = open.WriteAt(parts, 0);
     if (!error && text.size() > total) error = open.Truncate(total);
     if (error) {
@@ -201,8 +238,10 @@ Error ExchangedFile::WriteInPlace(Parts parts, std::uint64_t total) {
         std::ignore = open.WriteAt({&whole, 1}, 0);
         std::ignore = open.Truncate(text.size());
     }
-    open.CloseQuietly();
-    file = StateOf(leaf);
+    // A network file system settles the time of the last change only when the data is on the server.
+    if (!error && !canExchange) error = open.Sync();
+    struct stat status {};
+    file = ::fstat(open.Number(), &status) == 0 ? StateFrom(status) : FileState();
     return error;
 }
 

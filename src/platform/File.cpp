@@ -68,12 +68,6 @@ Error File::Truncate(std::int64_t length) {
     return host::Try([&] { return ::ftruncate(descriptor.Number(), length); });
 }
 
-Error File::Flush() {
-    const Error error = host::Try([&] { return ::fsync(descriptor.Number()); });
-    // fsync is not supported for pipes and devices.
-    return error == EINVAL ? success : error;
-}
-
 Error ReadFile(const std::string& path, std::string& text, std::size_t limit) {
     const auto native = NativePath(path);
     return native ? host::ReadFile(*native, text, limit) : ENOENT;

@@ -48,7 +48,7 @@ class File {
     // Cuts the file, or extends it with zeros, to `length` bytes.
     Error Truncate(std::int64_t length);
     // Waits until the file's data is on the disk.
-    Error Flush();
+    Error Flush() { return descriptor.Sync(); }
     // Closes the file, which counts as closed whatever the result. Success if it was not open.
     Error Close() { return descriptor.Close(); }
     // For clean-up and after reading, when nothing depends on the result.
@@ -86,8 +86,13 @@ std::optional<FileIdentity> IdentityOf(const std::string& path);
 bool IsSameFile(const std::string& a, const std::string& b);
 // The identity of `path` itself: of a symbolic link, not of the file that it leads to.
 std::optional<FileIdentity> IdentityOfName(const std::string& path);
-// Where a symbolic link at `path` finally leads, as a full host path. Nothing if it is not a link or leads to nothing.
-std::optional<std::string> LinkTarget(const std::string& path);
+// The host paths through which a symbolic link at `path` leads, its own first; the last one is no link, and maybe
+// nothing is there. Empty if `path` is not a link or leads in circles.
+std::vector<std::string> LinkPaths(const std::string& path);
+// Why there is nothing at `path` that can be examined; success if there is something.
+Error Examine(const std::string& path);
+// True if there is something other than a folder at `path`.
+bool IsOtherThanFolder(const std::string& path);
 // Bytes that this user may still write to the volume of `path`, or of the working folder if `path` is empty.
 std::optional<std::uint64_t> FreeBytes(const std::string& path);
 

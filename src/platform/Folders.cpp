@@ -8,9 +8,7 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
-#include <memory>
 #include <tuple>
 
 #include "platform/Console.h"
@@ -84,11 +82,38 @@ std::optional<FileIdentity> IdentityOfName(const std::string& path) {
     return FileIdentity{status.st_dev, status.st_ino};
 }
 
-std::optional<std::string> LinkTarget(const std::string& path) {
+std::optional<std::string> host::ReadLink(const std::string& path) {
+    std::string target(1024, '\0');
+    while (true) {
+        const ssize_t length = Retry([&] { return ::readlink(path.c_str(), target.data(), target.size()); });
+        if (length < 0) return std::nullopt;
+        if (static_cast<std::size_t>(length) < target.size()) {
+            target.resize(static_cast<std::size_t>(length));
+            return target.starts_with('/') ? target : path.substr(0, path.rfind('/') + 1) + target;
+        }
+        target.resize(target.size() * 2);
+    }
+}
+
+std::vector<std::string> LinkPaths(const std::string& path) {
+    constexpr std::size_t maxLinks = 40;
+    std::vector<std::string> paths;
+    for (auto next = NativePath(path); next; next = host::ReadLink(*next)) {
+        if (paths.size() > maxLinks) return {};
+        paths.push_back(*next);
+    }
+    if (paths.size() == 1) paths.clear();
+    return paths;
+}
+
+Error Examine(const std::string& path) {
     struct stat status {};
-    if (NameStatus(path, status) || !S_ISLNK(status.st_mode)) return std::nullopt;
-    const std::unique_ptr<char, void (*)(void*)> end(::realpath(NativePath(path)->c_str(), nullptr), std::free);
-    return end ? std::optional<std::string>(end.get()) : std::nullopt;
+    return Status(path, status);
+}
+
+bool IsOtherThanFolder(const std::string& path) {
+    struct stat status {};
+    return !Status(path, status) && !S_ISDIR(status.st_mode);
 }
 
 std::optional<std::uint64_t> FreeBytes(const std::string& path) {

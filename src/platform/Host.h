@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cerrno>
+#include <optional>
 #include <string>
 
 #include "platform/Error.h"
@@ -23,6 +24,9 @@ template <class Call>
 Error Try(Call call) {
     return Retry(call) == -1 ? Error(errno) : success;
 }
+
+// The path to which a symbolic link at the host path `path` leads directly; nothing if there is no link.
+std::optional<std::string> ReadLink(const std::string& path);
 
 // Exchanges the names of two files in `folder`, a descriptor (AT_FDCWD for host paths), in one atomic step. EINVAL,
 // ENOSYS or EOPNOTSUPP if the volume does not support that.

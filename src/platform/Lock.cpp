@@ -12,13 +12,17 @@
 namespace platform::host {
 
 Error Lock(const Descriptor& file) {
-    constexpr int timeout = 5000, maxPause = 50;  // ms
     int waited = 0;
+    return Lock(file, waited);
+}
+
+Error Lock(const Descriptor& file, int& waited) {
+    constexpr int maxPause = 50;  // ms
     // Locks are held for a short time only, so the first tries follow each other quickly.
     for (int pause = 1;; pause = std::min(2 * pause, maxPause)) {
         const Error error = Try([&] { return ::flock(file.Number(), LOCK_EX | LOCK_NB); });
         if (!(error == EWOULDBLOCK)) return success;
-        if (waited >= timeout) return EBUSY;
+        if (waited >= lockTimeout) return EBUSY;
         Sleep(pause);
         waited += pause;
     }

@@ -30,12 +30,17 @@ void CPlate::AddToMarkupLog(const std::string& path, std::int32_t section) try {
     };
     // Moved out of the records, and back only if everything succeeds; otherwise the next entry reads the file again.
     std::unique_ptr<CHtmlFile> log = std::move(records->markup);
-    if (!log) log = std::make_unique<CHtmlFile>();
+    if (!log) {
+        // Checked before a file is made.
+        if (InputSamples().IsWriteForbidden(logPath)) return warn("it is or leads to the place of a sample file");
+        log = std::make_unique<CHtmlFile>();
+    }
     if (const platform::Error error = log->Open(logPath)) return warn(error.Text());
     if (!log->IsOwn() &&
         (InputSamples().IsWriteForbidden(logPath) || InputSamples().IsReplaceForbidden(log->FormerPath())))
         return warn("it or its former state is a sample file");
-    if (section < 0 || section >= std::ssize(log->sections)) return warn("it cannot be read");
+    if (section < 0 || section >= std::ssize(log->sections))
+        return warn(log->readError ? log->readError.Text() : "there is no such section");
     log->sections[static_cast<std::size_t>(section)].entries.Add(path);
     log->WriteSections();
     log->Close();

@@ -48,7 +48,8 @@ platform::Error CQXIniFile::Open(const std::string& filePath) {
 void CQXIniFile::ReadSections() {
     DefineSections();
     written.clear();
-    if (file.Read(text, maxFileSize))
+    readError = file.Read(text, maxFileSize);
+    if (readError)
         sections.clear();  // so that nothing is written over a file that could not be read
     else
         Parse();

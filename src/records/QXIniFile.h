@@ -51,6 +51,7 @@ class CQXIniFile : public CObject {
     std::string path;
     std::string text;                   // the whole file, while it is being read
     std::vector<CIniSection> sections;  // in the order of the file
+    platform::Error readError;          // of the last ReadSections
 
     const CRuntimeClass& GetRuntimeClass() const override;
     // Begins a turn at the file `filePath`, sets `path` to it and brings `sections` up to date. Creates the file if it

@@ -26,11 +26,15 @@ struct CloseAtExit {
 
 void CPlate::Log(const std::string& text) {
     const std::string path = scan.folder + "\\basecall.log";
+    constexpr std::string_view isSample = "it is or leads to the place of a sample file";
+    // Checked before a file is made, and again whenever another file has the name.
+    if (records->log == platform::FileIdentity{} && InputSamples().IsWriteForbidden(path))
+        return WarnOfLoss(records->hasWarnedOfLog, path, isSample);
     if (const platform::Error error = logFile.Open(path))
         return WarnOfLoss(records->hasWarnedOfLog, path, error.Text());
     const CloseAtExit closeAtExit{logFile};
     if (logFile.Identity() != records->log && InputSamples().IsWriteForbidden(path))
-        return WarnOfLoss(records->hasWarnedOfLog, path, "it is a sample file");
+        return WarnOfLoss(records->hasWarnedOfLog, path, isSample);
     records->log = logFile.Identity();
     const platform::Error added = logFile.Append(text);
     // Closed after every text, so that other programs can read all of it during a run and after a crash.

@@ -11,7 +11,7 @@ namespace {
 
 bool HasTrailer(const std::string& path) {
     CRsdFile file;
-    return !file.Open(path, true) && !file.ReadTrailer();
+    return !file.Open(path, true) && file.IsSurelySample();
 }
 
 }  // namespace
@@ -41,9 +41,12 @@ bool CInputSamples::Has(const platform::FileIdentity& file) const {
 }
 
 bool CInputSamples::IsWriteForbidden(const std::string& path) const {
-    if (const auto file = platform::IdentityOf(path); !file || Has(*file)) return file.has_value();
-    const auto target = platform::LinkTarget(path);
-    return target && (HasSampleExtension(*target) || HasTrailer(path));
+    const auto file = platform::IdentityOf(path);
+    if (file && Has(*file)) return true;
+    const std::vector<std::string> links = platform::LinkPaths(path);
+    if (links.empty()) return false;
+    if (file) return HasSampleExtension(links.back()) || HasTrailer(path);
+    return std::any_of(links.begin(), links.end(), HasSampleExtension);
 }
 
 bool CInputSamples::IsReplaceForbidden(const std::string& path) const {

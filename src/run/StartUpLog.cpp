@@ -6,12 +6,25 @@
 #include "platform/Console.h"
 #include "platform/Error.h"
 #include "platform/Files.h"
+#include "run/InputSamples.h"
 
 namespace startuplog {
 
 namespace {
 
 constexpr const char* name = "BaseCallStartUp.log";
+
+bool LeadsToSample(const std::string& path) {
+    // As a single input file: is it a sample, whatever its name?
+    return CInputSamples({}, {path}, {}).IsWriteForbidden(path);
+}
+
+// True if there is a sample file in the log's place, which must not be changed.
+bool IsForbidden() {
+    static const auto folder = platform::ProgramFolder();
+    static const bool isForbidden = folder && LeadsToSample(*folder + name);
+    return isForbidden;
+}
 
 platform::Error Add(platform::OpenMode mode, std::string_view text) {
     const auto folder = platform::ProgramFolder();
@@ -24,6 +37,7 @@ platform::Error Add(platform::OpenMode mode, std::string_view text) {
 }
 
 void Write(platform::OpenMode mode, std::string_view text) {
+    if (IsForbidden()) return;
     const platform::Error error = Add(mode, text);
     // An installation folder that users cannot write to is normal; it simply has no start-up log.
     if (!error || error == EACCES || error == EPERM || error == EROFS) return;
@@ -33,6 +47,7 @@ void Write(platform::OpenMode mode, std::string_view text) {
 }  // namespace
 
 void Begin() {
+    if (IsForbidden()) platform::Warn({name, " is or leads to the place of a sample file and is not written"});
     Write(platform::OpenMode::CreateOrEmpty, "Starting Lanewright.exe\n");
 }
 

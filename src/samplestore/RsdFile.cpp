@@ -67,9 +67,18 @@ Error CRsdFile::ReadTrailer() {
     auto image = std::make_unique<CRsdTrailer>();
     if (const Error error = ReadAll(file, std::as_writable_bytes(std::span(image->bytes)))) return error;
     if (!image->IsVersionValid()) return malformed;
+    storedTreeSize = image->TreeSize();
     image->SetSizes(image->TotalSize(), RoundUp4(image->TreeSize()));
     trailer = std::move(image);
     return success;
+}
+
+bool CRsdFile::IsSurelySample() {
+    std::int64_t length = 0;
+    if (ReadTrailer() || file.Length(length)) return false;
+    const std::uint32_t total = trailer->TotalSize();
+    if (total == 0) return storedTreeSize == 0;
+    return total == std::uint64_t{storedTreeSize} + CRsdTrailer::size && total <= length;
 }
 
 // Moves to `size` bytes before the end; a shorter file is malformed.

@@ -45,6 +45,9 @@ class CRsdFile {
     // Reads the trailer unless it has been read already. `malformed` if the file has no valid one and so is not a
     // sample.
     Error ReadTrailer();
+    // True if the file has a valid trailer whose sizes fit each other and the file. ReadTrailer alone may take the end
+    // of a text for a trailer, since its bytes may look like a version.
+    bool IsSurelySample();
     // Gives the description in the file or, after WriteInfo, the new one.
     Error ReadInfo(CSampleInfo& out);
     // Replaces the description.
@@ -85,6 +88,7 @@ class CRsdFile {
     CSampleInfo info;
     bool infoDirty = false;
     std::unique_ptr<CRsdTrailer> trailer;  // null until the first read or store
+    std::uint32_t storedTreeSize = 0;      // as the file has it; in `trailer` it is rounded up
     std::vector<std::uint8_t> tree;        // the tree block
     std::vector<ScanRecord> scans;         // the new scan block; the one in the file is only read on demand
     bool scansDirty = false;

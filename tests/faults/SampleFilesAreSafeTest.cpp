@@ -45,9 +45,10 @@ class SampleFilesAreSafe : public programtest::ProgramTest {
         if (!link.empty()) {
             EXPECT_EQ((isSymbolic ? ::symlink : ::link)(Path(sample).c_str(), Path(link).c_str()), 0);
         }
-        const std::string before = temp.Read(sample);
+        const std::string before = temp.Has(sample) ? temp.Read(sample) : "";
         const RunResult run = Run("-IP plate -OD out -BC " + words, "timeout 60");
         EXPECT_EQ(run.exitCode, 0);
+        if (before.empty()) return run;
         if (!temp.Has(sample))
             ADD_FAILURE() << sample << " is gone";
         else
@@ -76,6 +77,52 @@ TEST_F(SampleFilesAreSafe, WhereverALinkToThemLies) {
                     EXPECT_NE(run.errors.find("lanewright: warning: "), std::string::npos) << run.errors;
                 }
             }
+}
+
+// Nor does a link make a file that looks like a sample.
+TEST_F(SampleFilesAreSafe, NoneIsMadeThroughALink) {
+    for (const auto& [name, becomes] : written) {
+        SCOPED_TRACE(name);
+        const RunResult run = RunWith("elsewhere/none.rsd", name, true, "-ABD -SCF -FA -FAP -FAG -RAW_TXT -PROC_TXT");
+        EXPECT_FALSE(temp.Has("elsewhere/none.rsd"));
+        // The former state of the log is renamed, which needs no look at what has the name.
+        if (becomes == LinkIs::Kept && std::string(name) != "plate/log.xml.temp") {
+            EXPECT_GE(CountOf("place of a sample file", run.errors), 1u) << run.errors;
+        }
+    }
+    for (const char* fasta : {"-FA out/all.seq", "-FA_ out/all.seq"}) {
+        const RunResult run = RunWith("elsewhere/none.rsd", "out/all.seq", true, fasta);
+        EXPECT_FALSE(temp.Has("elsewhere/none.rsd"));
+        EXPECT_TRUE(std::filesystem::is_symlink(Path("out/all.seq")));
+        EXPECT_EQ(CountOf("cannot open file out/all.seq for writing \r\n", run.output), 2u) << run.output;
+    }
+}
+
+TEST_F(SampleFilesAreSafe, StartUpLogIsNone) {
+    for (const char* sample : {"elsewhere/c.rsd", "elsewhere/d.data"})
+        for (const bool isSymbolic : {true, false}) {
+            std::filesystem::remove(Path("bin/BaseCallStartUp.log"));
+            const RunResult run = RunWith(sample, "bin/BaseCallStartUp.log", isSymbolic, "");
+            EXPECT_EQ(CountOf("BaseCallStartUp.log is or leads to the place of a sample file", run.errors), 1u);
+        }
+}
+
+// The 25th byte from the end of a sequence is often that of a version.
+TEST_F(SampleFilesAreSafe, TextIsNotTakenForOne) {
+    constexpr std::uint32_t scans = 10990;  // 1,099 bases, longer than a trailer
+    for (const char* name : {"plate/a.rsd", "plate/b.rsd", "plate/c.rsd"})
+        MakeSample(name, 500, scans);
+    const std::string plateFile = "out/plate_T10_QX1/FASTA/plate_T10_QX1.seq";
+    temp.MakeFolder("out/plate_T10_QX1/FASTA");
+    temp.MakeFolder("far");
+    const std::vector<std::string> files{"all.seq", "out/out.seq", plateFile};
+    for (const std::string& file : files)
+        std::filesystem::create_symlink(Path("far/" + std::filesystem::path(file).filename().string()), Path(file));
+    EXPECT_EQ(Run("-IP plate -OD out -BC -FA_ all.seq -FAG -FAP").errors, "");
+    for (const std::string& file : files) {
+        EXPECT_TRUE(std::filesystem::is_symlink(Path(file))) << file;
+        EXPECT_EQ(CountOf("\t1099\tQuillion", temp.Read(file)), 3u) << file;
+    }
 }
 
 TEST_F(SampleFilesAreSafe, FastaFileMayNotBeOne) {

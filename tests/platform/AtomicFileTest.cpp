@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/AtomicFile.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
+#include <chrono>
 #include <csignal>
 
 #include "support/TempFolder.h"
@@ -32,7 +36,10 @@ TEST(AtomicFile, GetsItsNameWhenItIsComplete) {
         ASSERT_EQ(file.Open(folder.Path("a")), 0);
         EXPECT_EQ(file.Open(folder.Path("b")), EBUSY);
         ASSERT_EQ(second.Open(folder.Path("a")), 0);
-        EXPECT_NE(file.TemporaryName().find(std::to_string(::getpid())), std::string::npos);
+        EXPECT_TRUE(file.TemporaryName().starts_with(folder.Path(platform::TemporaryBeginning(::getpid()))));
+        std::array<char, 65> machine{};
+        ASSERT_EQ(::gethostname(machine.data(), machine.size() - 1), 0);
+        EXPECT_NE(file.TemporaryName().find(machine.data()), std::string::npos);
         file.Write("one ");
         file.Write("two");
         EXPECT_EQ(folder.Read("a"), "of somebody");
@@ -85,15 +92,38 @@ TEST(AtomicFile, WhatAKilledProcessLeftGoesWithTheNextFile) {
     };
     const pid_t killed = begin(), alive = begin();
     end(killed);
+    const auto named = [](pid_t process, const char* number) {
+        return platform::TemporaryBeginning(process) + number + ".tmp";
+    };
     // A number may come again: this process lives, but it did not make the file.
-    folder.Write(".lw" + std::to_string(::getpid()) + "-7.tmp", "left");
-    folder.Write(".lwnotes.tmp", "of somebody");
+    folder.Write(named(::getpid(), "7"), "left");
+    folder.Write(named(alive, "8"), "without a lock, as on a volume that has none");
+    // Here nobody knows whether the processes of another machine live.
+    const std::string there = ".lwfar-away.00c0ffee-" + std::to_string(killed);
+    const auto makeOld = [&](const std::string& name) {
+        std::filesystem::last_write_time(folder.Write(name, "left"),
+                                         std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
+    };
+    folder.Write(there + "-1.tmp", "new");
+    makeOld(there + "-2.tmp");
+    makeOld(there + "-3.tmp");
+    makeOld(".lw" + std::to_string(killed) + "-4.tmp");  // of a version that did not name the machine
+    folder.Write(".lw" + std::to_string(killed) + "-5.tmp", "new");
+    makeOld(".lwnotes.tmp");
+    makeOld(".lwmy-notes-x.tmp");
+    const int locked = ::open(folder.Path(there + "-3.tmp").c_str(), O_RDWR);
+    ASSERT_EQ(::flock(locked, LOCK_EX), 0);
+
     AtomicFile file;
     ASSERT_EQ(file.Open(folder.Path("a")), 0);
-    EXPECT_FALSE(folder.Has(".lw" + std::to_string(killed) + "-1.tmp"));
-    EXPECT_FALSE(folder.Has(".lw" + std::to_string(::getpid()) + "-7.tmp"));
-    EXPECT_TRUE(folder.Has(".lw" + std::to_string(alive) + "-1.tmp"));
-    EXPECT_TRUE(folder.Has(".lwnotes.tmp"));
+    for (const std::string& gone :
+         {named(killed, "1"), named(::getpid(), "7"), there + "-2.tmp", ".lw" + std::to_string(killed) + "-4.tmp"})
+        EXPECT_FALSE(folder.Has(gone)) << gone;
+    for (const std::string& kept :
+         {named(alive, "1"), named(alive, "8"), there + "-1.tmp", there + "-3.tmp",
+          ".lw" + std::to_string(killed) + "-5.tmp", std::string(".lwnotes.tmp"), std::string(".lwmy-notes-x.tmp")})
+        EXPECT_TRUE(folder.Has(kept)) << kept;
+    ::close(locked);
     end(alive);
     ::close(ready[0]);
     ::close(ready[1]);

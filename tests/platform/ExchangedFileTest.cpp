@@ -113,8 +113,58 @@ TEST_F(Exchanged, LinksAreFollowedAndOtherThingsRefused) {
     std::filesystem::create_symlink("/dev/null", temp.Path("null"));
     EXPECT_EQ(Put(file, {"z"}, 0, "loop"), ELOOP);
     EXPECT_EQ(Put(file, {"z"}, 0, "null"), ENXIO);
-    EXPECT_EQ(Put(file, {"z"}, 0, "far"), ENXIO);
+    EXPECT_EQ(Put(file, {"z"}, 0, "far"), EISDIR);
     EXPECT_EQ(Put(file, {"z"}, 0, "gone/log"), ENOENT);
+}
+
+TEST_F(Exchanged, WhoWaitsFindsTheFileThatHasTheNameAfterwards) {
+    temp.Write("log", "before");
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t other = ::fork();
+    if (other == 0) {
+        ExchangedFile file;
+        bool isGood = !file.Begin(temp.Path("log"));
+        isGood = ::write(ready[1], "y", 1) == 1 && isGood;
+        ::usleep(200000);  // meanwhile this process waits for the file that is about to lose its name
+        isGood = isGood && !file.Replace(std::vector<std::string_view>{"of the other"}, 0);
+        file.End();
+        ::_exit(isGood ? 0 : 1);
+    }
+    char answer = 0;
+    EXPECT_EQ(::read(ready[0], &answer, 1), 1);
+    ExchangedFile file;
+    std::string text;
+    EXPECT_EQ(file.Begin(temp.Path("log")), 0);
+    EXPECT_EQ(file.Read(text, 100), 0);
+    EXPECT_EQ(text, "of the other");
+    file.End();
+    int status = 0;
+    ::waitpid(other, &status, 0);
+    EXPECT_EQ(status, 0);
+    ::close(ready[0]);
+    ::close(ready[1]);
+}
+
+TEST_F(Exchanged, FileThatHasLostItsContentsIsReadFromItsFormerState) {
+    const auto read = [&] {
+        ExchangedFile file;
+        std::string text = "error";
+        EXPECT_EQ(file.Begin(temp.Path("log")), 0);
+        EXPECT_EQ(file.Read(text, 100), 0);
+        return text;
+    };
+    temp.Write("log", "");
+    EXPECT_EQ(read(), "");
+    temp.Write("log.temp", "former");
+    EXPECT_EQ(read(), "former");
+    temp.Write("log", std::string(50, '\0'));
+    EXPECT_EQ(read(), "former");
+    temp.Write("log", "now");
+    EXPECT_EQ(read(), "now");
+    // A file that somebody has removed begins anew.
+    std::filesystem::remove(temp.Path("log"));
+    EXPECT_EQ(read(), "");
 }
 
 TEST_F(Exchanged, AFileInAFolderThatMayNotBeWrittenToIsRewrittenInPlace) {

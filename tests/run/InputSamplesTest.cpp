@@ -20,7 +20,13 @@ TEST_F(InputSamples, AreKnownByAnyNameAndOtherSamplesOnlyThroughALink) {
     for (const char* name : {"p/a.rsd", "q/data", "archive/b", "archive/named.ESD"})
         sample(name);
     temp.Write("p/torn.esd", "no trailer");
-    temp.Write("q/text", "no sample");
+    // Its 25th byte from the end makes it look like a sample of version 8 to 32.
+    temp.Write("q/text", std::string(1000, 'A'));
+    std::string sized = temp.Read("q/data");
+    for (const char* name : {"q/fitting", "q/unfitting"}) {
+        temp.Write(name, sized);
+        ++sized[sized.size() - 632 + 458];
+    }
     link("p/linked.rsd", "archive/b");
     ASSERT_EQ(::link(Path("p/a.rsd").c_str(), Path("hard").c_str()), 0);
     link("soft", "p/a.rsd");
@@ -28,7 +34,12 @@ TEST_F(InputSamples, AreKnownByAnyNameAndOtherSamplesOnlyThroughALink) {
     link("to.data", "q/data");
     link("to.named", "archive/named.ESD");
     link("to.text", "q/text");
-    link("to.nothing", "none.rsd");
+    link("to.unfitting", "q/unfitting");
+    link("to.fitting", "q/fitting");
+    link("to.nothing", "none");
+    link("to.none", "none.rsd");
+    link("to.to.none", "to.none");
+    link("name.esd", "none");
 
     const std::vector<CFileTypeFilter> types{{"*.esd"}, {"*.rsd"}};
     const CInputSamples none, plate({Path("p"), Path("missing")}, {}, types),
@@ -43,11 +54,15 @@ TEST_F(InputSamples, AreKnownByAnyNameAndOtherSamplesOnlyThroughALink) {
     for (const char* name : {"p/a.rsd", "hard", "p/../p/a.rsd", "p/torn.esd", "archive/b"})
         EXPECT_EQ(forbidden(none, name), "") << name;
     // Links may give their place to another file, but for those that are the input's own.
-    for (const char* name : {"soft", "soft.again", "to.data", "to.named"})
+    for (const char* name : {"soft", "soft.again", "to.data", "to.named", "to.fitting"})
         EXPECT_EQ(forbidden(plate, name), "write ") << name;
     for (const char* name : {"soft", "soft.again", "to.data", "to.named", "p/linked.rsd"})
         EXPECT_EQ(forbidden(none, name), "write ") << name;
-    for (const char* name : {"q/text", "to.text", "to.nothing", "none.rsd", "missing", "archive/named.ESD"})
+    // Nor does a link make a sample.
+    for (const char* name : {"to.none", "to.to.none", "name.esd"})
+        EXPECT_EQ(forbidden(none, name), "write ") << name;
+    for (const char* name :
+         {"q/text", "to.text", "to.unfitting", "to.nothing", "none.rsd", "missing", "archive/named.ESD"})
         EXPECT_EQ(forbidden(plate, name), "") << name;
     for (const char* name : {"q/text", "none.rsd", "p/a.rsd"})
         EXPECT_EQ(forbidden(files, name), "") << name;

@@ -9,6 +9,7 @@
 
 #include "lanetools/run/Libraries.h"
 #include "lanetools/text/Utf8.h"
+#include "platform/AtomicFile.h"
 #include "records/Messages.h"
 
 namespace lanetools {
@@ -187,7 +188,7 @@ void CPlateRun::PlanTheRest() {
 
 void CPlateRun::CleanUp() const {
     if (!child) return;
-    const std::string beginning = ".lw" + std::to_string(child->Number()) + '-';
+    const std::string beginning = platform::TemporaryBeginning(child->Number());
     std::vector<fs::path> folders{plate.path, plan.output};
     for (const CPlannedOutput& one : plan.outputs)
         if (&plan.plates[one.plate] == &plate) folders.emplace_back(one.path);
