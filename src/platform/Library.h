@@ -18,7 +18,8 @@ class Library {
 
     // Loads the library at the program path `path`: nothing is appended to the path, and no other folder is searched.
     // Its symbols are all bound at once and do not become global. False if it does not load. Its code stays in memory
-    // until the process ends, since threads of its own may still be running in it.
+    // until the process ends, since threads of its own may still be running in it; where that cannot be arranged for
+    // lack of memory, the library is never released.
     bool Open(const std::string& path);
     bool IsOpen() const { return handle != nullptr; }
     // The file name without its folder; empty before the first Open.
@@ -30,6 +31,7 @@ class Library {
 
   private:
     void* handle = nullptr;
+    bool staysInMemory = false;
     std::string name;
 };
 
