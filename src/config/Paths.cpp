@@ -34,6 +34,10 @@ bool Locate(const char* subKey, const char* fileName, std::string& found) {
 
 }  // namespace
 
+void WarnUnlessFolder(const std::string& path) {
+    if (platform::IsOtherThanFolder(path)) platform::Warn({"the output folder ", path, " is not a folder"});
+}
+
 std::int32_t CRunDriver::LocateSettings() {
     if (!Locate(baseCallingKey, "basecall.ini", settingsIniPath)) return 0;
     if (unattended != 0 || skipAnalysisIni != 0) return 1;
@@ -42,6 +46,7 @@ std::int32_t CRunDriver::LocateSettings() {
 
 std::int32_t CRunDriver::SetOutputFolder(const std::string& path) {
     if (MakeFolder(path) == 0) return 0;
+    WarnUnlessFolder(path);
     outputFolder = path;
     return 1;
 }

@@ -42,5 +42,6 @@ constexpr std::int32_t SectionOf(Format format) {
 
 // False, after a warning, if writing a file to `path` would replace a sample of the input.
 bool IsTargetFree(const CSampleFile& sample, const std::string& path);
-// Records in the plate's log and in its log.xml that a file of the sample was written.
-void RecordOutput(const CSampleFile& sample, Format format, const std::string& path);
+// Records in the plate's log and in its log.xml that a file of the sample was written. A text dump is recorded even if
+// it could not be written (`isWritten` is false).
+void RecordOutput(const CSampleFile& sample, Format format, const std::string& path, bool isWritten = true);

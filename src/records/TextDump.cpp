@@ -119,8 +119,8 @@ void DumpTable(CTextFile& out, const CCapTrace& trace, double factor) {
     }
 }
 
-// A failure only gives a warning: a dump that cannot be written counts as done.
-void WriteDump(const std::string& path, const CSampleFile& sample, const CTraceFile& holder) {
+// False, after a warning, if the dump cannot be written.
+bool WriteDump(const std::string& path, const CSampleFile& sample, const CTraceFile& holder) {
     CTextFile out(path);
     DumpDescription(CLines(out), sample.info, holder.path);
     const CProcessedTrace* processed = holder.Processed();
@@ -130,7 +130,9 @@ void WriteDump(const std::string& path, const CSampleFile& sample, const CTraceF
     }
     holder.trace->FillArrays();
     DumpTable(out, *holder.trace, processed ? processedFactor : 1.0);
-    if (const platform::Error error = out.Commit()) platform::Warn({path, " cannot be written: ", error.Text()});
+    const platform::Error error = out.Commit();
+    if (error) platform::Warn({path, " cannot be written: ", error.Text()});
+    return !error;
 }
 
 }  // namespace
@@ -138,7 +140,7 @@ void WriteDump(const std::string& path, const CSampleFile& sample, const CTraceF
 std::int32_t CSampleFile::ExportText(CTraceFile& holder) {
     const std::string path = ExportPath(holder.path, "txt");
     if (path.empty()) return 0;
-    if (IsTargetFree(*this, path)) WriteDump(path, *this, holder);
-    RecordOutput(*this, Format::Text, path);
+    const bool isWritten = IsTargetFree(*this, path) && WriteDump(path, *this, holder);
+    RecordOutput(*this, Format::Text, path, isWritten);  // a dump that cannot be written counts as done
     return 1;
 }

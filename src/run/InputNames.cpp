@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "run/InputNames.h"
 
+#include <cerrno>
+
 #include "discovery/FolderScan.h"
 #include "platform/Console.h"
 #include "run/Plate.h"
@@ -24,8 +26,11 @@ void CInputNames::AddPlate(const CPlate& plate) {
 }
 
 void CInputNames::AddFile(const std::string& path, const CPlate& plate) {
-    if (!platform::IdentityOf(path))
+    const platform::Error error = platform::Examine(path);
+    if (error == ENOENT)
         platform::Warn({"the file ", path, " does not exist"});
+    else if (error)
+        platform::Warn({"the file ", path, " cannot be examined: ", error.Text()});
     else if (!files.insert(path).second)
         platform::Warn({"the file ", path, " is given twice"});
     AddFolder(plate, false);

@@ -35,6 +35,7 @@ std::int32_t CBaseCallerSet::PreparePlate(CPlate& plate) {
     if (currentCaller == nullptr) return 0;
     const std::string folder = driver->outputFolder + '/' + plate.name + currentCaller->folderSuffix;
     if (driver->MakeFolder(folder) == 0) return 0;
+    WarnUnlessFolder(folder);
     plate.outputFolder = folder;
     return 1;
 }
@@ -73,14 +74,15 @@ std::int32_t CBaseCallerSet::ProcessSample(CSampleFile& sample, std::int32_t fir
 void CBaseCallerSet::StepBaseCall(CSampleFile& sample, std::int32_t firstScan, std::int32_t lastScan,
                                   SampleState& state) {
     const std::string path = sample.processedTrace->path;
-    if (FileExists(path) != 0) {
-        if (sample.LoadStored()) {
-            sample.plate->Log(FormatMessage(MessageId::AlreadyExists, {path}));
-            sample.plate->Log(FormatMessage(MessageId::Skipped, {path}));
-            return;
-        }
-        platform::Warn({"the stored sample ", path, " cannot be read and is called again"});
+    const bool exists = FileExists(path) != 0;
+    if (exists && sample.LoadStored()) {
+        sample.plate->Log(FormatMessage(MessageId::AlreadyExists, {path}));
+        sample.plate->Log(FormatMessage(MessageId::Skipped, {path}));
+        return;
     }
+    // A link that leads nowhere does not exist in this sense, but its name is in use.
+    if (exists || platform::IdentityOfName(path))
+        platform::Warn({"the stored sample ", path, " cannot be read and is called again"});
     state.result = BaseCallSample(sample, firstScan, lastScan);
     if (state.result == 0) state.failed = true;
 }

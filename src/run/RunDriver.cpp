@@ -45,7 +45,7 @@ std::int32_t CRunDriver::OpenSample(const std::string& path, std::unique_ptr<CSa
 }
 
 void CRunDriver::SyncOutput() const {
-    if (const platform::Error error = platform::SyncVolume(outputFolder))
+    if (const platform::Error error = platform::SyncVolume(outputFolder); error && hasOutput)
         platform::Warn({"what was written to ", outputFolder, " may not be on the disk: ", error.Text()});
 }
 

@@ -16,6 +16,9 @@ class CPlate;
 class CSampleFile;
 struct CPlateRecords;
 
+// Warns if the name of an output folder is that of something else.
+void WarnUnlessFolder(const std::string& path);
+
 class CRunDriver {
   public:
     std::vector<CFileTypeFilter> fileTypes;
@@ -27,6 +30,7 @@ class CRunDriver {
     std::string settingsIniPath;
     std::string outputFolder;  // root of all output
     std::unique_ptr<CBaseCallerSet> baseCallers;
+    bool hasOutput = false;  // something has been written there
     std::int32_t unattended = 0;
     std::int32_t skipAnalysisIni;
 
@@ -56,7 +60,7 @@ class CRunDriver {
     void Skip(CPlate& plate, const std::string& path, bool isReported);
     // Replaces `sample` by the one at `path`. 0 if it does not load; `sample` is then the one that failed.
     std::int32_t OpenSample(const std::string& path, std::unique_ptr<CSampleFile>& sample, CPlate& plate);
-    // Waits until the output is on the disk; warns if that fails.
+    // Waits until the output is on the disk; warns if that fails and there is any.
     void SyncOutput() const;
     // 1 if the output volume has room for `units` results or the user answers to go on, else 0.
     std::int32_t CheckDiskSpace(std::int32_t units);

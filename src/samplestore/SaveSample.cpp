@@ -43,7 +43,7 @@ class CSampleCopy {
         if (!IsTargetFree(sample, target)) return false;
         // True also when the target is a link to the raw file.
         if (platform::IsSameFile(sample.rawTrace->path, target)) {
-            platform::Warn({target, " is the raw sample itself and is not replaced"});
+            platform::Warn({target, " is or leads to the raw sample itself and is not replaced"});
             return false;
         }
         if (const platform::Error error = Copy()) {

@@ -75,9 +75,18 @@ TEST_F(UnreadableSamples, StoredOneIsCalledAgain) {
         ExpectAsBefore(before);
         EXPECT_EQ(CountOf("a.esd cannot be read and is called again", run.errors), 1u) << run.errors;
     }
+    // A link that leads nowhere gives its place to the sample.
+    std::filesystem::remove(Path("out/plate_T10_QX1/a.esd"));
+    std::filesystem::create_symlink(Path("out/nowhere.esd"), Path("out/plate_T10_QX1/a.esd"));
+    const RunResult run = Run(everything);
+    EXPECT_FALSE(std::filesystem::is_symlink(Path("out/plate_T10_QX1/a.esd")));
+    ExpectAsBefore(before);
+    EXPECT_EQ(run.errors,
+              "lanewright: warning: the stored sample out/plate_T10_QX1/a.esd cannot be read and is called again\n");
+    EXPECT_FALSE(temp.Has("out/nowhere.esd"));
     // Each run adds one record of 100 bases and none without.
-    EXPECT_EQ(CountOf("\t100\tQuillion", Result("FASTA/plate_T10_QX1.seq")), 4u);
-    EXPECT_EQ(CountOf(">", Result("FASTA/plate_T10_QX1.seq")), 4u);
+    EXPECT_EQ(CountOf("\t100\tQuillion", Result("FASTA/plate_T10_QX1.seq")), 5u);
+    EXPECT_EQ(CountOf(">", Result("FASTA/plate_T10_QX1.seq")), 5u);
 }
 
 TEST_F(UnreadableSamples, NothingIsStoredThatIsTooLargeToRead) {

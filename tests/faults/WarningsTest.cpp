@@ -72,6 +72,25 @@ TEST_F(Warnings, ReportPlatesThatShareAnOutputFolder) {
     EXPECT_EQ(Of("-IP plate/" + output), "the plate plate/ has no name, because its path ends with a separator\n");
 }
 
+TEST_F(Warnings, SayNothingThatIsNotSo) {
+    MakeSample("plate/a.rsd");
+    temp.Write("file", "");
+    // Nothing is written to a file, so nothing can be missing on its disk.
+    const std::string text = Of("-IP plate -OD file -BC");
+    EXPECT_TRUE(text.starts_with("the output folder file is not a folder\n")) << text;
+    EXPECT_EQ(CountOf("may not be on the disk", text), 0u) << text;
+    temp.Write("out/plate_T10_QX1", "");
+    EXPECT_TRUE(Of("-IP plate -OD out -BC").starts_with("the output folder out/plate_T10_QX1 is not a folder\n"));
+    std::filesystem::remove(Path("out/plate_T10_QX1"));
+
+    std::filesystem::remove(Path("plate/log.xml"));
+    temp.MakeFolder("plate/log.xml");
+    EXPECT_EQ(Of("-IP plate -OD out -BC"),
+              "out/plate_T10_QX1/a.esd cannot be entered in plate\\log.xml: Is a directory\n");
+    EXPECT_NE(Run("-IF file/a.rsd -OD out -BC").errors.find("file/a.rsd cannot be examined: Not a directory\n"),
+              std::string::npos);
+}
+
 TEST_F(Warnings, ReportWhatCannotBeStored) {
     MakeSample("plate/a.rsd");
     std::filesystem::create_directories(Path("out/plate_T10_QX1/Text/a.txt"));
