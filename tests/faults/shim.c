@@ -37,6 +37,7 @@
 #include <sys/statvfs.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
+#include <sys/utsname.h>
 #include <time.h>
 #include <ucontext.h>
 #include <unistd.h>
@@ -152,6 +153,7 @@ ON_PATH(chdir, (const char* path), (path), path, Plain)
 FUNCTION(ssize_t, -1, readlink, (const char* path, char* out, size_t size), (path, out, size), path, -1, Plain)
 FUNCTION(ssize_t, -1, readlinkat, (int at, const char* path, char* out, size_t size), (at, path, out, size), path, -1,
          Plain)
+FUNCTION(int, -1, uname, (struct utsname * out), (out), NULL, -1, Plain)
 FUNCTION(char*, NULL, getcwd, (char* out, size_t size), (out, size), NULL, -1, Plain)
 FUNCTION(DIR*, NULL, opendir, (const char* path), (path), path, -1, Opens)
 FUNCTION(struct dirent*, NULL, readdir, (DIR * folder), (folder), NULL, dirfd(folder), Plain)
