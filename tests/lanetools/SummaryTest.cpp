@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "lanetools/samples/StoredSample.h"
+#include "support/PlainUser.h"
 #include "tools/ToolsFixture.h"
 
 namespace {
@@ -134,7 +135,11 @@ TEST_F(Summary, PlatesAreDistinguishedByTheirSamples) {
     EXPECT_EQ(Columns("out --raw raw", {2, 4}, 0), "of p called\nof p_M called\n");
     // With damaged results alone the names decide: the longer one.
     temp.Write("out/p_M_X_QX1/a.esd", "");
-    EXPECT_EQ(Columns("out/p_M_X_QX1 --raw raw", {2, 4}, 3), "of p missing\nof p_M damaged\n");
+    EXPECT_EQ(Columns("out/p_M_X_QX1 --raw raw/*", {2, 4}, 3), "of p missing\nof p_M damaged\n");
+    // A plate that nobody has named has no row, nor is it read.
+    ASSERT_EQ(Run("chmod 0 raw/p/a.rsd"), 0);
+    EXPECT_EQ(Run(testsupport::WithoutPrivileges() + LANETOOLS_PROGRAM " summary out/p_M_X_QX1 --raw raw -o table"), 3);
+    EXPECT_EQ(temp.Read("printed"), "lanetools: 0 of 1 samples are called (0 failed, 0 missing, 1 damaged)\n");
 }
 
 TEST_F(Summary, AGoodResultCountsMoreThanABadOne) {

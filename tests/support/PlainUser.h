@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Rights do not bind the superuser: as long as this lives, the test is somebody else.
+// Rights do not bind the superuser: as long as a PlainUser lives, the test is somebody else.
 #pragma once
 
 #include <unistd.h>
 
 #include <cstdlib>
+#include <string>
 
 namespace testsupport {
 
@@ -22,5 +23,10 @@ class PlainUser {
   private:
     bool changed = false;
 };
+
+// Put before a command, makes the system hold it to the rights of files. The superuser's files remain its own.
+inline std::string WithoutPrivileges() {
+    return ::geteuid() == 0 ? "setpriv --bounding-set -dac_override,-dac_read_search " : "";
+}
 
 }  // namespace testsupport

@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -18,8 +19,10 @@
 #include "lanetools/export/ReadCollection.h"
 #include "lanetools/export/ReadFile.h"
 #include "lanetools/samples/StoredSample.h"
+#include "lanetools/samples/Unread.h"
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
+#include "lanetools/system/ToDisk.h"
 
 namespace lanetools {
 
@@ -41,7 +44,7 @@ constexpr const char* notes =
     "  0    all samples were exported, or were too short\n"
     "  1    a file could not be written\n"
     "  2    refused before anything was written\n"
-    "  3    done, but samples were not exported because they failed or are damaged\n"
+    "  3    done, but samples failed or are damaged, or something could not be read\n"
     "  130  interrupted; all files that exist are complete\n"
     "\n"
     "Examples:\n"
@@ -94,11 +97,19 @@ void AddReadOptions(CLI::App& app, CExportOptions& options) {
         ->group(group);
 }
 
+void AddOne(const COutputFolder& output, const std::string& file, CReadCollection& reads) {
+    try {
+        reads.Add(output, ReadStoredSample(file));
+    } catch (const std::bad_alloc&) {
+        reads.Add(output, UnreadSample(file, NoMemory()));
+    }
+}
+
 void ReadAll(const std::vector<COutputFolder>& outputs, CReadCollection& reads, CProgress& progress) {
     for (const COutputFolder& output : outputs) {
         for (const std::string& file : output.files) {
             CheckInterrupt();
-            reads.Add(output, ReadStoredSample(file));
+            AddOne(output, file, reads);
             progress.Step();
         }
     }
@@ -109,32 +120,39 @@ std::size_t WriteAll(const CReadCollection& collection, const CExportOptions& op
     CProgress progress("files", collection.Files().size());
     const ReadFormat format = ParseFormat(options);
     std::size_t count = 0;
+    const std::string* last = nullptr;
     for (const auto& [path, reads] : collection.Files()) {
         CheckInterrupt();
         std::error_code error;
         const fs::path folder = fs::path(path).parent_path();
         fs::create_directories(folder, error);
         if (error) throw std::runtime_error(folder.string() + ": " + error.message());
+        if (reads.empty()) continue;  // there was no memory for the only one
         WriteReads(path, format, options.gzip, reads);
         count += reads.size();
+        last = &path;
         progress.Step();
     }
+    // One wait for all files, of which there may be thousands.
+    if (last) SyncVolumeOf(*last);
     return count;
 }
 
 ExitCode Export(const CExportOptions& options) {
     hts_set_log_level(HTS_LOG_OFF);  // errors are reported with the path that the user knows
-    const std::vector<COutputFolder> outputs = FindOutputs(options.outputs);
+    Unread unread;
+    const std::vector<COutputFolder> outputs = FindOutputs(options.outputs, unread);
     std::size_t samples = 0;
     for (const COutputFolder& output : outputs)
         samples += output.files.size();
     CProgress progress("samples", samples);
     CReadCollection reads(options, outputs, [&](const std::string& message) { progress.Say(message); });
     ReadAll(outputs, reads, progress);
+    ShowUnread(unread);
     const std::size_t written = WriteAll(reads, options);
     progress.Say("reads written: " + std::to_string(written) + ", too short: " + std::to_string(reads.TooShort()) +
                  ", not exported: " + std::to_string(reads.NotExported()));
-    return reads.NotExported() > 0 ? ExitCode::Incomplete : ExitCode::Done;
+    return reads.NotExported() > 0 || !unread.empty() ? ExitCode::Incomplete : ExitCode::Done;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <new>
 #include <stdexcept>
 
 namespace lanetools {
@@ -52,7 +53,7 @@ std::string Packed(std::span<const std::uint8_t> bytes) {
     z_stream stream{};
     // Z_FILTERED is made for differences, and saves 2 %.
     if (deflateInit2(&stream, compressionLevel, Z_DEFLATED, MAX_WBITS, MAX_MEM_LEVEL - 1, Z_FILTERED) != Z_OK)
-        throw std::runtime_error("there is too little memory to compress a curve");
+        throw std::bad_alloc();
     std::vector<std::uint8_t> packed(deflateBound(&stream, static_cast<uLong>(bytes.size())));
     stream.next_in = const_cast<Bytef*>(bytes.data());  // zlib only reads it
     stream.avail_in = static_cast<uInt>(bytes.size());

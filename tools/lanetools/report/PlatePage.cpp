@@ -12,6 +12,7 @@
 #include "lanetools/report/SampleJson.h"
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
+#include "lanetools/text/Utf8.h"
 
 namespace lanetools {
 
@@ -39,14 +40,21 @@ std::string Instrument(const Json& samples) {
     return "";
 }
 
-Json PlateJson(const CPlateRows& plate, bool withRaw) {
+Json UnreadJson(const Unread& unread) {
+    Json json = Json::array();
+    for (const auto& [path, reason] : Sorted(unread))
+        json.push_back({ToUtf8(path), ToUtf8(reason)});
+    return json;
+}
+
+Json PlateJson(const CPlateRows& plate, bool withRaw, Unread& unread) {
     CQualityByPosition quality;
     Json samples = Json::array();
     int rows = 0, columns = 0;
     CProgress progress("samples", plate.rows.size());
     for (const CSampleRow& row : plate.rows) {
         CheckInterrupt();
-        samples.push_back(SampleJson(row, withRaw, quality));
+        samples.push_back(SampleJson(row, withRaw, quality, unread));
         rows = std::max(rows, row.plateRows);
         columns = std::max(columns, row.plateColumns);
         progress.Step();
@@ -60,6 +68,7 @@ Json PlateJson(const CPlateRows& plate, bool withRaw) {
             {"run_start", FirstText(plate.rows, [](const CSampleRow& row) { return row.runStart; })},
             {"instrument", Instrument(samples)},
             {"caller", FirstText(plate.rows, [](const CSampleRow& row) { return row.caller; })},
+            {"unread", UnreadJson(unread)},
             {"samples", std::move(samples)},
             {"quality_by_position", quality.Quartiles()}};
 }
@@ -91,11 +100,12 @@ std::vector<CPlateRows> GroupByPlate(std::vector<CSampleRow> rows) {
     return plates;
 }
 
-std::string PlatePage(const CPlateRows& plate, bool withRaw) {
+std::string PlatePage(const CPlateRows& plate, bool withRaw, Unread& unread) {
     const std::size_t at = pageTemplate.find(pagePlaceholder);
     if (at == std::string_view::npos) throw std::logic_error("the page has no place for its plate");
     std::string page(pageTemplate.substr(0, at));
-    page += "<script type=\"application/json\" id=\"plate\">" + ForScript(PlateJson(plate, withRaw)) + "</script>";
+    page +=
+        "<script type=\"application/json\" id=\"plate\">" + ForScript(PlateJson(plate, withRaw, unread)) + "</script>";
     page += pageTemplate.substr(at + pagePlaceholder.size());
     return page;
 }

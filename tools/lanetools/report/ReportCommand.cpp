@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // lanetools report: one HTML page per plate.
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <set>
@@ -10,11 +9,16 @@
 #include <vector>
 
 #include "lanetools/CommonOptions.h"
+#include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
 #include "lanetools/report/PlatePage.h"
+#include "lanetools/samples/Inputs.h"
 #include "lanetools/samples/Summarize.h"
 #include "lanetools/samples/Target.h"
+#include "lanetools/samples/Unread.h"
+#include "lanetools/system/ToDisk.h"
 #include "lanetools/text/SafeName.h"
+#include "lanetools/text/StandardOutput.h"
 #include "platform/AtomicFile.h"
 
 namespace lanetools {
@@ -35,7 +39,7 @@ constexpr const char* notes =
     "curves make the file larger by about a third; --no-raw leaves them out.\n"
     "\n"
     "Exit codes: 0 done, 1 it could not be done, 2 refused before anything was written,\n"
-    "130 after Ctrl-C.\n"
+    "3 done, but something could not be read and is named, 130 after Ctrl-C.\n"
     "\n"
     "Example:\n"
     "  lanetools report out --raw plate1 -o plate1.html";
@@ -50,8 +54,8 @@ void WritePage(const std::string& path, const std::string& page) {
     platform::AtomicFile file;
     if (const auto error = file.Open(path)) throw std::runtime_error(path + ": " + error.Text());
     file.Write(page);
-    if (const auto error = file.Commit()) throw std::runtime_error(path + ": " + error.Text());
-    std::printf("%s\n", path.c_str());
+    CommitToDisk(file, path);
+    WriteStandardOutput(path + "\n");
 }
 
 // "plate1_LC1_QX1.html"; two folders of one name (from different roots) get different names.
@@ -63,35 +67,56 @@ std::string PageName(const std::string& folder, std::set<std::string>& used) {
     return unique + ".html";
 }
 
+bool IsFolder(const std::string& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
 // The path of the file or folder to write. Refuses one that cannot be written before any time is spent.
 std::string CheckTarget(const std::string& path) {
-    if (fs::is_directory(path)) return path;
-    const std::string target = ResolveTarget(path);
-    platform::AtomicFile file;
-    if (const auto error = file.Open(target)) throw CRefused(target + ": " + error.Text());
-    return target;
+    if (IsFolder(path)) return path;
+    try {
+        const std::string target = ResolveTarget(path);
+        platform::AtomicFile file;
+        if (const auto error = file.Open(target)) throw CRefused(target + ": " + error.Text());
+        return target;
+    } catch (const CRefused&) {
+        if (IsFolder(path)) return path;  // another report has just made it
+        throw;
+    }
+}
+
+// The rows' own and those of the folders, which may belong to any page.
+ExitCode WritePages(const std::string& target, const CReportOptions& options, const std::vector<CPlateRows>& plates,
+                    const Unread& ofFolders) {
+    const bool isFolder = IsFolder(target);
+    if (plates.size() > 1 && !isFolder) {
+        std::error_code error;
+        if (fs::exists(target, error)) throw CRefused(target + ": several plates need a folder, and this is a file");
+        MakeFolderOnDisk(target, error);
+        if (error) throw CRefused(target + ": several plates need a folder: " + error.message());
+    }
+    Unread unread = ofFolders;
+    std::set<std::string> used;
+    for (const CPlateRows& plate : plates) {
+        Unread ofPlate = ofFolders;
+        const std::string page = PlatePage(plate, !options.withoutRaw, ofPlate);
+        const bool isOne = plates.size() == 1 && !isFolder;
+        WritePage(isOne ? target : (fs::path(target) / PageName(plate.folder, used)).string(), page);
+        unread.insert(unread.end(), ofPlate.begin(), ofPlate.end());
+    }
+    ShowUnread(unread);
+    return unread.empty() ? ExitCode::Done : ExitCode::Incomplete;
 }
 
 ExitCode Report(const CReportOptions& options) {
-    const auto rawPlates = options.raw.empty() ? std::vector<CRawPlate>() : FindRawPlates(options.raw);
-    const auto outputs = rawPlates.empty() ? FindOutputs(options.outputs) : ListOutputs(options.outputs);
+    const CInputs inputs = FindInputs(options.outputs, options.raw);
     const std::string target = CheckTarget(options.target);
-    const bool isFolder = fs::is_directory(target);
-    const auto plates = GroupByPlate(Summarize(outputs, rawPlates));
-    if (plates.empty()) throw CRefused(options.outputs.front() + ": there is no sample in it");
-    if (plates.size() == 1 && !isFolder) {
-        WritePage(target, PlatePage(plates.front(), !options.withoutRaw));
-        return ExitCode::Done;
-    }
-    std::error_code error;
-    if (!isFolder && (fs::exists(target) || !fs::create_directory(target, error)))
-        throw CRefused(target + ": several plates need a folder, which cannot be made here");
-    std::set<std::string> used;
-    for (const CPlateRows& plate : plates)
-        WritePage((fs::path(target) / PageName(plate.folder, used)).string(), PlatePage(plate, !options.withoutRaw));
-    return ExitCode::Done;
+    const auto plates = GroupByPlate(Summarize(inputs.outputs, inputs.plates));
+    if (!plates.empty()) return WritePages(target, options, plates, inputs.unread);
+    ShowUnread(inputs.unread);
+    throw CRefused(options.outputs.front() + ": there is no sample in it");
 }
-
 }  // namespace
 
 CSubcommand AddReport(CLI::App& tools) {

@@ -6,14 +6,14 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
 
 #include "lanetools/report/Packed.h"
 #include "lanetools/samples/Phred.h"
-#include "samplestore/RsdFile.h"
+#include "lanetools/samples/RawPlate.h"
+#include "samplestore/ScanRecord.h"
 
 namespace lanetools {
 
@@ -22,15 +22,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr std::size_t rawStep = 2;
-
-std::optional<std::vector<ScanRecord>> ReadScans(const std::string& path) {
-    CRsdFile file;
-    std::uint32_t count = 0;
-    if (file.Open(path, true) || file.GetScanCount(count)) return std::nullopt;
-    std::vector<ScanRecord> scans(count);
-    if (count == 0 || file.ReadScans(scans)) return std::nullopt;
-    return scans;
-}
 
 using Curves = std::array<std::vector<float>, channelCount>;
 
@@ -98,17 +89,17 @@ void AppendPositions(std::vector<std::uint8_t>& bytes, std::span<const std::int3
 
 }  // namespace
 
-Json PackTrace(const CStoredSample& sample) {
-    const auto scans = ReadScans(sample.path);
-    if (!scans) return nullptr;
+Json PackTrace(const CStoredSample& sample, Unread& unread) {
+    const auto scans = ReadScans(sample.path, unread);
+    if (scans.empty()) return nullptr;
     const CAnalysisInfo& analysis = sample.info.analysis;
     const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
     const auto positions = std::span(analysis.peakPositions).first(count);
-    const Curves curves = ProcessedCurves(*scans);
+    const Curves curves = ProcessedCurves(scans);
     const float top = TraceTop(curves, positions, analysis.startTrace);
 
     std::vector<std::uint8_t> bytes;
-    bytes.reserve(scans->size() * channelCount + count * 6);
+    bytes.reserve(scans.size() * channelCount + count * 6);
     for (const auto& curve : curves)
         AppendCurve(bytes, curve, top);
     bytes.insert(bytes.end(), analysis.sequence.begin(),
@@ -116,16 +107,16 @@ Json PackTrace(const CStoredSample& sample) {
     for (std::size_t i = 0; i < count; ++i)
         bytes.push_back(static_cast<std::uint8_t>(std::lround(Phred(analysis.qualityScores[i]))));
     AppendPositions(bytes, positions, analysis.startTrace);
-    return {{"start", analysis.startTrace}, {"scans", scans->size()}, {"bases", count}, {"data", Packed(bytes)}};
+    return {{"start", analysis.startTrace}, {"scans", scans.size()}, {"bases", count}, {"data", Packed(bytes)}};
 }
 
-Json PackRaw(const std::string& path) {
-    const auto scans = ReadScans(path);
-    if (!scans) return nullptr;
+Json PackRaw(const std::string& path, Unread& unread) {
+    const auto scans = ReadScans(path, unread);
+    if (scans.empty()) return nullptr;
     Curves curves;
     std::vector<float> current, highest;
-    for (std::size_t first = 0; first < scans->size(); first += rawStep) {
-        const auto together = std::span(*scans).subspan(first, std::min(rawStep, scans->size() - first));
+    for (std::size_t first = 0; first < scans.size(); first += rawStep) {
+        const auto together = std::span(scans).subspan(first, std::min(rawStep, scans.size() - first));
         current.push_back(Mean(together, 0));
         for (std::size_t k = 0; k < channelCount; ++k)
             curves[k].push_back(Mean(together, k + 1));

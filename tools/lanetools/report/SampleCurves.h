@@ -6,15 +6,16 @@
 #include <string>
 
 #include "lanetools/samples/StoredSample.h"
+#include "lanetools/samples/Unread.h"
 
 namespace lanetools {
 
-// The processed curves and the bases of a called sample (PackedTrace in page/src/data.ts); null when the curves cannot
-// be read.
-nlohmann::ordered_json PackTrace(const CStoredSample& sample);
+// The processed curves and the bases of a called sample (PackedTrace in page/src/data.ts); null when it has no scans,
+// or when they cannot be read, which is then in `unread`.
+nlohmann::ordered_json PackTrace(const CStoredSample& sample, Unread& unread);
 
-// The raw curves and the current of the raw sample at `path` (PackedRaw), one value per two scans; null when it cannot
-// be read or has no scans.
-nlohmann::ordered_json PackRaw(const std::string& path);
+// The raw curves and the current of the raw sample at `path` (PackedRaw), one value per two scans; null for the same
+// reasons.
+nlohmann::ordered_json PackRaw(const std::string& path, Unread& unread);
 
 }  // namespace lanetools

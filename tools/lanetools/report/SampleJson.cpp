@@ -3,10 +3,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
+#include <new>
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "lanetools/report/SampleCurves.h"
 #include "lanetools/samples/RawPlate.h"
@@ -77,26 +81,48 @@ std::string Letters(const CSampleInfo& info) {
     return letters;
 }
 
-}  // namespace
+// Whether the stored sample, read for the second time, still gives the curves that its row announces.
+bool HasTrace(const CSampleRow& row, const CStoredSample& stored, Unread& unread) {
+    unread.insert(unread.end(), stored.unread.begin(), stored.unread.end());
+    if (stored.state != row.state && stored.unread.empty() && row.unread.empty())
+        unread.push_back({row.path, "it has changed since the first look at it"});
+    return row.state == SampleState::Called && stored.state == SampleState::Called;
+}
 
-Json SampleJson(const CSampleRow& row, bool withRaw, CQualityByPosition& quality) {
-    Json json;
-    VisitColumns(row, [&](const char* name, const auto& value) { json[name] = ColumnValue(value); });
+void AddContents(Json& json, const CSampleRow& row, bool withRaw, CQualityByPosition& quality, Unread& unread) {
     CSampleInfo info;
     if (!row.path.empty()) {
         CStoredSample stored = ReadStoredFile(row.path);
-        if (row.state == SampleState::Called && stored.state == SampleState::Called) {
-            const CAnalysisInfo& analysis = stored.info.analysis;
-            quality.Add(std::span(analysis.qualityScores).first(static_cast<std::size_t>(*row.bases)));
-            json["trace"] = PackTrace(stored);
+        if (HasTrace(row, stored, unread)) {
+            json["trace"] = PackTrace(stored, unread);
+            quality.Add(
+                std::span(stored.info.analysis.qualityScores)
+                    .first(static_cast<std::size_t>(std::max<std::int16_t>(stored.info.analysis.basesCalled, 0))));
         }
         info = std::move(stored.info);
     } else if (!row.rawPath.empty()) {
-        info = ReadRawSample(row.rawPath, "").info;
+        CRawSample raw = ReadRawSample(row.rawPath, "");
+        unread.insert(unread.end(), raw.unread.begin(), raw.unread.end());
+        info = std::move(raw.info);
     }
     json["description"] = Description(info);
     json["letters"] = Letters(info);
-    if (withRaw && !row.rawPath.empty()) json["raw"] = PackRaw(row.rawPath);
+    if (withRaw && !row.rawPath.empty()) json["raw"] = PackRaw(row.rawPath, unread);
+}
+
+}  // namespace
+
+Json SampleJson(const CSampleRow& row, bool withRaw, CQualityByPosition& quality, Unread& unread) {
+    unread.insert(unread.end(), row.unread.begin(), row.unread.end());
+    Json json;
+    VisitColumns(row, [&](const char* name, const auto& value) { json[name] = ColumnValue(value); });
+    json["description"] = Json::array();
+    json["letters"] = Letters({});
+    try {
+        AddContents(json, row, withRaw, quality, unread);
+    } catch (const std::bad_alloc&) {
+        unread.push_back({row.path.empty() ? row.rawPath : row.path, NoMemory()});
+    }
     for (const char* curves : {"trace", "raw"})
         if (json.contains(curves) && json[curves].is_null()) json.erase(curves);
     return json;

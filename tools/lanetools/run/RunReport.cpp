@@ -22,14 +22,18 @@ namespace fs = std::filesystem;
 // The output folders of a plate, also those that were not created: their samples are missing.
 std::vector<COutputFolder> OutputsOf(const CRunPlan& plan, std::size_t plate) {
     std::error_code error;
+    Unread unread;  // a sample that is missing for this reason says so in its row
     std::vector<COutputFolder> outputs;
     for (const CPlannedOutput& output : plan.outputs) {
         if (output.plate != plate) continue;
         const std::string name = fs::path(output.path).filename().string();
         COutputFolder folder{output.path, name, {}};
         if (fs::is_directory(output.path, error))
-            for (COutputFolder& found : ListOutputs({output.path}))
-                if (found.path == fs::canonical(output.path)) folder.files = std::move(found.files);
+            for (COutputFolder& found : ListOutputs({output.path}, unread))
+                if (found.path == fs::canonical(output.path)) {
+                    folder.files = std::move(found.files);
+                    folder.reason = std::move(found.reason);
+                }
         outputs.push_back(std::move(folder));
     }
     return outputs;

@@ -17,13 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-COutputFolder OutputFolder(const fs::path& given, const fs::path& folder) {
+COutputFolder OutputFolder(const fs::path& given, const fs::path& folder, const CEntries& entries) {
     std::map<std::string, std::string> files;  // by stem; ".esd" sorts before ".fsd"
-    std::error_code ignored;
-    for (const fs::path& entry : ListEntries(folder))
-        if ((entry.extension() == ".esd" || entry.extension() == ".fsd") && !fs::is_directory(entry, ignored))
+    for (const fs::path& entry : entries.files)
+        if (entry.extension() == ".esd" || entry.extension() == ".fsd")
             files.emplace(entry.stem().string(), entry.string());
-    COutputFolder output{folder.string(), LastName(given), {}};
+    COutputFolder output{folder.string(), LastName(given), {}, entries.reason};
     for (auto& [stem, path] : files)
         output.files.push_back(std::move(path));
     return output;
@@ -35,20 +34,23 @@ bool IsNamedAsOutput(const fs::path& folder) {
 
 }  // namespace
 
-std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots) {
+std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots, Unread& unread) {
     std::map<fs::path, COutputFolder> found;
     const auto add = [&](const fs::path& given, const fs::path& folder) {
-        COutputFolder output = OutputFolder(given, folder);
+        CEntries entries = ListEntries(folder, unread);
+        COutputFolder output = OutputFolder(given, folder, entries);
         if (!output.files.empty() || IsNamedAsOutput(output.name)) found.emplace(folder, std::move(output));
+        return entries.folders;
     };
     for (const std::string& root : roots) {
-        const fs::path folder = Resolve(root);
-        add(root, folder);
-        std::error_code ignored;
-        // Other folders are ignored, also if they cannot be listed.
-        for (const fs::path& entry : ListEntries(folder))
-            if (fs::is_directory(entry, ignored) && (IsNamedAsOutput(entry) || IsListable(entry)))
-                add(entry, Resolve(entry));
+        for (const fs::path& entry : add(root, Resolve(root))) {
+            std::error_code error;
+            const fs::path folder = fs::canonical(entry, error);
+            if (error)
+                unread.push_back({entry.string(), error.message()});
+            else
+                add(entry, folder);
+        }
     }
     std::vector<COutputFolder> outputs;
     for (auto& [path, output] : found)
@@ -56,11 +58,12 @@ std::vector<COutputFolder> ListOutputs(const std::vector<std::string>& roots) {
     return outputs;
 }
 
-std::vector<COutputFolder> FindOutputs(const std::vector<std::string>& roots) {
-    std::vector<COutputFolder> outputs = ListOutputs(roots);
+std::vector<COutputFolder> FindOutputs(const std::vector<std::string>& roots, Unread& unread) {
+    std::vector<COutputFolder> outputs = ListOutputs(roots, unread);
     std::erase_if(outputs, [](const COutputFolder& output) { return output.files.empty(); });
-    if (outputs.empty()) throw CRefused(roots.front() + ": it has no stored samples");
-    return outputs;
+    if (!outputs.empty()) return outputs;
+    ShowUnread(unread);
+    throw CRefused(roots.front() + ": it has no stored samples" + (unread.empty() ? "" : " that can be read"));
 }
 
 }  // namespace lanetools

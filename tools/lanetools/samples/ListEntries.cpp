@@ -10,20 +10,21 @@ namespace lanetools {
 
 namespace fs = std::filesystem;
 
-std::vector<fs::path> ListEntries(const fs::path& folder) {
+CEntries ListEntries(const fs::path& folder, Unread& unread) {
+    CEntries entries;
     std::error_code error;
-    std::vector<fs::path> entries;
-    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error))
-        entries.push_back(at->path());
-    if (error) throw CRefused(folder.string() + ": " + error.message());
-    std::sort(entries.begin(), entries.end());
+    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+        std::error_code reason;
+        (at->is_directory(reason) ? entries.folders : entries.files).push_back(at->path());
+        // A link to a missing file will be reported if it is a sample.
+        if (reason && reason != std::errc::no_such_file_or_directory && reason != std::errc::not_a_directory)
+            unread.push_back({at->path().string(), reason.message()});
+    }
+    if (error == std::errc::not_a_directory) throw CRefused(folder.string() + ": " + error.message());
+    if (error) unread.push_back({folder.string(), entries.reason = error.message()});
+    std::sort(entries.files.begin(), entries.files.end());
+    std::sort(entries.folders.begin(), entries.folders.end());
     return entries;
-}
-
-bool IsListable(const fs::path& folder) {
-    std::error_code error;
-    const fs::directory_iterator entries(folder, error);
-    return !error;
 }
 
 fs::path Resolve(const fs::path& path) {

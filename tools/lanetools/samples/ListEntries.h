@@ -6,13 +6,18 @@
 #include <string>
 #include <vector>
 
+#include "lanetools/samples/Unread.h"
+
 namespace lanetools {
 
-// All entries but "." and "..", sorted by name. Throws CRefused, with the folder's name and the reason, if it cannot
-// be listed.
-std::vector<std::filesystem::path> ListEntries(const std::filesystem::path& folder);
-// False if it cannot be listed.
-bool IsListable(const std::filesystem::path& folder);
+struct CEntries {
+    std::vector<std::filesystem::path> files, folders;  // paths, sorted; links to folders are folders
+    std::string reason;                                 // why some or all are lacking; empty if none is
+};
+
+// All entries but "." and "..". An entry that cannot be looked at is in `files`, and in `unread`, as the folder itself
+// is if it cannot be listed to its end. Throws CRefused if it is not a folder.
+CEntries ListEntries(const std::filesystem::path& folder, Unread& unread);
 
 // The full path with all links resolved and no separator at its end. Throws CRefused if it does not exist.
 std::filesystem::path Resolve(const std::filesystem::path& path);

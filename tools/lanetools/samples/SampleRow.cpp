@@ -94,6 +94,7 @@ CSampleRow MakeRow(const CStoredSample& sample, const std::string& plateFolder) 
     row.reason = ToUtf8(sample.reason);
     row.caller = ToUtf8(sample.info.analysis.baseCaller);
     row.path = sample.path;
+    row.unread = sample.unread;
     if (sample.state == SampleState::Called) FillFigures(row, sample.info.analysis);
     return row;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "lanetools/samples/StoredSample.h"
+#include "lanetools/samples/Unread.h"
 #include "samplestore/SampleInfo.h"
 
 namespace lanetools {
@@ -35,6 +36,7 @@ struct CSampleRow {
     std::string rawPath;                            // of the raw sample, empty when that is not known
     std::string outputFolder;                       // path; empty for a raw plate without output
     std::int32_t plateColumns = 12, plateRows = 8;  // wells of the plate
+    Unread unread;                                  // of its files
 };
 
 // Calls visit(name, value) for each column in order; values are std::string, std::optional<std::int64_t> or

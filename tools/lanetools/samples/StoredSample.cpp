@@ -5,8 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <new>
+#include <system_error>
 #include <utility>
 
+#include "lanetools/samples/OpenSample.h"
 #include "platform/Error.h"
 #include "samplestore/RsdFile.h"
 
@@ -18,10 +21,20 @@ namespace fs = std::filesystem;
 
 constexpr const char* failedExtension = ".fsd";
 
-CStoredSample& Damage(CStoredSample& sample, std::string reason) {
+void Damage(CStoredSample& sample, std::string reason) {
     sample.state = SampleState::Damaged;
     sample.reason = std::move(reason);
-    return sample;
+}
+
+// The system does not give the file, or not in full.
+void Withhold(CStoredSample& sample, const std::string& reason) {
+    sample.unread = {{sample.path, reason}};
+    Damage(sample, reason);
+}
+
+void Fault(CStoredSample& sample, platform::Error error) {
+    const std::string reason = CRsdFile::Reason(error);
+    IsOfSystem(error) ? Withhold(sample, reason) : Damage(sample, reason);
 }
 
 bool HasAllBases(const CAnalysisInfo& analysis) {
@@ -29,6 +42,21 @@ bool HasAllBases(const CAnalysisInfo& analysis) {
     return analysis.sequence.size() >= count && analysis.qualityScores.size() >= count &&
            analysis.peakPositions.size() >= count && analysis.descriptors.size() >= count &&
            analysis.strengths.size() >= count;
+}
+
+void Read(CStoredSample& sample) {
+    const std::string& path = sample.path;
+    CRsdFile file;
+    if (const std::string reason = OpenSample(file, path); !reason.empty()) return Withhold(sample, reason);
+    const auto fault = file.Verify();
+    // The description of a damaged file may still say which sample it is.
+    if (const auto error = file.ReadInfo(sample.info)) return Fault(sample, error);
+    if (fault) return Fault(sample, fault);
+    if (!sample.info.processed) return Damage(sample, "A raw sample, not a result");
+    sample.reason = sample.info.analysis.basecallError;
+    const bool isFailed = !sample.reason.empty() || fs::path(path).extension() == failedExtension;
+    if (!isFailed && !HasAllBases(sample.info.analysis)) return Damage(sample, "An array is shorter than the bases");
+    sample.state = isFailed ? SampleState::Failed : SampleState::Called;
 }
 
 }  // namespace
@@ -47,29 +75,33 @@ const char* StateName(SampleState state) {
     return "damaged";
 }
 
+CStoredSample UnreadSample(const std::string& path, const std::string& reason) {
+    return {path, fs::path(path).stem().string(), SampleState::Damaged, reason, {}, {{path, reason}}};
+}
+
 CStoredSample ReadStoredFile(const std::string& path) {
     CStoredSample sample;
     sample.path = path;
     sample.stem = fs::path(path).stem().string();
-    CRsdFile file;
-    if (const auto error = file.Open(path, true)) return Damage(sample, CRsdFile::Reason(error));
-    const auto fault = file.Verify();
-    // The description of a damaged file may still say which sample it is.
-    if (const auto error = file.ReadInfo(sample.info)) return Damage(sample, CRsdFile::Reason(error));
-    if (fault) return Damage(sample, CRsdFile::Reason(fault));
-    if (!sample.info.processed) return Damage(sample, "A raw sample, not a result");
-    sample.reason = sample.info.analysis.basecallError;
-    const bool isFailed = !sample.reason.empty() || fs::path(path).extension() == failedExtension;
-    if (!isFailed && !HasAllBases(sample.info.analysis)) return Damage(sample, "An array is shorter than the bases");
-    sample.state = isFailed ? SampleState::Failed : SampleState::Called;
+    try {
+        Read(sample);
+    } catch (const std::bad_alloc&) {
+        return UnreadSample(path, NoMemory());
+    }
     return sample;
 }
 
 CStoredSample ReadStoredSample(const std::string& path) {
     CStoredSample sample = ReadStoredFile(path);
     if (sample.state != SampleState::Damaged || fs::path(path).extension() == failedExtension) return sample;
-    CStoredSample failed = ReadStoredFile(fs::path(path).replace_extension(failedExtension).string());
-    return failed.state == SampleState::Failed ? failed : sample;
+    if (!sample.unread.empty()) return sample;  // it may be good
+    const std::string failedPath = fs::path(path).replace_extension(failedExtension).string();
+    std::error_code error;
+    if (fs::symlink_status(failedPath, error).type() == fs::file_type::not_found) return sample;
+    CStoredSample failed = ReadStoredFile(failedPath);
+    if (failed.state == SampleState::Failed) return failed;
+    sample.unread = std::move(failed.unread);
+    return sample;
 }
 
 }  // namespace lanetools

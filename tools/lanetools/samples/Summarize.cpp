@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <compare>
 #include <map>
+#include <new>
 #include <optional>
 #include <set>
 #include <span>
@@ -29,9 +30,24 @@ struct CReadPlate {
     bool hasOutput = false;
 };
 
-std::vector<CReadPlate> ReadPlates(const std::vector<CRawPlate>& plates, CProgress& progress) {
+bool IsNamedAfter(std::string_view folder, std::string_view plate) {
+    if (!folder.ends_with(outputSuffix)) return false;
+    folder.remove_suffix(std::string_view(outputSuffix).size());
+    return folder.size() > plate.size() && folder.starts_with(plate) && folder[plate.size()] == '_';
+}
+
+// True if the program may have named the output folder after the plate.
+bool IsNamedAfter(const COutputFolder& folder, const CRawPlate& plate) {
+    return IsNamedAfter(folder.name, plate.name) || IsNamedAfter(folder.name, plate.givenName);
+}
+
+std::vector<CReadPlate> ReadPlates(const std::vector<CRawPlate>& plates, const std::vector<COutputFolder>& outputs,
+                                   CProgress& progress) {
     std::vector<CReadPlate> read;
     for (const CRawPlate& plate : plates) {
+        const bool mayHaveOutput = std::any_of(
+            outputs.begin(), outputs.end(), [&](const COutputFolder& folder) { return IsNamedAfter(folder, plate); });
+        if (!plate.isWanted && !mayHaveOutput) continue;
         CReadPlate& one = read.emplace_back(CReadPlate{&plate, {}, {}, false});
         for (const std::string& path : plate.files) {
             CheckInterrupt();
@@ -50,23 +66,27 @@ struct CResult {
     CSampleRow row;  // without the name of the plate's folder
 };
 
+CResult ReadResult(const std::string& path) {
+    CResult result;
+    try {
+        result.stored = ReadStoredSample(path);
+        result.row = MakeRow(result.stored, "");
+    } catch (const std::bad_alloc&) {
+        result.stored = UnreadSample(path, NoMemory());
+        result.row = MakeRow(result.stored, "");
+    }
+    result.stored.info.analysis = {};  // large, and no longer needed
+    return result;
+}
+
 std::vector<CResult> ReadFolder(const COutputFolder& folder, CProgress& progress) {
     std::vector<CResult> results;
     for (const std::string& path : folder.files) {
         CheckInterrupt();
-        CResult& result = results.emplace_back(CResult{ReadStoredSample(path), {}});
-        result.row = MakeRow(result.stored, "");
-        result.stored.info.analysis = {};  // large, and no longer needed
+        results.push_back(ReadResult(path));
         progress.Step();
     }
     return results;
-}
-
-// True if the program may have named the output folder after the plate.
-bool IsNamedAfter(std::string_view folder, std::string_view plate) {
-    if (!folder.ends_with(outputSuffix)) return false;
-    folder.remove_suffix(std::string_view(outputSuffix).size());
-    return folder.size() > plate.size() && folder.starts_with(plate) && folder[plate.size()] == '_';
 }
 
 // A stored sample is compared by what it says of itself; a damaged one has its stem alone.
@@ -103,8 +123,7 @@ CReadPlate* PlateOf(const COutputFolder& folder, const std::vector<CResult>& res
         return result.stored.state != SampleState::Damaged;
     });
     for (CReadPlate& plate : plates) {
-        if (!IsNamedAfter(folder.name, plate.plate->name) && !IsNamedAfter(folder.name, plate.plate->givenName))
-            continue;
+        if (!IsNamedAfter(folder, *plate.plate)) continue;
         const CFit fit = Fit(plate, results);
         if ((isAnyReadable && fit.certain == 0) || (best && fit <= bestFit)) continue;
         best = &plate;
@@ -119,6 +138,7 @@ CSampleRow MissingRow(const CRawSample& raw, const std::string& plateFolder) {
     row.file = ToUtf8(raw.stem);
     row.reason = raw.reason;
     row.rawPath = raw.path;
+    row.unread = raw.unread;
     return row;
 }
 
@@ -132,13 +152,15 @@ CSampleRow ResultRow(const CResult& result, const std::string& plateFolder) {
 CSampleRow ResultRow(const CResult& result, const CRawSample& raw, const std::string& plateFolder) {
     CSampleRow row = ResultRow(result, plateFolder);
     if (row.state == SampleState::Damaged && raw.reason.empty()) Identify(row, raw.info, plateFolder);
-    if (row.state == SampleState::Called) row.rawPeak = RawPeak(raw.path);
+    if (row.state == SampleState::Called && raw.unread.empty()) row.rawPeak = RawPeak(ReadScans(raw.path, row.unread));
+    row.unread.insert(row.unread.end(), raw.unread.begin(), raw.unread.end());
     row.rawPath = raw.path;
     return row;
 }
 
 // The rows of an output folder and its plate.
-void AddRows(const CReadPlate& plate, const std::vector<CResult>& results, std::vector<CSampleRow>& rows) {
+void AddRows(const CReadPlate& plate, const COutputFolder& output, const std::vector<CResult>& results,
+             std::vector<CSampleRow>& rows) {
     const std::string& folder = plate.plate->name;
     std::map<std::string_view, const CResult*> byStem;
     for (const CResult& result : results)
@@ -153,8 +175,11 @@ void AddRows(const CReadPlate& plate, const std::vector<CResult>& results, std::
             continue;
         }
         rows.push_back(MissingRow(raw, folder));
-        if (found != byStem.end() && rows.back().reason.empty())
+        if (!rows.back().reason.empty()) continue;
+        if (found != byStem.end())
             rows.back().reason = "The result with this name is of another sample";
+        else if (!output.reason.empty())
+            rows.back().reason = "The folder of the results cannot be listed: " + output.reason;
     }
     for (const CResult& result : results)
         if (!used.contains(result.stored.stem)) rows.push_back(ResultRow(result, folder));
@@ -178,7 +203,7 @@ std::vector<CSampleRow> Summarize(const std::vector<COutputFolder>& outputs, con
         files += folder.files.size();
     CProgress progress("samples", files);
 
-    std::vector<CReadPlate> read = ReadPlates(plates, progress);
+    std::vector<CReadPlate> read = ReadPlates(plates, outputs, progress);
     std::vector<CSampleRow> rows;
     for (const COutputFolder& folder : outputs) {
         const bool isRawPlate = std::any_of(plates.begin(), plates.end(),
@@ -188,7 +213,7 @@ std::vector<CSampleRow> Summarize(const std::vector<COutputFolder>& outputs, con
         const std::size_t first = rows.size();
         if (CReadPlate* plate = PlateOf(folder, results, read)) {
             plate->hasOutput = true;
-            AddRows(*plate, results, rows);
+            AddRows(*plate, folder, results, rows);
         } else {
             for (const CResult& result : results)
                 rows.push_back(ResultRow(result, PlateFolderOf(folder.name)));
@@ -197,12 +222,19 @@ std::vector<CSampleRow> Summarize(const std::vector<COutputFolder>& outputs, con
             row.outputFolder = folder.path;
     }
     for (const CReadPlate& plate : read) {
-        if (plate.hasOutput) continue;
+        if (plate.hasOutput || !plate.plate->isWanted) continue;
         for (const CRawSample& raw : plate.samples)
             rows.push_back(MissingRow(raw, plate.plate->name));
     }
     Sort(rows);
     return rows;
+}
+
+Unread UnreadOf(const std::vector<CSampleRow>& rows) {
+    Unread unread;
+    for (const CSampleRow& row : rows)
+        unread.insert(unread.end(), row.unread.begin(), row.unread.end());
+    return unread;
 }
 
 void CStateCounts::Add(SampleState state) {

@@ -4,24 +4,24 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <tuple>
 #include <vector>
 
 #include "lanetools/CommonOptions.h"
 #include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
-#include "lanetools/samples/RawPlate.h"
+#include "lanetools/samples/Inputs.h"
 #include "lanetools/samples/SampleRow.h"
-#include "lanetools/samples/StoredSample.h"
 #include "lanetools/samples/Summarize.h"
 #include "lanetools/samples/Target.h"
+#include "lanetools/samples/Unread.h"
 #include "lanetools/summary/Reports.h"
+#include "lanetools/system/ToDisk.h"
 #include "lanetools/text/StandardOutput.h"
 #include "platform/AtomicFile.h"
-#include "platform/Error.h"
 
 namespace lanetools {
 
@@ -70,16 +70,15 @@ class CTarget {
             return;
         }
         file.Write(text);
-        if (const auto error = file.Commit()) throw std::runtime_error(target + ": " + error.Text());
+        CommitToDisk(file, target);
     }
     void Write(const std::vector<CReportFile>& files) {
         for (const CReportFile& one : files) {
             const std::string path = (fs::path(target) / one.name).string();
             platform::AtomicFile report;
-            auto error = report.Open(path);
+            std::ignore = report.Open(path);  // an error comes back below
             report.Write(one.text);
-            if (!error) error = report.Commit();
-            if (error) throw std::runtime_error(path + ": " + error.Text());
+            CommitToDisk(report, path);
         }
     }
 
@@ -91,7 +90,7 @@ class CTarget {
     void MakeFolder() {
         if (target.empty()) throw CRefused("--format multiqc writes several files: -o names a folder for them");
         std::error_code error;
-        fs::create_directory(target, error);
+        MakeFolderOnDisk(target, error);
         if (error) throw CRefused(target + ": " + error.message());
         if (!fs::is_directory(target, error)) throw CRefused(target + ": is not a folder");
     }
@@ -110,16 +109,18 @@ ExitCode Judge(const std::vector<CSampleRow>& rows, double minPass) {
 }
 
 ExitCode RunSummary(const CSummaryOptions& options) {
-    const auto plates = FindRawPlates(options.raw);
-    // Without raw samples, an output without results has no rows.
-    const auto outputs = plates.empty() ? FindOutputs(options.outputs) : ListOutputs(options.outputs);
+    const CInputs inputs = FindInputs(options.outputs, options.raw);
     CTarget target(options.format, options.target);
-    const std::vector<CSampleRow> rows = Summarize(outputs, plates);
+    const std::vector<CSampleRow> rows = Summarize(inputs.outputs, inputs.plates);
     if (options.format == "multiqc")
         target.Write(MultiqcReport(rows));
     else
         target.Write(options.format == "json" ? JsonReport(rows) : TsvReport(rows));
-    return Judge(rows, options.minPass);
+    Unread unread = UnreadOf(rows);
+    unread.insert(unread.end(), inputs.unread.begin(), inputs.unread.end());
+    ShowUnread(unread);
+    const ExitCode code = Judge(rows, options.minPass);
+    return unread.empty() ? code : ExitCode::Incomplete;
 }
 
 }  // namespace

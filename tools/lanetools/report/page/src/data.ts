@@ -14,6 +14,8 @@ export interface Plate {
   run_start: string;
   instrument: string;
   caller: string;
+  /** Path and reason of what exists but could not be read, so that the page may lack something. */
+  unread: [string, string][];
   /** Sorted by well and file. */
   samples: Sample[];
   quality_by_position: QualityByPosition;

@@ -6,6 +6,12 @@ import { make } from "./dom.ts";
 import { figure, median } from "./measures.ts";
 import { plateNotes } from "./notes.ts";
 
+function unread(plate: Plate): HTMLElement[] {
+  if (plate.unread.length === 0) return [];
+  const items = plate.unread.map(([path, reason]) => make("li", {}, `${path}: ${reason}`));
+  return [make("div", { class: "note unread", role: "note" }, "Not all of this plate could be read:", make("ul", {}, ...items))];
+}
+
 export function head(plate: Plate): HTMLElement {
   const count = (state: State) => plate.samples.filter((sample) => sample.state === state).length;
   const called = plate.samples.filter((sample) => sample.state === "called");
@@ -26,5 +32,5 @@ export function head(plate: Plate): HTMLElement {
   for (const [label, value] of facts)
     if (value !== "") list.append(make("div", {}, make("dt", {}, label), make("dd", {}, value)));
   const notes = plateNotes(plate).map((note) => make("p", { class: "note", role: "note" }, note));
-  return make("header", {}, make("h1", {}, plate.plate), list, ...notes);
+  return make("header", {}, make("h1", {}, plate.plate), list, ...unread(plate), ...notes);
 }
