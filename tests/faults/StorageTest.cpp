@@ -31,6 +31,11 @@ TEST_F(Storage, PowerCutCostsNoFormerEntry) {
         temp.Write("plate/log.xml", "");
         ASSERT_EQ(Run("-IP plate -OD out -RAW_TXT").exitCode, 0);
         EXPECT_EQ(CountOf(".esd\t\t\r\n", temp.Read("plate/log.xml")), 2u);
+        // Where the log is rewritten in place, its former state stays as long as it is the better one.
+        temp.Write("plate/log.xml", "");
+        ASSERT_EQ(Run("-IF plate/a.rsd -OD out -RAW_TXT", shim + "STORAGE_MACHINE=node").exitCode, 0);
+        for (const char* state : {"plate/log.xml", "plate/log.xml.temp"})
+            EXPECT_EQ(CountOf(".esd\t\t\r\n", temp.Read(state)), 2u) << state;
     }
 }
 
