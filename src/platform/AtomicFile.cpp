@@ -196,6 +196,7 @@ Error AtomicFile::Create(const std::string& path) {
         temporary = folder + TemporaryBeginning(::getpid()) + std::to_string(number) + std::string(leafEnd);
         error = CreateLocked(temporary, file);
     }
+    if (!error) known.Set(temporary.c_str());
     return error;
 }
 
@@ -219,6 +220,7 @@ Error AtomicFile::Commit() {
     if (!failure) failure = Rename(temporary, target);
     if (lock >= 0) ::close(lock);
     if (failure) Discard();
+    known.Set(nullptr);
     temporary.clear();
     return failure;
 }
@@ -232,6 +234,7 @@ Error AtomicFile::CommitKeeping(const std::string& former, struct stat& status) 
     if (!failure) failure = ExchangeNames(*keptName);
     if (failure) Discard();
     file.CloseQuietly();
+    known.Set(nullptr);
     temporary.clear();
     return failure;
 }
@@ -249,6 +252,7 @@ Error AtomicFile::ExchangeNames(const std::string& former) {
 void AtomicFile::Discard() {
     if (!temporary.empty()) ::unlink(temporary.c_str());
     file.CloseQuietly();
+    known.Set(nullptr);
     temporary.clear();
 }
 

@@ -15,6 +15,7 @@
 
 #include "platform/Descriptor.h"
 #include "platform/Error.h"
+#include "platform/NameToRemove.h"
 
 struct stat;
 
@@ -59,6 +60,7 @@ class AtomicFile {
     Error ExchangeNames(const std::string& former);
 
     std::string target, temporary;  // in the host's form
+    NameToRemove known;             // `temporary`, as long as there is a file of that name
     host::Descriptor file;
     Error failure;
 };

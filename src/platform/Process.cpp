@@ -5,10 +5,14 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <charconv>
 #include <cstdlib>
+#include <string_view>
+#include <tuple>
 
 #include "platform/Console.h"
 #include "platform/Guest.h"
+#include "platform/Host.h"
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -34,6 +38,18 @@ void KeepFreedMemory() {
 }
 
 bool isEnded = false;
+int endDescriptor = -1;  // of the program that has started this one
+
+// Neither a library's own processes nor a name in their environment may pass for the end of this process.
+void KeepEndDescriptor() {
+    const char* const text = std::getenv("LANEWRIGHT_END_DESCRIPTOR");
+    if (text == nullptr) return;
+    const std::string_view digits = text;
+    int number = -1;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (number > STDERR_FILENO && ::fcntl(number, F_SETFD, FD_CLOEXEC) == 0) endDescriptor = number;
+    ::unsetenv("LANEWRIGHT_END_DESCRIPTOR");
+}
 
 void CheckEnd() {
     if (!isEnded) host::EndInsideGuest();
@@ -43,6 +59,7 @@ void CheckEnd() {
 
 bool StartProcess() {
     KeepFreedMemory();
+    KeepEndDescriptor();
     // open gives the lowest free descriptor, so this fills any of the three that are closed.
     int opened = 0;
     while (opened >= 0 && opened <= STDERR_FILENO)
@@ -55,6 +72,8 @@ bool StartProcess() {
 
 void EndProcess() {
     isEnded = true;
+    constexpr std::string_view line = "end\n";
+    if (endDescriptor >= 0) std::ignore = host::Retry([&] { return ::write(endDescriptor, line.data(), line.size()); });
 }
 
 }  // namespace platform

@@ -14,6 +14,10 @@ namespace platform {
 bool StartProcess();
 
 // Marks the run as over: from now on the exit code is the one that main returns.
+//
+// A program that has started this one may want to know that it came to its end, which the exit code does not show if a
+// library has ended the process (_exit). It names a descriptor in the environment variable LANEWRIGHT_END_DESCRIPTOR, 3
+// or above and open for writing, and gets the line "end" on it here.
 void EndProcess();
 
 }  // namespace platform

@@ -48,7 +48,26 @@ TEST_F(RunFindings, Plates) {
     ExpectRefused("empty -o out", "empty: the plate holds no samples");
     ExpectRefused("strange -o out", Path("strange/a*.rsd") + ": the program does not take a name with ");
     ExpectRefused("twins -o out", Path("twins/x.rsd") + ": it shares its result with x.esd");
+    temp.MakeFolder("nameless");
+    MakeSample("nameless/.rsd");
+    temp.Write("nameless/a\\b.rsd", temp.Read("plate/a.rsd"));
+    ExpectRefused("nameless -o out", Path("nameless/.rsd") + ": a sample needs a name before its extension\n");
+    ExpectRefused("nameless -o out", Path("nameless/a\\b.rsd") + ": the program does not take a name with ");
     ExpectRefused("logless -o out", Path("logless/basecall.log") + ": the log cannot be written: Is a directory\n");
+}
+
+TEST_F(RunFindings, FoldersThatAreNoPlates) {
+    MakeSample("plate/c.rsd", lanetest::failing);
+    ASSERT_EQ(RunTool("plate -o out").exitCode, 3);
+    const std::string results = "out/plate_FRA_QX1";
+    ExpectRefused(results + " -o out2", results + ": it holds results of the program, and a plate is a folder of raw ");
+    temp.Write("run 1/a.ab1", "ABIF");
+    ExpectRefused(
+        "'run 1' -o out",
+        "run 1: it holds files of an instrument (.ab1, .abi): import them first, with lanetools import 'run 1'");
+    temp.MakeFolder("plates/one");
+    MakeSample("plates/one/a.rsd");
+    ExpectRefused("plates -o out", "plates: it holds plates: name its subfolders, as in plates/*\n");
 }
 
 TEST_F(RunFindings, PlateThatOthersOwn) {

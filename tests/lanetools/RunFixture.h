@@ -13,7 +13,8 @@ using programtest::CountOf;
 using programtest::RunResult;
 
 // What a sample whose first channel begins with it has the library "fragile.so" do.
-inline constexpr std::uint32_t failing = 13, aborting = 101, killing = 102, leaving = 103, hanging = 104, dooming = 105;
+inline constexpr std::uint32_t failing = 13, aborting = 101, killing = 102, leaving = 103, hanging = 104, dooming = 105,
+                               vanishing = 106;
 
 class RunTest : public programtest::ProgramTest {
   protected:

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // "lanetools run" over plates with libraries that crash, hang and leave: what it costs is the sample alone.
+#include <array>
 #include <chrono>
+#include <cstdio>
 #include <thread>
 
 #include "lanetools/RunFixture.h"
+#include "lanetools/system/Child.h"
 
 using namespace lanetest;
 
@@ -60,7 +63,8 @@ TEST_F(RunPlates, AsTheProgramItselfDoes) {
     EXPECT_EQ(run.output, "");
     EXPECT_EQ(run.errors,
               "plate   called   failed  missing  damaged\n"
-              "plate        5        1        0        0\n");
+              "plate        5        1        0        0\n"
+              "lanetools: plate: B07 c: failed: thirteen brings bad luck\n");
     EXPECT_EQ(Differences(Files("out"), expected), "");
     EXPECT_EQ(Differences(Files("plate"), raw), "");
     EXPECT_EQ(RunTool("plate -o out --min-pass 83").exitCode, 0);
@@ -88,11 +92,11 @@ TEST_F(RunPlates, LibraryThatEndsTheProcessCostsTheSample) {
     const std::string goodRecords = temp.Read("all.seq");
 
     std::filesystem::remove_all(Path("out"));
-    MakePlate("plate", {{'a', aborting}, {'b', killing}, {'c', failing}, {'f', leaving}});
+    MakePlate("plate", {{'a', leaving}, {'b', killing}, {'c', failing}, {'f', vanishing}});
     const RunResult run = RunTool("plate -o out" + switches);
     EXPECT_EQ(run.exitCode, 3);
     for (const char* line :
-         {"lanetools: plate: a.rsd: lost to the library fragile.so (SIGABRT)\n",
+         {"lanetools: plate: a.rsd: lost to the library fragile.so (the library ended the process)\n",
           "lanetools: plate: b.rsd: lost to the library fragile.so (SIGKILL)\n",
           "lanetools: plate: f.rsd: lost to the library fragile.so (the library ended the process)\n",
           "plate        2        1        3        0\n"})
@@ -128,6 +132,44 @@ TEST_F(RunPlates, CrashAfterTheLastSampleCostsNone) {
     EXPECT_EQ(CountOf("plate: f.rsd: the program ended after its base call (SIGABRT)", run.errors), 1u) << run.errors;
     EXPECT_EQ(CountOf("plate        6        0        0        0\n", run.errors), 1u) << run.errors;
     EXPECT_EQ(CountOf(">", temp.Read("out/plate_FRA_QX1/FASTA/plate_FRA_QX1.seq")), 6u);
+}
+
+// Also at the last sample, where nothing is left to be done and the exit code is that of a good end.
+TEST_F(RunPlates, ExitCodeOfALibraryIsNoEndOfTheProgram) {
+    MakePlate("plate", {{'f', vanishing}});
+    MakePlate("second", {});
+    const RunResult run = RunTool("plate second -o out");
+    EXPECT_EQ(run.exitCode, 3);
+    for (const char* line :
+         {"lanetools: plate: f.rsd: lost to the library fragile.so (the library ended the process)\n",
+          "total        11        0        1        0\n"
+          "lanetools: plate: B07 f: missing: lost to the library fragile.so (the library ended the process)\n"})
+        EXPECT_EQ(CountOf(line, run.errors), 1u) << line << run.errors;
+}
+
+TEST_F(RunPlates, AtTheEndAScreenfulOfReasons) {
+    temp.MakeFolder("plate");
+    for (int i = 10; i < 33; ++i)
+        MakeSample("plate/s" + std::to_string(i) + ".rsd", failing);
+    const RunResult run = RunTool("plate -o out");
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(CountOf("failed: thirteen brings bad luck\n", run.errors), 20u) << run.errors;
+    EXPECT_TRUE(run.errors.ends_with("lanetools: and 3 more: lanetools summary out\n")) << run.errors;
+}
+
+TEST_F(RunPlates, WhatALibraryPrintsAsItIsTriedOutIsBounded) {
+    const std::string line(1 << 20, 'x');
+    lanetools::CChild child = lanetools::CChild::Apart([&] {
+        for (int i = 0; i < 64; ++i)
+            std::printf("%s", line.c_str());
+        std::fflush(stdout);
+        return std::string("answer");
+    });
+    const std::array<lanetools::CChild*, 1> one{&child};
+    while (!child.IsEnded())
+        lanetools::CChild::Wait(one, std::chrono::seconds(1));
+    EXPECT_EQ(child.TakeOutput(), "answer");
+    EXPECT_LE(child.TakeErrors().size(), std::size_t{4} << 20);
 }
 
 TEST_F(RunPlates, LibraryThatHangsCostsTheSample) {

@@ -16,6 +16,8 @@ struct CSubcommand {
     std::function<ExitCode()> run;  // carries it out, after the command line has been parsed; owns the options
     // Takes the words after "--" of a subcommand that passes them on. Empty if such words are ordinary arguments.
     std::function<void(std::vector<std::string>)> takeRest = {};
+    // Lines of advice after an error of the command line whose words these are; may be empty.
+    std::function<std::string(const std::vector<std::string>&)> advise = {};
 };
 
 // Each adds its subcommand, with switches and help, to `tools`.

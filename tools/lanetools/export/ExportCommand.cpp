@@ -49,7 +49,7 @@ constexpr const char* notes =
     "\n"
     "Examples:\n"
     "  lanetools export out -o reads --format fastq --trim mott:0.05 --gzip\n"
-    "  lanetools export out -o reads --format bam --per plate --name '{sample}_{well}'";
+    "  lanetools export out -o reads --format bam --per run --name '{sample}_{well}'";
 
 void AddFileOptions(CLI::App& app, CExportOptions& options) {
     app.add_option("OUT", options.outputs, "Folders of stored samples")

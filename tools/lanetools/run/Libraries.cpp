@@ -2,6 +2,7 @@
 #include "lanetools/run/Libraries.h"
 
 #include <array>
+#include <stdexcept>
 #include <utility>
 
 #include "config/FileExists.h"
@@ -85,6 +86,8 @@ CLibrary Try(const std::string& settings, const std::string& file, std::chrono::
     }
     const std::string answer = child.TakeOutput();
     const std::size_t first = answer.find('\0'), second = answer.find('\0', first + 1);
+    if (child.IsEnded() && child.End().exitCode == CChild::exceptionCode && !answer.empty())
+        throw std::runtime_error(file + ": the library cannot be tried out: " + answer);
     if (!child.IsEnded())
         library.accident = "hangs (for " + std::to_string(limit.count()) + " s)";
     else if (child.End().signal != 0)

@@ -27,6 +27,8 @@ void CheckPlatesAreThere(const CRunPlan& plan, CFindings& findings) {
             findings.Add(plate.given, "the plate cannot be read: " + plate.problem);
         else if (plate.name.empty())
             findings.Add(plate.given, "a plate needs a folder with a name");
+        else if (!plate.mistake.empty())
+            findings.Add(plate.given, plate.mistake);
         else if (plate.files.empty() && plate.path.find_first_of("*\\") == std::string::npos)
             findings.Add(plate.given, "the plate holds no samples (.rsd, .esd)");
     }
@@ -38,10 +40,13 @@ void CheckNamesAreLiteral(const CRunPlan& plan, CFindings& findings) {
     for (const CPlannedPlate& plate : plan.plates) {
         if (plate.path.find_first_of("*\\") != std::string::npos || HasControl(plate.path))
             findings.Add(plate.path, "the program does not take a path with *, \\ or a control character literally");
-        for (const std::string& file : plate.files)
+        for (const std::string& file : plate.files) {
             if (file.find_first_of("*?\\") != std::string::npos || HasControl(file))
                 findings.Add(plate.path + '/' + file,
                              "the program does not take a name with *, ?, \\ or a control character literally");
+            if (WithoutExtension(file).empty())
+                findings.Add(plate.path + '/' + file, "a sample needs a name before its extension");
+        }
     }
     if (plan.output.find('\\') != std::string::npos) findings.Add(plan.output, "\\ separates folders to the program");
 }

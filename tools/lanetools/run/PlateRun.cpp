@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "discovery/SplitPath.h"
 #include "lanetools/run/Libraries.h"
 #include "lanetools/text/Utf8.h"
 #include "platform/AtomicFile.h"
@@ -25,12 +26,6 @@ constexpr std::string_view mark("\0", 1);      // no message holds one
 
 std::string Until(const std::string& marked) {
     return marked.substr(0, marked.find(mark));
-}
-
-// A warning of the program.
-bool IsAboutEndInside(const std::string& line) {
-    return line.starts_with("lanewright: warning: the library ") &&
-           line.find(" ended the process") != std::string::npos;
 }
 
 // Calls use(line) for each whole line of `pending` and the new `text`, without its line end, and keeps the rest in
@@ -76,18 +71,18 @@ CPlateRun::Start CPlateRun::WholePlate(std::vector<std::size_t> libraries) const
 void CPlateRun::GoOn() {
     if (child || starts.empty()) return;
     begun = 0;
-    isCallOver = hasLeft = isLate = false;
+    isCallOver = isLate = false;
     output.clear();
     errors.clear();
     since = steady_clock::now();
-    child.emplace(CChild::Program(starts.front().words));
+    child.emplace(CChild::Program(starts.front().words, "LANEWRIGHT_END_DESCRIPTOR"));
 }
 
 void CPlateRun::Look() {
     if (!child) return;
     const bool hasEnded = child->IsEnded();
     SplitLines(output, child->TakeOutput(), [&](const std::string& line) { ReadLine(line); });
-    SplitLines(errors, child->TakeErrors(), [&](const std::string& line) { ShowError(line); });
+    SplitLines(errors, child->TakeErrors(), [&](const std::string& line) { Say(line); });
     if (hasEnded) return Conclude();
     const std::chrono::seconds limit(plan.options.timeout);
     if (limit.count() == 0 || isLate || steady_clock::now() - since < limit) return;
@@ -118,38 +113,34 @@ void CPlateRun::ReadLine(const std::string& line) {
                  isAbout(MessageId::BaseCallFailed, file + ' ') || isAbout(MessageId::Skipped, "");
 }
 
-void CPlateRun::ShowError(const std::string& line) {
-    hasLeft = hasLeft || IsAboutEndInside(line);
-    Say(line);
-}
-
 void CPlateRun::Say(const std::string& text) {
     progress.Say(OneLine(ToUtf8(plate.name + ": " + text)));
 }
 
-// The exit code of single files is that of the last one.
-bool CPlateRun::HasFailed(const ChildEnd& end) const {
+// Only the program itself can report its end: a library may end the process with any exit code. The exit code of single
+// files is that of the last one.
+bool CPlateRun::HasFailed(const CChild& ended) const {
     const Start& start = starts.front();
-    return end.signal != 0 || hasLeft || (end.exitCode != 0 && (start.isWholePlate || begun < start.Samples()));
+    return !ended.HasReportedEnd() || (ended.End().exitCode != 0 && (start.isWholePlate || begun < start.Samples()));
 }
 
-std::string CPlateRun::Accident(const ChildEnd& end) const {
+std::string CPlateRun::Accident(const CChild& ended) const {
     if (isLate) return "no progress for " + std::to_string(plan.options.timeout) + " s";
-    if (end.signal != 0) return SignalName(end.signal);
-    return hasLeft ? "the library ended the process" : "exit code " + std::to_string(end.exitCode);
+    if (ended.End().signal != 0) return SignalName(ended.End().signal);
+    if (begun > 0 && !ended.HasReportedEnd()) return "the library ended the process";
+    return "exit code " + std::to_string(ended.End().exitCode);
 }
 
 void CPlateRun::Conclude() {
-    const ChildEnd end = child->End();
-    if (!errors.empty()) ShowError(std::exchange(errors, {}));
-    const bool hasFailed = HasFailed(end);
+    if (!errors.empty()) Say(std::exchange(errors, {}));
+    const bool hasFailed = HasFailed(*child);
+    const std::string accident = hasFailed ? Accident(*child) : "";
     if (hasFailed) CleanUp();
     child.reset();
     if (!hasFailed) {
         starts.pop_front();
         return;
     }
-    const std::string accident = Accident(end);
     if (begun == 0) {
         Say("the program ended before the first sample (" + accident + ")");
         starts.clear();
@@ -157,14 +148,21 @@ void CPlateRun::Conclude() {
     }
     const Start& start = starts.front();
     const std::string& file = start.files[(begun - 1) % start.files.size()];
-    const std::string& library = plan.libraries.File(start.libraries[(begun - 1) / start.files.size()]);
+    const std::size_t library = start.libraries[(begun - 1) / start.files.size()];
     if (isCallOver) {
         Say(file + ": the program ended after its base call (" + accident + "); exported files may be missing");
         isIncomplete = true;
     } else {
-        Say(file + ": lost to the library " + library + " (" + accident + ")");
+        Lose(library, file, "lost to the library " + plan.libraries.File(library) + " (" + accident + ")");
     }
     PlanTheRest();
+}
+
+void CPlateRun::Lose(std::size_t library, const std::string& file, const std::string& reason) {
+    Say(file + ": " + reason);
+    for (const CPlannedOutput& one : plan.outputs)
+        if (&plan.plates[one.plate] == &plate && one.library == library)
+            lost.emplace(one.path + '/' + WithoutExtension(file), reason);
 }
 
 void CPlateRun::PlanTheRest() {

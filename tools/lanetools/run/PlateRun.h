@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstddef>
 #include <deque>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,6 +40,8 @@ class CPlateRun {
     bool IsIncomplete() const { return isIncomplete; }
     // True if the program has begun at least one sample.
     bool HasWorked() const { return hasWorked; }
+    // Why samples have no result, by the path that the result would have, without extension.
+    const std::map<std::string, std::string>& Lost() const { return lost; }
 
   private:
     // One start of the program.
@@ -53,10 +56,10 @@ class CPlateRun {
 
     Start WholePlate(std::vector<std::size_t> libraries) const;
     void ReadLine(const std::string& line);
-    void ShowError(const std::string& line);
-    bool HasFailed(const ChildEnd& end) const;
-    std::string Accident(const ChildEnd& end) const;
+    bool HasFailed(const CChild& ended) const;
+    std::string Accident(const CChild& ended) const;
     void Conclude();
+    void Lose(std::size_t library, const std::string& file, const std::string& reason);
     void PlanTheRest();
     void Say(const std::string& text);
 
@@ -69,12 +72,12 @@ class CPlateRun {
     // Of the running program: how many samples it has begun, and the state of the last one.
     std::size_t begun = 0;
     bool isCallOver = false;                      // its base call has been reported, or that it is skipped
-    bool hasLeft = false;                         // a library has ended the process by itself
     bool isLate = false;                          // it has been killed
     std::chrono::steady_clock::time_point since;  // of the last sample's beginning
     std::string output, errors;                   // the part of a line that has been read
 
     bool isIncomplete = false, hasWorked = false;
+    std::map<std::string, std::string> lost;
 };
 
 }  // namespace lanetools

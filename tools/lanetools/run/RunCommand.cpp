@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "commandline/Help.h"
 #include "lanetools/CommonOptions.h"
 #include "lanetools/ExitCode.h"
 #include "lanetools/Subcommand.h"
@@ -22,14 +23,18 @@
 #include "lanetools/run/ShellQuote.h"
 #include "lanetools/samples/Summarize.h"
 #include "lanetools/text/StandardOutput.h"
+#include "platform/Ascii.h"
+#include "run/Switches.h"
 
 namespace lanetools {
 
 namespace {
 
 constexpr const char* about =
-    "Runs the program over plates: checks everything first, starts the program once per\n"
-    "plate, and reports how many samples were called. A library that crashes costs only\n"
+    "Runs the program over plates, with checks before and after.\n"
+    "\n"
+    "Looks for mistakes first, starts the program once per plate, and reports how many\n"
+    "samples were called, and why the others were not. A library that crashes costs only\n"
     "the sample that it was working on.";
 
 constexpr const char* notes =
@@ -82,6 +87,17 @@ void RemoveDamaged(const CRunPlan& plan) {
     }
 }
 
+// For a command line with switches of the program among its own words.
+std::string AdviseOnSwitches(const std::vector<std::string>& words) {
+    const auto end = std::find(words.begin(), words.end(), "--");
+    const auto found = std::find_if(words.begin(), end, [](const std::string& word) {
+        return FindSwitch(platform::UpperAscii(word)) != nullptr && word != "-h";
+    });
+    if (found == end) return "";
+    return *found + " is a switch of the program, and these follow \"--\": lanetools run PLATES... -o OUT -- " +
+           *found + "\n";
+}
+
 ExitCode Run(const CRunOptions& options) {
     const CRunPlan plan = MakeRunPlan(options);
     const std::vector<std::string> findings = FindAll(plan);
@@ -95,7 +111,7 @@ ExitCode Run(const CRunOptions& options) {
     RemoveDamaged(plan);
     const CRunOutcome outcome = RunPlates(plan);
     if (!outcome.hasWorked) throw std::runtime_error("the program did not begin any sample");
-    const bool isPassed = ReportPlates(plan).Passes(options.minPass);
+    const bool isPassed = ReportPlates(plan, outcome.losses).Passes(options.minPass);
     return isPassed && !outcome.isIncomplete ? ExitCode::Done : ExitCode::Incomplete;
 }
 
@@ -104,11 +120,12 @@ ExitCode Run(const CRunOptions& options) {
 CSubcommand AddRun(CLI::App& tools) {
     CLI::App* app = tools.add_subcommand("run", about);
     app->footer(notes);
+    app->formatter(std::make_shared<commandline::CHelpFormatter>(" [-- SWITCHES]"));
     const auto options = std::make_shared<CRunOptions>();
     options->jobs = std::max(1u, std::thread::hardware_concurrency());
     AddOptions(*app, *options);
     return {app, [options] { return Run(*options); },
-            [options](std::vector<std::string> words) { options->words = std::move(words); }};
+            [options](std::vector<std::string> words) { options->words = std::move(words); }, AdviseOnSwitches};
 }
 
 }  // namespace lanetools

@@ -9,6 +9,7 @@
 #include "discovery/FolderScan.h"
 #include "discovery/SplitPath.h"
 #include "lanetools/ExitCode.h"
+#include "lanetools/run/Mistakes.h"
 #include "lanetools/run/StoredResults.h"
 #include "lanetools/system/Access.h"
 #include "platform/Error.h"
@@ -46,7 +47,8 @@ CPlannedPlate FindPlate(const std::string& given) {
     const CFolderScan scan(plate.path, {{"*.esd"}, {"*.rsd"}}, false);
     if (!scan.unlisted.empty()) plate.problem = scan.unlisted.front().error.Text();
     for (const std::string& file : scan.files)
-        plate.files.push_back(LastComponent(file));
+        plate.files.push_back(file.substr(plate.path.size() + 1));  // a name may contain the separator
+    plate.mistake = FindMistake(plate);
     return plate;
 }
 

@@ -32,6 +32,7 @@ struct CPlannedPlate {
     std::string name;                // its last component
     std::string problem;             // why it cannot be listed; empty if it can
     std::vector<std::string> files;  // its samples without folder, in the order in which the program takes them
+    std::string mistake = {};        // what the folder holds if it is no plate, as a hint; empty if nothing is known
 };
 
 // Where the results of one plate and one library go.

@@ -75,6 +75,7 @@ CRunOutcome RunPlates(const CRunPlan& plan) {
             }
             outcome.hasWorked = outcome.hasWorked || run->HasWorked();
             outcome.isIncomplete = outcome.isIncomplete || run->IsIncomplete();
+            outcome.losses.insert(run->Lost().begin(), run->Lost().end());
             run = active.erase(run);
         }
     }

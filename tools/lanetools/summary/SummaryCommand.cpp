@@ -50,7 +50,7 @@ constexpr const char* notes =
     "Examples:\n"
     "  lanetools summary analyzed\n"
     "  lanetools summary analyzed --raw plates --min-pass 95 -o summary.tsv\n"
-    "  lanetools summary analyzed --raw plates --format multiqc -o report && multiqc report";
+    "  lanetools summary analyzed --raw plates --format multiqc -o report";
 
 // Where the report goes. It is opened before the samples are read, so that a target that cannot be written costs no
 // time.

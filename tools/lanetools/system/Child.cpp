@@ -11,7 +11,10 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <exception>
+#include <new>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -24,7 +27,8 @@ namespace lanetools {
 
 namespace {
 
-constexpr int cannotStart = 127;  // as in a shell
+constexpr int cannotStart = 127;                        // as in a shell
+constexpr std::size_t mostKept = std::size_t{4} << 20;  // of what a child writes
 
 [[noreturn]] void Throw(const char* what) {
     throw std::system_error(errno, std::generic_category(), what);
@@ -53,7 +57,7 @@ void SettleChild(int output, int errors, pid_t parent) {
 #else
     (void)parent;
 #endif
-    for (const int signal : {SIGINT, SIGTERM, SIGPIPE})
+    for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGALRM})
         std::signal(signal, SIG_DFL);
     const int nothing = ::open("/dev/null", O_RDONLY);
     ::dup2(nothing, STDIN_FILENO);
@@ -75,12 +79,44 @@ int GiveResult(const std::function<std::string()>& work) {
     // Descriptor 1 is where the work may print.
     const int answer = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    // What ends the work by an exception that nobody handles is the work's crash, and no affair of lanetools.
+    std::set_terminate(std::abort);
+    std::set_new_handler(nullptr);
     try {
         return WriteAll(answer, work()) ? 0 : 1;
+    } catch (const std::bad_alloc&) {
+        WriteAll(answer, "there is not enough memory");
+    } catch (const std::exception& error) {
+        WriteAll(answer, error.what());
     } catch (...) {
-        return 1;
+        WriteAll(answer, "an unknown error");
     }
+    return CChild::exceptionCode;
 }
+
+// The environment of a child, in which `variable` gets a value that is known only in the child.
+class CEnvironment {
+  public:
+    explicit CEnvironment(const std::string& variable) : name(variable) {
+        for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry)
+            if (!std::string_view(*entry).starts_with(name + '=')) entries.push_back(*entry);
+        entries.push_back(added.data());
+        entries.push_back(nullptr);
+    }
+    CEnvironment(const CEnvironment&) = delete;
+    CEnvironment& operator=(const CEnvironment&) = delete;
+
+    // Allocates no memory. The result is valid as long as this object.
+    char* const* With(int value) {
+        std::snprintf(added.data(), added.size(), "%s=%d", name.c_str(), value);
+        return entries.data();
+    }
+
+  private:
+    std::string name;
+    std::array<char, 100> added{};
+    std::vector<char*> entries;
+};
 
 }  // namespace
 
@@ -91,36 +127,39 @@ std::string SignalName(int signal) {
     return "signal " + std::to_string(signal);
 }
 
-CChild CChild::Program(const std::vector<std::string>& words) {
+CChild CChild::Program(const std::vector<std::string>& words, const std::string& endVariable) {
     std::vector<char*> arguments;
     for (const std::string& word : words)
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
-    return CChild([&] {
-        ::execv(arguments[0], arguments.data());
+    CEnvironment environment(endVariable);
+    return CChild([&](int ending) {
+        ::fcntl(ending, F_SETFD, 0);  // stays open in the program
+        ::execve(arguments[0], arguments.data(), environment.With(ending));
         return cannotStart;
     });
 }
 
 CChild CChild::Apart(const std::function<std::string()>& work) {
-    return CChild([&] { return GiveResult(work); });
+    return CChild([&](int) { return GiveResult(work); });
 }
 
-CChild::CChild(const std::function<int()>& body) {
+CChild::CChild(const std::function<int(int)>& body) {
     std::fflush(nullptr);  // or the child would write it as well
-    const Pipe out = MakePipe(), err = MakePipe();
+    const Pipe out = MakePipe(), err = MakePipe(), ends = MakePipe();
     const pid_t parent = ::getpid();
     process = ::fork();
     if (process < 0) Throw("A child process cannot be started");
     if (process == 0) {
         SettleChild(out.writing, err.writing, parent);
-        ::_exit(body());
+        ::_exit(body(ends.writing));
     }
     ::setpgid(process, process);  // both processes do it, since either may be the first
-    ::close(out.writing);
-    ::close(err.writing);
+    for (const Pipe& pipe : {out, err, ends})
+        ::close(pipe.writing);
     output.descriptor = out.reading;
     errors.descriptor = err.reading;
+    ending.descriptor = ends.reading;
 }
 
 CChild::CChild(CChild&& other) noexcept
@@ -128,7 +167,8 @@ CChild::CChild(CChild&& other) noexcept
       isEnded(other.isEnded),
       end(other.end),
       output(std::exchange(other.output, {})),
-      errors(std::exchange(other.errors, {})) {}
+      errors(std::exchange(other.errors, {})),
+      ending(std::exchange(other.ending, {})) {}
 
 CChild::~CChild() {
     if (process > 0 && !isEnded) {
@@ -136,8 +176,8 @@ CChild::~CChild() {
         while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
         }
     }
-    output.Close();
-    errors.Close();
+    for (Stream* stream : {&output, &errors, &ending})
+        stream->Close();
 }
 
 void CChild::Signal(int signal) const {
@@ -165,7 +205,7 @@ void CChild::Stream::Read() {
         if (got < 0 && errno == EINTR) continue;
         if (got < 0 && errno == EAGAIN) return;
         if (got <= 0) return Close();
-        text.append(buffer.data(), static_cast<std::size_t>(got));
+        text.append(buffer.data(), std::min(static_cast<std::size_t>(got), mostKept - text.size()));
     }
 }
 
@@ -173,13 +213,13 @@ void CChild::Stream::Read() {
 void CChild::Collect() {
     int status = 0;
     const bool hasEnded = !isEnded && ::waitpid(process, &status, WNOHANG) == process;
-    output.Read();
-    errors.Read();
+    for (Stream* stream : {&output, &errors, &ending})
+        stream->Read();
     if (!hasEnded) return;
     isEnded = true;
     end = WIFSIGNALED(status) ? ChildEnd{WTERMSIG(status), 0} : ChildEnd{0, WEXITSTATUS(status)};
-    output.Close();
-    errors.Close();
+    for (Stream* stream : {&output, &errors, &ending})
+        stream->Close();
 }
 
 void CChild::Wait(std::span<CChild* const> children, std::chrono::milliseconds limit) {

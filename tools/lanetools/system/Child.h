@@ -27,11 +27,14 @@ class CChild {
   public:
     // Starts the program words[0] (a path) with the other words as its arguments, in the working folder of lanetools.
     // Throws std::system_error if no process or pipe can be created. A program that cannot be started ends with exit
-    // code 127.
-    static CChild Program(const std::vector<std::string>& words);
+    // code 127. `endVariable` is an environment variable that names a descriptor to the program: it is to write a line
+    // there when it has come to its end.
+    static CChild Program(const std::vector<std::string>& words, const std::string& endVariable);
     // Calls `work` in a copy of this process. Its result is the output; anything that it prints counts as errors. The
-    // exit code is 0, or 1 if `work` threw.
+    // exit code is 0; it is exceptionCode, and the exception's text the output, if `work` threw.
     static CChild Apart(const std::function<std::string()>& work);
+
+    static constexpr int exceptionCode = 125;
 
     CChild(CChild&& other) noexcept;
     CChild(const CChild&) = delete;
@@ -42,7 +45,10 @@ class CChild {
     bool IsEnded() const { return isEnded; }
     // Valid after it has ended.
     const ChildEnd& End() const { return end; }
-    // What it has written to standard output and standard error since the last call.
+    // True if it has come to its end by itself, as it has reported. Valid after it has ended.
+    bool HasReportedEnd() const { return !ending.text.empty(); }
+    // What it has written to standard output and standard error since the last call. Of what was written between two
+    // calls the first 4 MiB are kept.
     std::string TakeOutput() { return std::exchange(output.text, {}); }
     std::string TakeErrors() { return std::exchange(errors.text, {}); }
 
@@ -64,14 +70,14 @@ class CChild {
         void Close();
     };
 
-    explicit CChild(const std::function<int()>& body);
+    CChild(const std::function<int(int ending)>& body);
     void Signal(int signal) const;
     void Collect();
 
     int process = -1;
     bool isEnded = false;
     ChildEnd end;
-    Stream output, errors;
+    Stream output, errors, ending;
 };
 
 }  // namespace lanetools
