@@ -10,4 +10,4 @@
 from lanewright.sample import Bases, Sample, read
 
 __all__ = ["Bases", "Sample", "read"]
-__version__ = "1.0.0"
+__version__ = "1.1.0"

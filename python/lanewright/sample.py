@@ -78,13 +78,21 @@ def _check_sum(data: bytes) -> None:
         raise ValueError("the checksum is wrong")
 
 
+def _value(info: dict[str, Any], key: str, kind: type, missing: Any) -> Any:
+    """The value of a key, which must be of this type."""
+    value = info.get(key, missing)
+    if not isinstance(value, kind) or isinstance(value, bool):
+        raise ValueError(f"the value of {key} has another type")
+    return value
+
+
 def _bases(info: dict[str, Any]) -> Bases:
-    count = max(int(info.get("BASES CALLED", 0)), 0)
+    count = max(_value(info, "BASES CALLED", int, 0), 0)
     if info["rawFlag"] == 1 or info.get("BASECALL ERROR"):
         count = 0
-    letters = info.get("SEQUENCE", "")
-    positions = np.asarray(info.get("PEAK POSITIONS", ()), np.int32)
-    qualities = np.asarray(info.get("QUALITY SCORES", ()), np.float32)
+    letters = _value(info, "SEQUENCE", str, "")
+    positions = _value(info, "PEAK POSITIONS", np.ndarray, np.empty(0)).astype(np.int32)
+    qualities = _value(info, "QUALITY SCORES", np.ndarray, np.empty(0)).astype(np.float32)
     for name, values in (("letters", letters), ("positions", positions), ("qualities", qualities)):
         if len(values) < count:
             raise ValueError(f"it has {len(values)} {name} for {count} bases")

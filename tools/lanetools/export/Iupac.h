@@ -10,7 +10,7 @@ namespace lanetools {
 
 // The bases of a letter: A 1, C 2, G 4, T 8. Letter case does not matter, U is T. 0 for any other character.
 inline std::uint8_t BaseSet(char letter) {
-    if (letter == 'U' || letter == 'u') return seq_nt16_table['T'];
+    if (letter == 'U' || letter == 'u') return seq_nt16_table[static_cast<std::uint8_t>('T')];
     const bool isLetter = (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z');
     const std::uint8_t set = isLetter ? seq_nt16_table[static_cast<std::uint8_t>(letter)] : 0;
     const bool isUnknown = set == 15 && letter != 'N' && letter != 'n';  // the table takes all other letters for N
