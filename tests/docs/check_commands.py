@@ -6,7 +6,7 @@
 
 A block that is marked ```console holds commands (lines that begin with "$ ") and, after each, the lines that it shows:
 standard output and standard error as on a terminal. "..." on a line stands for any number of lines, inside a line for any
-text; times count as equal. A command is expected to end with exit code 0 unless "$ echo $?" follows it. Commands of one
+text; times count as equal. A block that is marked ```sh holds commands whose output is not shown. A command is expected to end with exit code 0 unless "$ echo $?" follows it. Commands of one
 page run in one shell, in a clone of TREE of their own whose build/ is BUILD. An HTML comment that begins with "run:"
 holds commands that the page needs and does not show.
 """
@@ -26,15 +26,18 @@ def commands(page):
     found, kind = [], None
     for number, line in enumerate(page.splitlines(), 1):
         if kind is None:
-            kind = {"```console": "block", "<!-- run:": "hidden"}.get(line)
+            kind = {"```console": "block", "```sh": "script", "<!-- run:": "hidden"}.get(line)
             if line.startswith("```") and kind is None:
                 kind = "other"
         elif kind == "other" and line.startswith("$ "):
             raise SystemExit(f"line {number}: a command in a block that is not marked as console: {line}")
         elif line == ("-->" if kind == "hidden" else "```"):
             kind = None
-        elif kind == "hidden":
-            found.append((number, line, None))
+        elif kind in ("hidden", "script"):
+            if found and found[-1][1].endswith("\\"):
+                found[-1] = (found[-1][0], found[-1][1] + "\n" + line, None)
+            else:
+                found.append((number, line, None))
         elif kind == "block" and line.startswith("$ "):
             found.append((number, line[2:], []))
         elif kind == "block" and found and found[-1][1].endswith("\\"):

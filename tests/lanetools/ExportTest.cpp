@@ -80,7 +80,7 @@ TEST_F(Export, SamHasAReadGroupPerRead) {
     EXPECT_EQ(Exported("--format sam --name '{sample}@{well}\xC3\xA9'", "p_X_QX1/a.sam"),
               "@HD\tVN:1.6\tSO:unsorted\n"
               "@RG\tID:my_sample_A01_\tSM:my sample\tLB:P1\tPU:P1.A01\tDS:Caller\tDT:2024-05-01T10:20:30Z\n"
-              "@PG\tID:lanetools\tPN:lanetools\tVN:1.0.0\n"
+              "@PG\tID:lanetools\tPN:lanetools\tVN:1.1.0\n"
               "my_sample_A01_\t4\t*\t0\t0\t*\t*\t0\t0\tACG\t555\tRG:Z:my_sample_A01_\n");
     EXPECT_EQ(Exported("--format fasta --name '{sample}@{well}\xC3\xA9'", "p_X_QX1/a.fasta"),
               ">my_sample@A01\xC3\xA9\nACG\n");
