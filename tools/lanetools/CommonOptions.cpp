@@ -2,6 +2,7 @@
 #include "lanetools/CommonOptions.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace lanetools {
@@ -22,6 +23,12 @@ std::string CheckPercent(const std::string& text) {
     return isNumber && percent >= 0 && percent <= 100 ? "" : text + " is not a number from 0 to 100";
 }
 
+std::string CheckRatio(const std::string& text) {
+    double ratio = 0;
+    const bool isNumber = CLI::detail::lexical_cast(text, ratio);
+    return isNumber && ratio > 0 && ratio <= 1 ? "" : text + " is not a ratio above 0 and up to 1";
+}
+
 }  // namespace
 
 CLI::Validator NotEmpty() {
@@ -37,6 +44,11 @@ void AddMinPass(CLI::App& app, double& percent) {
         ->check(CLI::Validator(CheckPercent, ""))
         ->type_name("PERCENT")
         ->capture_default_str();
+}
+
+CLI::Option* AddMixedRatio(CLI::App& app, const std::string& name, std::optional<double>& ratio,
+                           const std::string& description) {
+    return app.add_option(name, ratio, description)->check(CLI::Validator(CheckRatio, ""))->type_name("RATIO");
 }
 
 }  // namespace lanetools

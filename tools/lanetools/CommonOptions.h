@@ -4,6 +4,8 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
 
 namespace lanetools {
 
@@ -14,5 +16,9 @@ CLI::Validator PlainPath();
 
 // Adds "--min-pass PERCENT": the percentage of called samples, 0 to 100, that gives exit code 0.
 void AddMinPass(CLI::App& app, double& percent);
+
+// Adds an option "SWITCH RATIO": the least strength of a second letter relative to the strongest, above 0, 1 at most.
+CLI::Option* AddMixedRatio(CLI::App& app, const std::string& name, std::optional<double>& ratio,
+                           const std::string& description);
 
 }  // namespace lanetools

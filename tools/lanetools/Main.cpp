@@ -79,7 +79,8 @@ int HandOnRest(const CSubcommand* chosen, int argc, char** argv) {
 
 std::vector<CSubcommand> AddSubcommands(CLI::App& tools) {
     std::vector<CSubcommand> subcommands{lanetools::AddImport(tools), lanetools::AddRun(tools),
-                                         lanetools::AddSummary(tools), lanetools::AddExport(tools)};
+                                         lanetools::AddSummary(tools), lanetools::AddExport(tools),
+                                         lanetools::AddMixed(tools)};
 #ifdef LANEWRIGHT_REPORT
     subcommands.push_back(lanetools::AddReport(tools));
 #endif

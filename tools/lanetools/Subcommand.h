@@ -25,6 +25,7 @@ CSubcommand AddImport(CLI::App& tools);
 CSubcommand AddRun(CLI::App& tools);
 CSubcommand AddSummary(CLI::App& tools);
 CSubcommand AddExport(CLI::App& tools);
+CSubcommand AddMixed(CLI::App& tools);
 CSubcommand AddReport(CLI::App& tools);
 
 }  // namespace lanetools

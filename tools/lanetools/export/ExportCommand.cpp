@@ -77,6 +77,9 @@ void AddReadOptions(CLI::App& app, CExportOptions& options) {
         ->capture_default_str()
         ->group(group);
     app.add_flag("--mask", options.mask, "Lower case instead of cutting; not for sam and bam")->group(group);
+    AddMixedRatio(app, "--mixed", options.mixed,
+                  "IUPAC letters where a second letter has this part of the\nstrength of the strongest")
+        ->group(group);
     app.add_option("--min-length", options.minLength, "Write no read of which fewer bases are kept")
         ->type_name("N")
         ->capture_default_str()

@@ -29,7 +29,8 @@ CReadRules ParseRules(const CExportOptions& options) {
     if (options.cap > largestPhred) throw CRefused("--cap: the highest Phred value is 93");
     if (!(options.adapterMismatch >= 0 && options.adapterMismatch < 1))
         throw CRefused("--adapter-mismatch: the part must be 0 or more and below 1");
-    CReadRules rules{ParseTrim(options.trim), std::nullopt, options.mask, options.cap, options.minLength};
+    CReadRules rules{ParseTrim(options.trim), std::nullopt, options.mixed, options.mask, options.cap,
+                     options.minLength};
     if (options.adapter) rules.adapter.emplace(*options.adapter, options.adapterMismatch);
     return rules;
 }

@@ -19,6 +19,7 @@ struct CExportOptions {
     std::string folder, format, per = "sample", trim = "none";
     std::optional<std::string> adapter, name, sheet;
     double adapterMismatch = 0.1;
+    std::optional<double> mixed;
     unsigned cap = 93, minLength = 0;
     bool gzip = false, mask = false;
 };
@@ -27,9 +28,10 @@ struct CExportOptions {
 struct CReadRules {
     Trim trim;
     std::optional<CAdapter> adapter;
-    bool mask;              // lower case instead of cutting
-    unsigned cap;           // the highest Phred value
-    std::size_t minLength;  // of what is neither cut nor masked
+    std::optional<double> mixed;  // IUPAC letters where a second letter has this ratio; see MixedPlaces
+    bool mask;                    // lower case instead of cutting
+    unsigned cap;                 // the highest Phred value
+    std::size_t minLength;        // of what is neither cut nor masked
 };
 
 // Both throw CRefused, which names the switch, for values that do not fit.

@@ -14,6 +14,8 @@
 #include "lanetools/export/Iupac.h"
 #include "lanetools/export/Trimming.h"
 #include "lanetools/samples/CallFigures.h"
+#include "lanetools/samples/HiddenBase.h"
+#include "lanetools/samples/MixedPlaces.h"
 #include "lanetools/samples/Phred.h"
 #include "lanetools/samples/Stretch.h"
 #include "samplestore/SampleInfo.h"
@@ -22,11 +24,10 @@ namespace lanetools {
 
 namespace {
 
-constexpr std::int32_t hiddenDescriptor = 2;
-
 // The bases that are shown, and the part of them that is the good region.
 struct CShownBases {
     std::string letters;
+    std::vector<std::size_t> numbers;  // of each among all bases, from 0, ascending
     std::vector<float> percents;
     std::vector<std::int32_t> positions;
     CStretch good;
@@ -37,10 +38,11 @@ CShownBases ShownBases(const CAnalysisInfo& analysis) {
     const CStretch good = GoodRegion(analysis);
     const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
     for (std::size_t i = 0; i < count; ++i) {
-        if (analysis.descriptors[i] == hiddenDescriptor) continue;
+        if (IsHidden(analysis, i)) continue;
         shown.good.start += i < good.start;
         shown.good.length += i >= good.start && i < good.End();
         shown.letters += IupacLetter(analysis.sequence[i]);
+        shown.numbers.push_back(i);
         shown.percents.push_back(analysis.qualityScores[i]);
         shown.positions.push_back(analysis.peakPositions[i]);
     }
@@ -56,6 +58,14 @@ CStretch Kept(const CShownBases& bases, const CReadRules& rules) {
     return kept;
 }
 
+void WriteMixed(CShownBases& bases, const CSampleInfo& info, double ratio) {
+    const CStretch all{0, static_cast<std::size_t>(std::max<std::int16_t>(info.analysis.basesCalled, 0))};
+    for (const CMixedPlace& place : MixedPlaces(info, all, ratio)) {
+        const auto at = std::lower_bound(bases.numbers.begin(), bases.numbers.end(), place.base);
+        bases.letters[static_cast<std::size_t>(at - bases.numbers.begin())] = place.code;
+    }
+}
+
 void MaskOutside(std::string& letters, CStretch kept) {
     for (std::size_t i = 0; i < letters.size(); ++i)
         if (i < kept.start || i >= kept.End()) letters[i] = static_cast<char>(letters[i] - 'A' + 'a');
@@ -66,6 +76,7 @@ void MaskOutside(std::string& letters, CStretch kept) {
 bool MakeRead(const CStoredSample& sample, const CReadRules& rules, CRead& read) {
     CShownBases bases = ShownBases(sample.info.analysis);
     const CStretch kept = Kept(bases, rules);
+    if (rules.mixed) WriteMixed(bases, sample.info, *rules.mixed);
     if (rules.mask) MaskOutside(bases.letters, kept);
     const CStretch written = rules.mask ? CStretch{0, bases.letters.size()} : kept;
     read.letters = bases.letters.substr(written.start, written.length);

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "lanetools/report/SampleCurves.h"
+#include "lanetools/samples/ChannelLetters.h"
 #include "lanetools/samples/RawPlate.h"
 #include "lanetools/samples/StoredSample.h"
 #include "lanetools/text/Utf8.h"
@@ -71,16 +72,6 @@ Json Description(const CSampleInfo& info) {
     return lines.Take();
 }
 
-// The letters of channels 1 to 4; "N" for one that is not known.
-std::string Letters(const CSampleInfo& info) {
-    std::string letters;
-    for (std::size_t i = 0; i < channelCount; ++i) {
-        const char letter = info.channelBase[i][0];
-        letters += letter >= 'A' && letter <= 'Z' ? letter : 'N';
-    }
-    return letters;
-}
-
 // Whether the stored sample, read for the second time, still gives the curves that its row announces.
 bool HasTrace(const CSampleRow& row, const CStoredSample& stored, Unread& unread) {
     unread.insert(unread.end(), stored.unread.begin(), stored.unread.end());
@@ -106,7 +97,7 @@ void AddContents(Json& json, const CSampleRow& row, bool withRaw, CQualityByPosi
         info = std::move(raw.info);
     }
     json["description"] = Description(info);
-    json["letters"] = Letters(info);
+    json["letters"] = ChannelLetters(info);
     if (withRaw && !row.rawPath.empty()) json["raw"] = PackRaw(row.rawPath, unread);
 }
 
@@ -117,7 +108,7 @@ Json SampleJson(const CSampleRow& row, bool withRaw, CQualityByPosition& quality
     Json json;
     VisitColumns(row, [&](const char* name, const auto& value) { json[name] = ColumnValue(value); });
     json["description"] = Json::array();
-    json["letters"] = Letters({});
+    json["letters"] = ChannelLetters({});
     try {
         AddContents(json, row, withRaw, quality, unread);
     } catch (const std::bad_alloc&) {

@@ -10,6 +10,7 @@
 #include <span>
 
 #include "lanetools/samples/CallFigures.h"
+#include "lanetools/samples/MixedPlaces.h"
 #include "lanetools/samples/Stretch.h"
 #include "lanetools/text/Utf8.h"
 
@@ -40,7 +41,8 @@ std::optional<double> OneDecimal(std::optional<double> value) {
     return value ? std::optional(std::round(*value * 10) / 10) : std::nullopt;
 }
 
-void FillFigures(CSampleRow& row, const CAnalysisInfo& analysis) {
+void FillFigures(CSampleRow& row, const CSampleInfo& info) {
+    const CAnalysisInfo& analysis = info.analysis;
     const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
     const auto qualities = std::span(analysis.qualityScores).first(count);
     const CStretch good = GoodRegion(analysis);
@@ -53,6 +55,7 @@ void FillFigures(CSampleRow& row, const CAnalysisInfo& analysis) {
     row.traceScore = OneDecimal(MeanPhred(qualities.subspan(good.start, good.length)));
     row.signal = OneDecimal(MeanSignal(analysis));
     row.noise = OneDecimal(MeanNoise(analysis));
+    row.mixed = static_cast<std::int64_t>(MixedPlaces(info, good, usualMixedRatio).size());
 }
 
 }  // namespace
@@ -95,7 +98,7 @@ CSampleRow MakeRow(const CStoredSample& sample, const std::string& plateFolder) 
     row.caller = ToUtf8(sample.info.analysis.baseCaller);
     row.path = sample.path;
     row.unread = sample.unread;
-    if (sample.state == SampleState::Called) FillFigures(row, sample.info.analysis);
+    if (sample.state == SampleState::Called) FillFigures(row, sample.info);
     return row;
 }
 

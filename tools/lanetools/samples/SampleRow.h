@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The row of one sample in the summary: 18 columns, which titles of exported reads can take up too.
+// The row of one sample in the summary: 19 columns, which titles of exported reads can take up too.
 #pragma once
 
 #include <cstdint>
@@ -29,7 +29,8 @@ struct CSampleRow {
     std::optional<double> traceScore;
     std::optional<double> signal, noise;
     std::optional<std::int64_t> rawPeak;
-    std::string runStart;  // "2024-05-01T10:20:30Z", empty for 0
+    std::optional<std::int64_t> mixed;  // mixed places of the good region, see MixedPlaces.h
+    std::string runStart;               // "2024-05-01T10:20:30Z", empty for 0
 
     // No columns:
     std::string path;                               // of the stored sample, empty when missing
@@ -61,6 +62,7 @@ void VisitColumns(const CSampleRow& row, Visit visit) {
     visit("noise", row.noise);
     visit("raw_peak", row.rawPeak);
     visit("run_start", row.runStart);
+    visit("mixed", row.mixed);
 }
 
 // The names of the columns, in order.

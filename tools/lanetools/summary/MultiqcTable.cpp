@@ -58,6 +58,8 @@ constexpr CColumnStyle styles[] = {
     {"noise", "Noise", "Mean noise over zones and channels", "{:,.1f}", true},
     {"raw_peak", "Raw peak", "Highest raw value of the four channels", "{:,.0f}", true},
     {"run_start", "Run start", "Start of the run, UTC", nullptr, true},
+    {"mixed", "Mixed", "Places of the good region with a second letter of 0.33 or more of the strongest", "{:,.0f}",
+     true},
 };
 
 // Columns with a value in some row.
