@@ -23,9 +23,26 @@ TEST_F(AbdExportTest, WholeTrace) {
     sample->info.pmtVoltage1 = 70000.9f;
     sample->info.temperature = -3.5f;
     sample->info.runStop = -1;
+    sample->info.comment = "remark";
+    sample->info.chemistryName = "dyes";
+    sample->info.machineId = "7";
+    sample->info.scanRate = 3;
+    CBaseCaller caller;
+    caller.name = "caller";
+    trace.SetCallerInfo(&caller);
+    plate->outputFolder += "/.";
     EXPECT_EQ(ExportAbd(), 1);
-
     auto tags = Tags();
+    std::string texts;
+    for (const char* name : {"CMBF1", "CMNT1", "CTTL1", "EVNT1", "EVNT2", "GELN1", "GELP1", "MCHN1", "PDMF1", "PDMF2",
+                             "SMPL1", "SVER1", "SVER2"})
+        texts += tags[name].Text() + "|";
+    EXPECT_EQ(texts, "96-well capillary|remark|Comment:|Run started at:|Run stopped at:|s1A01.rsd|" + folder +
+                         "|Quillion # 7|dyes|dyes|B11|1.2|caller|");
+    for (const auto& [name, number] : {std::pair("LANE1", 15), {"NChn1", 4}, {"NLNE1", 96}, {"SMPR1", 3}, {"DATA7", 0}})
+        EXPECT_EQ(tags[name].Shorts(), std::vector<int>{number}) << name;
+    EXPECT_EQ(tags["FWO_1"].data + tags["MODL1"].data, "CAGT1000");
+    EXPECT_EQ(tags["RUNT1"].data + tags["RUNT2"].data, std::string("\x0D\x1E\x3A\0\0\0\0\0", 8));
     EXPECT_EQ(tags["ASPt1"].Shorts(), std::vector<int>{5});
     EXPECT_EQ(tags["AEPt2"].Shorts(), std::vector<int>{10});
     EXPECT_EQ(tags["B1Pt1"].Shorts(), std::vector<int>{6});
@@ -39,6 +56,9 @@ TEST_F(AbdExportTest, WholeTrace) {
     EXPECT_EQ(tags["PCON2"].data, (std::string{3, 30, 0}));
     EXPECT_EQ(tags["RUND2"].data, (std::string{7, '\xB2', 1, 1}));
     EXPECT_EQ(Log(), "exported to ABD file format \r\n");
+    GiveRaw(13);  // spans exactly 1000
+    EXPECT_EQ(ExportAbd(), 1);
+    EXPECT_EQ(Tags()["DATA1"].Shorts().back(), 110);
 }
 
 TEST_F(AbdExportTest, TagsGoOutInTheirOrder) {

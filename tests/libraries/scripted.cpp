@@ -49,7 +49,7 @@ ENTRY(double**, PeekProcessedTrace, (Int, Int*, Int* a, Int* b), (),
 ENTRY(float**, ReportSpecSeparatnMatrixUsed, (Int), (), script.rows)
 ENTRY(Int, ReportSignalToNoise, (Int, Int** a, Int** b), (), (*a = script.zones, *b = sixteen, script.measured))
 ENTRY(Int, ReportFWHMSpacing, (Int, float** a, Int** b, Int** c), (),
-      (*a = script.fwhm.data(), *b = script.zones, *c = sixteen, script.measured))
+      (*a = script.fwhm.data(), *b = script.zones, *c = sixteen + 2, script.measured))
 ENTRY(Int, ReportNumCurrFix, (Int), (), 5)
 ENTRY(Int, ReportSpecSepDepth, (Int), (), 6)
 ENTRY(void, ReportSpecSepQual, (Int, float* overall, float* channels), (), std::fill_n(channels, 4, *overall = 0.25f))

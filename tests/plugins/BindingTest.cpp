@@ -19,7 +19,7 @@ class BindingTest : public PluginTest {
 
 TEST_F(BindingTest, NamesLeadToLibraries) {
     const std::string unlisted = "  is not listed in " + driver.settingsIniPath + " file \r\n";
-    EXPECT_EQ(Bound(list + "three\n", "", 1), "");
+    EXPECT_EQ(Bound(list + "three\ntwo\n", "", 1), "");
     EXPECT_EQ(set->currentCaller->name + set->currentCaller->folderSuffix, "Three_N_QX1");
     EXPECT_EQ(Bound(list + "two", "BARE.SO", 1), "");
     EXPECT_EQ(set->currentCaller, set->callers[2].get());
@@ -40,7 +40,7 @@ TEST_F(BindingTest, ListsThatAreWrong) {
     std::string many = "[Base Callers]\n";
     for (char c = 'a'; c < 'u'; ++c)
         many += std::string(1, c) + "\t" + c + "\n";
-    Bound(many + "this line is not looked at", "", 0);
+    EXPECT_EQ(Bound(many + "this line is not looked at", "", 0).find("Syntax error"), std::string::npos);
     ASSERT_EQ(set->callers.size(), 20u);
     EXPECT_EQ(set->callers[19]->id, 22931);
 }
@@ -68,6 +68,12 @@ TEST_F(BindingTest, UnattendedRunsBindOne) {
     EXPECT_FALSE(one.callers[1]->module.IsOpen());
     EXPECT_FALSE(one.currentCaller);
     EXPECT_EQ(one.annotationOn, 1);
+    for (const auto& [lines, isOn] : {std::pair("T", 1), {"y", 1}, {"N", 0}, {"yes", 0}, {"", 0}, {"N\nANNOTATION TURNED ON\tY", 0}}) {
+        temp.Write("basecall.ini", list + "\n[General]\nANNOTATION TURNED OFF\tY\nANNOTATION TURNED ON\t" + lines);
+        CBaseCallerSet other(&driver);
+        EXPECT_EQ(other.BindOneCaller("bare.so"), 1);
+        EXPECT_EQ(other.annotationOn, isOn) << lines;
+    }
     const Matrix4 expected = {{{6, 8, 7, 5}, {14, 16, 15, 13}, {10, 12, 11, 9}, {2, 4, 3, 0}}};
     EXPECT_EQ(one.dyeMatrix->Values(), expected);
     EXPECT_EQ(one.dyeMatrix->RowPointers()[1][0], 14);

@@ -45,12 +45,15 @@ TEST_F(PluginTest, OrderArgumentsAndResults) {
     EXPECT_EQ(analysis.snSignal[1], Values({3, 11}));
     EXPECT_EQ(analysis.snNoise[3], Values({8, 16}));
     EXPECT_EQ(analysis.spacingGaps, Values({1, 2}));
+    EXPECT_EQ(analysis.spacingPositions, Values({3, 4}));
     EXPECT_EQ(analysis.spacingFwhm, std::vector({1.5f, 2.5f}));
     EXPECT_EQ(analysis.separationQuality, 0.25f);
     EXPECT_EQ(analysis.separationQualities, std::vector(4, 0.25f));
     *script = Script();  // the same sample again, with less to report: nothing is left of the conversation before
     script->measured = -2;
+    Report({12, 60, 60});
     EXPECT_EQ(Call(), 1);
+    EXPECT_EQ(Region(), std::pair(0, 2));  // none is reported: all bases but the last
     EXPECT_FALSE(trace->separationMatrix);
     EXPECT_TRUE(analysis.basecallError.empty());
     EXPECT_EQ(analysis.snZoneCount, -2);

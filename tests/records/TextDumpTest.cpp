@@ -16,9 +16,23 @@ class TextDump : public TraceExportTest {
         for (std::size_t k = 0; k < channelCount; ++k)
             info.channelBase[k] = {"TGCA"[k]};
         info.runStop = -1;
+        info.laserIndex = -7;
         info.scanCount = 4000000000u;
+        info.scanRate = 2;
+        info.capillaries = 96;
+        info.saturated = true;
         CAnalysisInfo& analysis = info.analysis;
-        std::int32_t number = -2;
+        if (isFull) {
+            for (const auto& [field, text] : {std::pair(&info.plateId, "P"),
+                                              {&info.chemistryName, "C"},
+                                              {&info.chemistryApplication, "D"},
+                                              {&info.beamSplitterA, "E"},
+                                              {&info.beamSplitterB, "F"},
+                                              {&analysis.baseCaller, "G"}})
+                *field = text;
+            info.instrumentId[0] = 'I', info.runId[0] = 'R', info.operatorName[0] = 'O';
+        }
+        std::int32_t number = -8;
         for (std::int32_t* field :
              {&analysis.endGood, &analysis.endSequence, &analysis.endTrace, &analysis.endSignal, &analysis.startGood,
               &analysis.startSequence, &analysis.startTrace, &analysis.startSignal})
@@ -27,16 +41,22 @@ class TextDump : public TraceExportTest {
         return temp.Read("s1A01.txt");
     }
     std::string Description(const std::string& path) const {
-        return "Run Info for the file : " + path +
-               "\r\nSample name : s1\r\nPlate name : N/A\r\nInstrument ID : \r\nRun ID : \r\nComment : two\r\nlines\r\n"
-               "Chemistry name : N/A\r\nChemistry application : N/A\r\nBeam Splitter1 : N/A\r\nBeam Splitter2 : N/A\r\n"
-               "laserMode : B\r\nBase Caller : N/A\r\nOperator : \r\nRun Voltage : 1.23457e+06\r\nRun time : 1.5\r\n"
-               "Injection time : 2.5\r\nInjection voltage : 3.5\r\nTemperature : 4.5\r\nLazer Index : 0\r\n"
+        const auto known = [&](const char* text, const char* otherwise) {
+            return std::string(isFull ? text : otherwise) + "\r\n";
+        };
+        return "Run Info for the file : " + path + "\r\nSample name : s1\r\nPlate name : " + known("P", "N/A") +
+               "Instrument ID : " + known("I", "") + "Run ID : " + known("R", "") + "Comment : two\r\nlines\r\n" +
+               "Chemistry name : " + known("C", "N/A") + "Chemistry application : " + known("D", "N/A") +
+               "Beam Splitter1 : " + known("E", "N/A") + "Beam Splitter2 : " + known("F", "N/A") +
+               "laserMode : B\r\nBase Caller : " + known("G", "N/A") + "Operator : " + known("O", "") +
+               "Run Voltage : 1.23457e+06\r\nRun time : 1.5\r\n"
+               "Injection time : 2.5\r\nInjection voltage : 3.5\r\nTemperature : 4.5\r\nLazer Index : -7\r\n"
                "PMT Voltage1: 5.5\r\nPMT Voltage2: 6.5\r\nBase order : TGCA\r\nIs processed file : 0\r\n"
-               "Is saturated : 0\r\nVersion : 1.2\r\nRun start time : Tue Feb 29 13:30:58 2000\r\n\r\n"
-               "Run stop time : N/A\r\n\r\nNumber of lines : 4000000000\r\nScan Rate : 0\r\n"
-               "Number of capillaries : 0\r\n";
+               "Is saturated : 1\r\nVersion : 1.2\r\nRun start time : Tue Feb 29 13:30:58 2000\r\n\r\n"
+               "Run stop time : N/A\r\n\r\nNumber of lines : 4000000000\r\nScan Rate : 2\r\n"
+               "Number of capillaries : 96\r\n";
     }
+    bool isFull = false;  // whether the texts of the description are known
     const std::string heading = "Scan\t  Channel1\t  Channel2\t  Channel3\tChannel4\t Current\r\n\r\n";
 };
 
@@ -53,14 +73,16 @@ TEST_F(TextDump, ARawSampleIsItsDescriptionAndItsScans) {
 }
 
 TEST_F(TextDump, AProcessedSampleHasResultsAndSequenceInBetween) {
+    isFull = true;
     CProcessedTrace& trace = GiveProcessed(40, 42);
     trace.channels = {{{0.5, 0.0049}, {0.29, -0.019}, {1e30, 0.0}, {0.01, 12.0}}};
     trace.current = {12.9, 3.0};
     const std::string begin =
         Description(folder + "/s1A01.esd") +
-        "Bases Called : 0\r\nEnd Good Sequence : 4294967294\r\nEnd Sequence : 4294967295\r\n"
-        "End Trace Processing : 0\r\nEnd Signal : 1\r\nStart Good Sequence : 2\r\nStart Sequence : 3\r\n"
-        "Start Trace Processing : 4\r\nStart Signal : 5\r\n\r\nSequence :\r\n";
+        "Bases Called : 0\r\nEnd Good Sequence : 4294967288\r\nEnd Sequence : 4294967289\r\n"
+        "End Trace Processing : 4294967290\r\nEnd Signal : 4294967291\r\nStart Good Sequence : 4294967292\r\n"
+        "Start Sequence : 4294967293\r\nStart Trace Processing : 4294967294\r\nStart Signal : 4294967295\r\n\r\n"
+        "Sequence :\r\n";
     const std::string end =
         heading + "0\t\t50\t\t28\t\t9200000000000000000\t\t1\t\t12\r\n1\t\t0\t\t-1\t\t0\t\t1200\t\t3\r\n";
     AddBase(trace, 'x', 1, 0, 2);

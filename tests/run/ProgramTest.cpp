@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include <poll.h>
+
+#include <thread>
+
 #include "run/ProgramFixture.h"
 #include "run/Switches.h"
+#include "tracewriter/TraceReaders.h"
 
 using programtest::CountOf;
 using programtest::ProgramTest;
@@ -75,10 +80,13 @@ TEST_F(ProgramTest, FailedSamplesLeaveTheirFailedFormsAndTheRunGoesOn) {
     ReadBack(Path("out/plate_T10_QX1/bad.fsd"), info, scans);
     EXPECT_EQ(info.analysis.basecallError, "thirteen brings bad luck");
     EXPECT_EQ(scans.size(), 1u);
+    EXPECT_EQ(info.scanCount, 1u);
+    EXPECT_EQ(CountOf("bad.fsd\t\t\r\n", temp.Read("plate/log.xml")), 1u);
 
     std::filesystem::remove_all(Path("out/plate_T10_QX1"));
-    Run("-IP plate -OD out -SCF -ABD -NOEMPTY -PILE -USER_EXT");
+    Run("-IP plate -OD out -SCF -ABD -FAP -NOEMPTY -PILE -USER_EXT");
     EXPECT_TRUE(temp.Has("out/plate_T10_QX1/good"));
+    EXPECT_TRUE(temp.Has("out/plate_T10_QX1/plate_T10_QX1.seq"));
     EXPECT_FALSE(temp.Has("out/plate_T10_QX1/bad"));
 }
 
@@ -120,7 +128,12 @@ TEST_F(ProgramTest, ExitCodeFollowsTheLastSingleFile) {
     MakeSample("here.rsd");
     EXPECT_EQ(Run("-IF here.rsd -OD out -BC").exitCode, 0);
     EXPECT_EQ(CountOf("successfully basecalled here.rsd", temp.Read("basecall.log")), 1u);
+    EXPECT_TRUE(temp.Has("out/" + temp.Path().substr(temp.Path().rfind('/') + 1) + "_T10_QX1/here.esd"));
     EXPECT_EQ(Run("-IP plate -OD out").exitCode, 0);
+    EXPECT_EQ(Run("-IF plate/a.rsd -OD out -ABD").exitCode, 0);
+    std::filesystem::remove_all(Path("out/plate_T10_QX1/ABD"));
+    temp.Write("out/plate_T10_QX1/ABD", "in the way of the folder");
+    EXPECT_EQ(Run("-IF plate/a.rsd -OD out -ABD").exitCode, 1);
 }
 
 TEST_F(ProgramTest, UnattendedRunsReportToTheStartUpLog) {
@@ -158,6 +171,8 @@ TEST_F(ProgramTest, RunsThatCannotStartSayWhy) {
     EXPECT_EQ(store.exitCode, 1);
     EXPECT_EQ(store.errors, "Cannot locate    file \r\n");
     EXPECT_EQ(store.output, "");
+    temp.Write("bin/registry.ini", "[Quillion\\Base Calling]\nPath = .\n");
+    EXPECT_EQ(Run("-IP plate -BC").output, "Cannot read registry key AnalyzedDataPath  \r\n");
     // The store is named relative to the working folder, which moves while a library loads.
     temp.Write("bin/registry.ini",
                "[Quillion\\Base Calling]\nPath = D:\\bin\nAnalyzedDataPath = d:/new\n[Drives]\nD = ../\n");
@@ -172,4 +187,94 @@ TEST_F(ProgramTest, HelpStandsOnStandardOutputAndTheRunGoesOn) {
     EXPECT_TRUE(help.output.starts_with("LANEWRIGHT SWITCHES \r\nAll the switches"));
     EXPECT_EQ(CountOf("\r\n-", help.output), AllSwitches().size());
     EXPECT_LT(help.output.find("press any key\tLoading a.rsd"), help.output.find("successfully"));
+}
+
+TEST_F(ProgramTest, ExportsCallFirstUnlessTheyNeedNot) {
+    MakeSample("plate/a.rsd");
+    for (const std::string word : {"-ABD", "-SCF", "-PROC_TXT", "-FAP", "-FAG", "-FA", "-FA_", "-RAW_TXT"}) {
+        std::filesystem::remove_all(Path("out/plate_T10_QX1"));
+        const bool calls = word != "-FA" && word != "-FA_" && word != "-RAW_TXT";
+        EXPECT_EQ(CountOf("successfully", Run("-IP plate -OD out " + word).output), calls ? 1u : 0u) << word;
+    }
+}
+
+TEST_F(ProgramTest, SwitchesThatAreRepeatedEmptyOrTogether) {
+    temp.Write("bin/basecall.ini", "[Base Callers]\nTenth\ttenth.so\nOther\tother.so\n[Default]\nTenth\n");
+    MakeSample("plate/a.rsd");
+    const auto run = [&](const std::string& words) { return Run("-IP plate -OD out " + words); };
+    run("-BC -FA own.seq -FA_ own.seq -FAP -FAG -ABD -SCF -GOOD_SEQ");
+    for (const char* file : {"own.seq", "out/out.seq", "out/plate_T10_QX1/FASTA/plate_T10_QX1.seq"})
+        EXPECT_EQ(CountOf("a.esd\t98\tQuillion\r\nCGTA", temp.Read(file)), file[1] == 'w' ? 2u : 1u) << file;
+    EXPECT_EQ(ReadAbif(Path("out/plate_T10_QX1/ABD/a.abd"))["PBAS1"].count, 98u);
+    EXPECT_EQ(ReadScf(Path("out/plate_T10_QX1/SCF/a.scf")).letters.size(), 98u);
+    // One deletes the file of an earlier run, the other adds to it.
+    for (const auto& [words, records] : {std::pair("-FA own.seq -FA own.seq", 2u), {"-FA_ own.seq", 3u}}) {
+        run(words);
+        EXPECT_EQ(CountOf(">", temp.Read("own.seq")), records) << words;
+    }
+    EXPECT_EQ(CountOf("\tLoading", run("-BC tenth.so -ABD -BC other.so").output), 2u);
+    EXPECT_EQ(CountOf("exported to ABD", run("-ABD -SCF -ABD").output), 2u);
+    EXPECT_EQ(Run("-IP plate -OD '' -BC '' -FA ''").errors, "");
+    EXPECT_TRUE(temp.Has("analyzed/plate_T10_QX1/FASTA/a.seq"));
+    for (const auto& [words, order] :
+         {std::pair("", "TGCA"), {"-BO", "ACTG"}, {"-BO GAT", "ACTG"}, {"-BO GATC", "GATC"}})
+        EXPECT_EQ(CountOf(std::string("order ") + order, run("-BC " + std::string(words)).output), 1u) << words;
+    // A default that does not load does not matter to a run with another library.
+    temp.Write("bin/basecall.ini", "[Base Callers]\nGone\tgone.so\nOther\tother.so\n[Default]\nGone\n");
+    EXPECT_EQ(run("-BC other.so").exitCode, 0);
+    EXPECT_EQ(run("-BC").exitCode, 1);
+}
+
+TEST_F(ProgramTest, SkippedSamplesOfAPlateAreReported) {
+    CSampleInfo info = sampletest::RawInfo(3);
+    info.processed = true;
+    ASSERT_EQ(WriteSample(Path("plate/a.esd"), info, sampletest::NumberedScans(3)), 0);
+    const std::string skipped = "skipped plate\\a.esd\r\n";
+    const RunResult plate = Run("-IP plate -OD out -BC"), file = Run("-IF 'plate\\a.esd' -OD out -BC");
+    EXPECT_EQ(plate.errors, skipped);
+    EXPECT_EQ(CountOf(skipped, plate.output), 2u);  // of the log, and of the report
+    EXPECT_EQ(CountOf(skipped, file.output + file.errors), 1u);
+    Run("-E -IP plate -OD out -BC tenth.so");
+    EXPECT_TRUE(StartUpLog().ends_with(skipped));
+}
+
+// With as much room as a run may need nobody is asked, with one byte less it is a question whether to go on.
+TEST_F(ProgramTest, DiskSpaceIsAskedForByTheNumberOfResults) {
+    temp.Write("bin/basecall.ini", "[Base Callers]\nTenth\ttenth.so\nOther\tother.so\n[Default]\nTenth\n");
+    temp.MakeFolder("single");
+    for (const char* name : {"plate/a.rsd", "plate/b.rsd", "single/c.rsd"})
+        MakeSample(name);
+    const auto run = [&](const std::string& words, int units, int missing, const std::string& answer) {
+        const std::string free = std::to_string(50000000 + 20000 * units - missing);
+        return Run("-OD out " + words, "env ASAN_OPTIONS=verify_asan_link_order=0 FREE_AT=out FREE_BYTES=" + free +
+                                           answer + " LD_PRELOAD=" LANEWRIGHT_TEST_LIBRARIES "/space.so");
+    };
+    for (const auto& [words, units] : {std::pair("-IP plate -BC -ABD -FA", 6),
+                                       {"-IP plate -BC tenth.so other.so -FA", 8},
+                                       {"-IP plate", 0},
+                                       {"-IF plate/a.rsd plate/b.rsd single/c.rsd -BC -FA", 6},
+                                       {"-E -BC tenth.so other.so -IF single/c.rsd", 2}}) {
+        SCOPED_TRACE(words);
+        const RunResult enough = run(words, units, 0, ""), refused = run(words, units, 1, ""),
+                        granted = run(words, units, 1, " LANEWRIGHT_ANSWER=yes");
+        EXPECT_EQ(CountOf("not enough disk space", refused.errors + granted.errors), 2u);
+        EXPECT_EQ(CountOf("not enough disk space", enough.errors), 0u);
+        EXPECT_EQ(refused.exitCode, 1);
+        EXPECT_EQ(CountOf("\tLoading", refused.output), 0u);
+        EXPECT_EQ(granted.exitCode, 0);
+        EXPECT_EQ(CountOf("\tLoading", granted.output), CountOf("\tLoading", enough.output));
+    }
+    EXPECT_EQ(run("-IP plate -IF single/c.rsd -BC", 2, 1, "").output, "");
+}
+
+// A file that is a running program cannot be opened for writing.
+TEST_F(ProgramTest, MarkupLogThatIsHeldForAWhileGetsItsEntries) {
+    MakeSample("plate/a.rsd");
+    std::filesystem::copy_file("/bin/sleep", Path("plate/log.xml"));
+    std::thread holder([&] { EXPECT_EQ(std::system((Path("plate/log.xml") + " 1").c_str()), 0); });
+    ::poll(nullptr, 0, 200);
+    EXPECT_EQ(Run("-IP plate -OD out -BC -FA").errors, "");
+    holder.join();
+    for (const char* name : {"a.esd\t\t\r\n", "a.seq\t\t\r\n"})
+        EXPECT_EQ(CountOf(name, temp.Read("plate/log.xml")), 1u);
 }

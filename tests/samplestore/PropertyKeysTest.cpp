@@ -71,18 +71,46 @@ TEST(PropertyKeys, EveryFieldComesBack) {
     }
 }
 
-TEST(PropertyKeys, StoredTypes) {
+// The keys as other programs know them, with type, count and first value.
+TEST(PropertyKeys, NamesTypesAndValues) {
     StoredTree tree;
-    ASSERT_TRUE(tree.Store(ProcessedInfo(2)));
-    const std::tuple<const char*, std::uint32_t, std::uint32_t> cases[] = {
-        {"bases descriptors", 42, 4},    {"RELATIVE SIGNAL STRENGTH VALUES", 36, 8},
-        {"CHEMISTRY.LASER MODE", 25, 1}, {"BASES CALLED", 42, 1},
-        {"PEAK POSITIONS", 44, 2},       {"S/N.CHANNEL4.NOISE", 44, 2},
-        {"QUALITY INDEX", 36, 1},        {"SEQUENCE", 1, 3}};
-    for (const auto& [key, type, count] : cases) {
+    CSampleInfo info = ProcessedInfo(2);
+    const std::pair<std::string*, const char*> texts[] = {
+        {&info.plateId, "PLATE ID"}, {&info.sampleName, "SAMPLE NAME"}, {&info.comment, "COMMENT"},
+        {&info.chemistryName, "CHEMISTRY.NAME"}, {&info.chemistryApplication, "CHEMISTRY.APPLICATION"},
+        {&info.beamSplitterA, "CHEMISTRY.BEAMSPLITTER A"}, {&info.beamSplitterB, "CHEMISTRY.BEAMSPLITTER B"},
+        {&info.channel[0].base, "CHEMISTRY.CHANNEL1.BASE"}, {&info.channel[1].dye, "CHEMISTRY.CHANNEL2.DYE"},
+        {&info.channel[3].filter, "CHEMISTRY.CHANNEL4.FILTER"}, {&info.barCode, "BAR CODE"},
+        {&info.machineId, "MACHINE ID"}, {&info.wellId, "WELL ID"}, {&info.analysis.baseCaller, "BASE CALLER"},
+        {&info.analysis.sequence, "SEQUENCE"}};
+    for (const auto& [field, key] : texts)
+        *field = key;
+    ASSERT_TRUE(tree.Store(info));
+    for (const auto& [field, key] : texts) {
         CPropertyItem item;
-        ASSERT_TRUE(tree.Has(key, item));
+        ASSERT_TRUE(tree.Has(key, item)) << key;
+        EXPECT_EQ(item.type, 1u) << key;
+        EXPECT_STREQ(reinterpret_cast<const char*>(item.data), key);
+    }
+    const std::tuple<const char*, std::uint32_t, std::uint32_t, double> numbers[] = {
+        {"CHEMISTRY.LASER MODE", 25, 1, 200}, {"BASES CALLED", 42, 1, 2}, {"bases descriptors", 42, 4, 0x5678},
+        {"END GOOD SEQUENCE", 44, 1, 1}, {"END SEQUENCE", 44, 1, 2}, {"END TRACE PROCESSING", 44, 1, 3},
+        {"END SIGNAL", 44, 1, 4}, {"END RAW DATA", 44, 1, 5}, {"START GOOD SEQUENCE", 44, 1, -6},
+        {"START SEQUENCE", 44, 1, 7}, {"START TRACE PROCESSING", 44, 1, 8}, {"START SIGNAL", 44, 1, 9},
+        {"START RAW DATA", 44, 1, 10}, {"PEAK POSITIONS", 44, 2, 100}, {"S/N.ZONES MEASURED", 44, 1, 2},
+        {"S/N.ZONES START POINTS", 44, 2, 1}, {"S/N.ZONES END POINTS", 44, 2, 3}, {"S/N.CHANNEL4.SIGNAL", 44, 2, 7},
+        {"S/N.CHANNEL1.NOISE", 44, 2, 9}, {"SPACING.BASES MEASURED", 44, 1, 1}, {"SPACING.BASES POSITIONS", 44, 1, 500},
+        {"SPACING.GAP VALUES", 44, 1, 11}, {"NUMBER OF CURRENT FIX AREAS", 44, 1, 3},
+        {"SPECTRAL SEPARATION DEPTH", 44, 1, 4}, {"PSD.NUMBER OF POINTS", 44, 2, 6}, {"QUALITY INDEX", 36, 1, 98.5},
+        {"QUALITY SCORES", 36, 2, 0}, {"RELATIVE SIGNAL STRENGTH VALUES", 36, 8, 0}, {"SPACING.FWHM VALUES", 36, 1, 4.5},
+        {"SPECTRAL SEPARATION OVERALL QUALITY", 36, 1, 0.75}, {"SPECTRAL SEPARATION QUALITY VALUES", 36, 4, 1}};
+    for (const auto& [key, type, count, value] : numbers) {
+        CPropertyItem item;
+        ASSERT_TRUE(tree.Has(key, item)) << key;
         EXPECT_EQ(std::pair(item.type, item.count), std::pair(type, count)) << key;
+        std::int32_t word = item.data[0];
+        if (type != 25) std::memcpy(&word, item.data, type == 42 ? 2 : 4);
+        EXPECT_EQ(type == 36 ? static_cast<double>(std::bit_cast<float>(word)) : word, value) << key;
     }
 }
 

@@ -29,15 +29,54 @@ class RsdFile : public SampleTest {
 };
 
 TEST_F(RsdFile, LayoutAndChecksum) {
-    const Bytes bytes = ReadBytes(MakeSample(7));
+    CSampleInfo info = RawInfo(7);
+    const auto put = [](auto& field, std::string_view text) { std::copy(text.begin(), text.end(), field.begin()); };
+    put(info.operatorName, "operator");
+    put(info.instrumentId, "instrument");
+    put(info.reservedText, "reserved");
+    put(info.runId, "run");
+    info.beamSplitterA.assign(40, 'A');
+    info.beamSplitterB = "splitter B";
+    float value = 0;
+    for (float* field : {&info.runVoltage, &info.runTime, &info.injectionTime, &info.injectionVoltage, &info.temperature,
+                         &info.pmtVoltage1, &info.pmtVoltage2, &info.separationMatrix[3][2]})
+        *field = value += 1.5f;
+    std::int32_t number = 0;
+    for (std::int32_t* field :
+         {&info.laserIndex, &info.runParameters[6], &info.runStart, &info.runStop, &info.scanRate})
+        *field = --number;
+    info.plateColumns = 24;
+    info.plateRows = 16;
+    info.capillaries = 8;
+    info.trailerByte626 = 9;
+    info.saturated = true;
+    ASSERT_EQ(WriteSample(Path("a.rsd"), info, NumberedScans(7)), 0);
+    Bytes bytes = ReadBytes(Path("a.rsd"));
     ASSERT_GT(bytes.size(), 140 + trailerSize);
     const std::size_t trailer = bytes.size() - trailerSize;
+    const std::pair<std::size_t, std::string> texts[] = {
+        {0, "sample"},  {24, "operator"},  {86, std::string(29, 'A')}, {116, "splitter B"}, {146, "filter0"}, {236, "filter3"},
+        {358, "T"},     {388, "A"},        {398, "instrument"},        {420, "reserved"},   {568, "run"},     {574, "plate"}};
+    for (const auto& [at, text] : texts)
+        EXPECT_EQ(std::string(&bytes[trailer + at], &bytes[trailer + at + text.size() + 1]), text + '\0') << at;
+    value = 0;
+    for (const std::size_t at : {54, 58, 62, 66, 70, 78, 82, 294 + 14 * 4})
+        EXPECT_EQ(std::bit_cast<float>(WordAt(bytes, trailer + at)), value += 1.5f) << at;
+    const std::pair<std::size_t, std::size_t> words[] = {
+        {74, -1u},       {290, -2u},  {608, -3u}, {612, -4u}, {620, -5u},          {596, 1}, {600, 1}, {616, 7},
+        {624, 0x90800u}, {454, bytes.size() - 140}, {458, trailer - 140}};
+    for (const auto& [at, word] : words)
+        EXPECT_EQ(WordAt(bytes, trailer + at), word) << at;
     EXPECT_EQ(std::string(&bytes[trailer + 450], &bytes[trailer + 454]), "ESD1");
-    EXPECT_EQ(WordAt(bytes, trailer + 458), trailer - 140);
-    EXPECT_EQ(WordAt(bytes, trailer + 454), bytes.size() - 140);
     EXPECT_EQ(WordAt(bytes, 6 * 20 + 4), 1006u);
-    EXPECT_EQ(bytes[trailer + 146 + 30], 'f');
     EXPECT_EQ(XorOfFile(Path("a.rsd")), 0u);
+    // All of it is read too: what is stored from it has the same bytes.
+    std::vector<ScanRecord> scans;
+    SetWord(bytes, trailer + 600, 2);  // any number but 0 means saturated
+    WriteBytes(Path("b.rsd"), bytes);
+    ReadBack(Path("b.rsd"), info, scans);
+    ASSERT_EQ(WriteSample(Path("b.rsd"), info, scans), 0);
+    EXPECT_TRUE(ReadBytes(Path("b.rsd")) == ReadBytes(Path("a.rsd")));
 }
 
 TEST_F(RsdFile, WithoutTreeOnlyTheTrailerIsRead) {

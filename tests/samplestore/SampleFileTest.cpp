@@ -73,15 +73,18 @@ TEST_F(SampleFile, KindsOfFiles) {
 }
 
 TEST_F(SampleFile, LoadsARawSample) {
-    Write("plateB07.rsd", RawInfo(12));
-    const auto sample = Loaded("plateB07.rsd");
-    EXPECT_EQ(sample->fileName, "plateB07.rsd");
+    CSampleInfo info = RawInfo(12);
+    info.chemistryName = "own";
+    Write("plateB08.rsd", info);
+    const auto sample = Loaded("plateB08.rsd");
+    EXPECT_EQ(sample->fileName, "plateB08.rsd");
+    EXPECT_EQ(sample->info.chemistryName + sample->info.plateId + sample->info.wellId, "ownplateB07");
     ASSERT_EQ(sample->rawTrace->trace->scanCount, 12u);
     sample->rawTrace->trace->FillArrays();
     EXPECT_EQ(sample->rawTrace->trace->channels[1][11], 2011.0);
     EXPECT_EQ(channelOrderAcgt, (std::array<std::int32_t, 4>{3, 2, 1, 0}));
     EXPECT_EQ(channelOrderCagt, (std::array<std::int32_t, 4>{2, 3, 1, 0}));
-    EXPECT_TRUE(Log().starts_with("\tLoading plateB07.rsd  thePlate  "));
+    EXPECT_TRUE(Log().starts_with("\tLoading plateB08.rsd  thePlate  "));
     EXPECT_EQ(LogAfterLoading(), "Using base order TGCA. \r\n");
 }
 
@@ -138,7 +141,7 @@ TEST_F(SampleFile, BaseOrders) {
         channelOrderAcgt = {7, 7, 7, 7};
         CSampleInfo info = RawInfo(2);
         info.version = c.version;
-        info.sampleName = "";
+        info.sampleName = c.forced ? "abc" : "";
         for (std::size_t i = 0; i < channelCount; ++i) {
             info.channelBase[i][0] = c.letters[i];
             if (c.names) info.channel[i].base = std::string(1, c.names[i]) + "x";
@@ -154,11 +157,13 @@ TEST_F(SampleFile, BaseOrders) {
         EXPECT_EQ(LogAfterLoading(), message + "Using base order " + c.order + ". \r\n");
         if (c.order == "tC") {
             EXPECT_EQ(sample->info.channel[0].base + sample->info.channel[3].base, "t");
+            EXPECT_EQ(sample->info.channelBase[1][0], 'C');
             // Letters that the order lacks keep their channels of before.
             EXPECT_EQ(channelOrderAcgt, (std::array<std::int32_t, 4>{7, 1, 7, 7}));
         }
         if (c.version < 1.2) {
-            EXPECT_EQ(sample->info.plateId + sample->info.wellId + sample->info.sampleName, "thePlateA01xyz");
+            EXPECT_EQ(sample->info.plateId + sample->info.wellId + sample->info.sampleName,
+                      c.forced ? "thePlateA01abc" : "thePlateA01xyz");
         }
     }
 }
@@ -193,6 +198,8 @@ TEST_F(SampleSaving, ProcessedSample) {
     ASSERT_EQ(sample->SaveProcessedSample(holder, 5), 1);
     EXPECT_EQ(ReadBytes(Path("a.rsd")), raw);
     EXPECT_EQ(XorOfFile(target), 0u);
+    EXPECT_NE(std::filesystem::status(target).permissions() & std::filesystem::perms::owner_write,
+              std::filesystem::perms::none);
 
     CSampleFile again(target, plate.get());
     CTraceFile& back = *again.CreateProcessedTrace(target, 1, nullptr);
