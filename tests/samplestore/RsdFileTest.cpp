@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "samplestore/RsdFile.h"
 
+#include <bit>
+
 #include "SampleFixture.h"
 
 namespace {
@@ -38,8 +40,8 @@ TEST_F(RsdFile, LayoutAndChecksum) {
     info.beamSplitterA.assign(40, 'A');
     info.beamSplitterB = "splitter B";
     float value = 0;
-    for (float* field : {&info.runVoltage, &info.runTime, &info.injectionTime, &info.injectionVoltage, &info.temperature,
-                         &info.pmtVoltage1, &info.pmtVoltage2, &info.separationMatrix[3][2]})
+    for (float* field : {&info.runVoltage, &info.runTime, &info.injectionTime, &info.injectionVoltage,
+                         &info.temperature, &info.pmtVoltage1, &info.pmtVoltage2, &info.separationMatrix[3][2]})
         *field = value += 1.5f;
     std::int32_t number = 0;
     for (std::int32_t* field :
@@ -55,16 +57,26 @@ TEST_F(RsdFile, LayoutAndChecksum) {
     ASSERT_GT(bytes.size(), 140 + trailerSize);
     const std::size_t trailer = bytes.size() - trailerSize;
     const std::pair<std::size_t, std::string> texts[] = {
-        {0, "sample"},  {24, "operator"},  {86, std::string(29, 'A')}, {116, "splitter B"}, {146, "filter0"}, {236, "filter3"},
-        {358, "T"},     {388, "A"},        {398, "instrument"},        {420, "reserved"},   {568, "run"},     {574, "plate"}};
+        {0, "sample"},       {24, "operator"}, {86, std::string(29, 'A')},
+        {116, "splitter B"}, {146, "filter0"}, {236, "filter3"},
+        {358, "T"},          {388, "A"},       {398, "instrument"},
+        {420, "reserved"},   {568, "run"},     {574, "plate"}};
     for (const auto& [at, text] : texts)
         EXPECT_EQ(std::string(&bytes[trailer + at], &bytes[trailer + at + text.size() + 1]), text + '\0') << at;
     value = 0;
     for (const std::size_t at : {54, 58, 62, 66, 70, 78, 82, 294 + 14 * 4})
         EXPECT_EQ(std::bit_cast<float>(WordAt(bytes, trailer + at)), value += 1.5f) << at;
-    const std::pair<std::size_t, std::size_t> words[] = {
-        {74, -1u},       {290, -2u},  {608, -3u}, {612, -4u}, {620, -5u},          {596, 1}, {600, 1}, {616, 7},
-        {624, 0x90800u}, {454, bytes.size() - 140}, {458, trailer - 140}};
+    const std::pair<std::size_t, std::size_t> words[] = {{74, -1u},
+                                                         {290, -2u},
+                                                         {608, -3u},
+                                                         {612, -4u},
+                                                         {620, -5u},
+                                                         {596, 1},
+                                                         {600, 1},
+                                                         {616, 7},
+                                                         {624, 0x90800u},
+                                                         {454, bytes.size() - 140},
+                                                         {458, trailer - 140}};
     for (const auto& [at, word] : words)
         EXPECT_EQ(WordAt(bytes, trailer + at), word) << at;
     EXPECT_EQ(std::string(&bytes[trailer + 450], &bytes[trailer + 454]), "ESD1");

@@ -71,6 +71,9 @@ TEST_F(Tools, PlatesStayWhatTheyWere) {
     };
     EXPECT_EQ(hash("-w 2 -b 700"), 0x5df76d8bde8918a6u);
     EXPECT_EQ(hash("-w 2 -b 700 -s 5 --hard"), 0xdff6665d4d62b7dfu);
+    EXPECT_EQ(hash("-w 2 -b 200 --spikes 4 --blobs 2 --drop 10 --drop-at 90 --end-at 150"), 0xf33e913d5c280e3eu);
+    EXPECT_EQ(hash("-w 2 -b 300 --mixed-from 201 --mixed-every 4 --cross-talk 0.5 --matrix-unknown"),
+              0xf38506916990c606u);
 }
 
 TEST_F(Tools, CallsAreComparedWithTheTruth) {
