@@ -26,7 +26,7 @@ TEST_F(AbdExportTest, WholeTrace) {
     sample->info.comment = "remark";
     sample->info.chemistryName = "dyes";
     sample->info.machineId = "7";
-    sample->info.scanRate = 3;
+    sample->info.scanRate = 4;
     CBaseCaller caller;
     caller.name = "caller";
     trace.SetCallerInfo(&caller);
@@ -39,7 +39,7 @@ TEST_F(AbdExportTest, WholeTrace) {
         texts += tags[name].Text() + "|";
     EXPECT_EQ(texts, "96-well capillary|remark|Comment:|Run started at:|Run stopped at:|s1A01.rsd|" + folder +
                          "|Quillion # 7|dyes|dyes|B11|1.2|caller|");
-    for (const auto& [name, number] : {std::pair("LANE1", 15), {"NChn1", 4}, {"NLNE1", 96}, {"SMPR1", 3}, {"DATA7", 0}})
+    for (const auto& [name, number] : {std::pair("LANE1", 15), {"NChn1", 4}, {"NLNE1", 96}, {"SMPR1", 2}, {"DATA7", 0}})
         EXPECT_EQ(tags[name].Shorts(), std::vector<int>{number}) << name;
     EXPECT_EQ(tags["FWO_1"].data + tags["MODL1"].data, "CAGT1000");
     EXPECT_EQ(tags["RUNT1"].data + tags["RUNT2"].data, std::string("\x0D\x1E\x3A\0\0\0\0\0", 8));

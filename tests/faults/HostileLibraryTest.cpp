@@ -90,6 +90,7 @@ TEST_F(HostileLibrary, ThreadOfALibraryThatIsOnlyListedMayGoOn) {
     Copy(LANEWRIGHT_TEST_LIBRARIES "/every_tenth.so", "bin/well.so");
     temp.Write("bin/basecall.ini", "[Base Callers]\nTenth\ttenth.so\nWell\twell.so\n[Default]\nWell\n");
     EXPECT_EQ(RunOverPlate("leaves a thread", "load").exitCode, 0);
+    EXPECT_EQ(RunOverPlate("reads its folder", "load").exitCode, 0);
 }
 
 TEST_F(HostileLibrary, ItCannotKeepTheRunFromBeingEnded) {

@@ -68,7 +68,8 @@ TEST_F(BindingTest, UnattendedRunsBindOne) {
     EXPECT_FALSE(one.callers[1]->module.IsOpen());
     EXPECT_FALSE(one.currentCaller);
     EXPECT_EQ(one.annotationOn, 1);
-    for (const auto& [lines, isOn] : {std::pair("T", 1), {"y", 1}, {"N", 0}, {"yes", 0}, {"", 0}, {"N\nANNOTATION TURNED ON\tY", 0}}) {
+    for (const auto& [lines, isOn] :
+         {std::pair("T", 1), {"y", 1}, {"N", 0}, {"yes", 0}, {"", 0}, {"N\nANNOTATION TURNED ON\tY", 0}}) {
         temp.Write("basecall.ini", list + "\n[General]\nANNOTATION TURNED OFF\tY\nANNOTATION TURNED ON\t" + lines);
         CBaseCallerSet other(&driver);
         EXPECT_EQ(other.BindOneCaller("bare.so"), 1);

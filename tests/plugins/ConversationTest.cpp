@@ -11,12 +11,13 @@ static constexpr std::int32_t huge = std::numeric_limits<std::int32_t>::max();
 TEST_F(PluginTest, OrderArgumentsAndResults) {
     driver.baseCallers->annotationOn = 1;
     analysis.basecallError = "of an earlier library";
+    sample.baseOrder = "TGCAN";
     Report({12, 60, 60.5f, 13});
     float row[] = {1, 2, 3, 4}, *rows[] = {row, row, row, row};
     script->rows = rows;
     ASSERT_EQ(Call(), 1);
     EXPECT_EQ(script->calls,
-              "GetNumOfProcedures; SetIfAnnotate 1; SetNumSamples 1; SetRawData 4 100 1.76 ACTGN0 1000 3099 99; "
+              "GetNumOfProcedures; SetIfAnnotate 1; SetNumSamples 1; SetRawData 4 100 1.76 TGCAN 1000 3099 99; "
               "GetProgramName; SetApproxiamtePeakWidth 0 -1; SetSpecSepMatrix 1 0; ExecuteProcedure 0 0 0; "
               "ExecuteProcedure 0 1 0; ExecuteProcedure 0 2 0; ExecuteProcedure 0 3 0; ExecuteProcedure 0 4 0; "
               "ExecuteProcedure 0 5 0; PeekProcessedTrace; ReportSequence; ReportSpecSeparatnMatrixUsed; "

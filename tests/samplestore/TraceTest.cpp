@@ -77,6 +77,7 @@ TEST(Trace, ProcessedTraceThereAndBack) {
     EXPECT_EQ(analysis.sequence, "AT");
     EXPECT_EQ(analysis.peakPositions, (std::vector<std::int32_t>{100, 0}));
     EXPECT_EQ(analysis.endGood, 1);
+    EXPECT_EQ(analysis.startSequence - analysis.endSequence, 100);  // the last base has no position
 
     CProcessedTrace back;
     back.scanCount = 2;
