@@ -89,8 +89,8 @@ TEST_F(UnreadableSamples, StoredOneIsCalledAgain) {
               "lanewright: warning: the stored sample out/plate_T10_QX1/a.esd cannot be read and is called again\n");
     EXPECT_FALSE(temp.Has("out/nowhere.esd"));
     // Each run adds one record of 100 bases and none without.
-    EXPECT_EQ(CountOf("\t100\tQuillion", Result("FASTA/plate_T10_QX1.seq")), 5u);
-    EXPECT_EQ(CountOf(">", Result("FASTA/plate_T10_QX1.seq")), 5u);
+    EXPECT_EQ(CountOf("\t100\tQuillion", Result("FASTA/plate_T10_QX1.seq")), 6u);
+    EXPECT_EQ(CountOf(">", Result("FASTA/plate_T10_QX1.seq")), 6u);
 }
 
 TEST_F(UnreadableSamples, NothingIsStoredThatIsTooLargeToRead) {
