@@ -70,7 +70,8 @@ CCaller::Read CCaller::ResultOf(int procedure) {
     constexpr int measureStep = 200;  // scans between two reported spacings, some 15 bases
     switch (procedure) {
         case 0:
-            return Prepare(std::get<Recorded>(read));
+            original = std::get<Recorded>(std::move(read));
+            return Prepare(original, part);
         case 1: {
             Separated separated = SeparateDyes(std::move(std::get<Prepared>(read)), letters, given);
             NoteSeparation(separated);
@@ -83,14 +84,52 @@ CCaller::Read CCaller::ResultOf(int procedure) {
         case 4:
             return Align(std::move(std::get<Sharpened>(read)), letters);
         default: {
-            CalledRead called = ReadBases(std::move(std::get<Aligned>(read)));
-            if (isAnnotated) {
+            CalledRead called = ReadTheBases();
+            if (isAnnotated && notes.positions.empty()) {
                 MeasureSpacing(notes, called.range, called.widths, called.spacing, measureStep);
                 MeasureSeparation(notes, called.calls, called.curves);
             }
             return called;
         }
     }
+}
+
+CalledRead CCaller::ReadTheBases() {
+    constexpr double fewTrusted = 0.3;  // of the calls: the signal may be a short read and much else
+    constexpr double asGood = 0.95;     // of the trust, with fewer calls around it
+    const int length = Range().Length();
+    try {
+        CalledRead called = ReadBases(std::move(std::get<Aligned>(read)));
+        const int trusted = called.good.last - called.good.first + 1;
+        if (part == SignalPart::tallest || trusted >= fewTrusted * static_cast<double>(called.calls.size()))
+            return called;
+        std::optional<CalledRead> other = ReadTallestPart(length, asGood * TrustIn(called.qualities, called.good));
+        return other ? std::move(*other) : std::move(called);
+    } catch (const CUnreadable&) {
+        std::optional<CalledRead> other = part == SignalPart::whole ? ReadTallestPart(length, 0) : std::nullopt;
+        if (!other) throw;
+        return std::move(*other);
+    }
+}
+
+// In a run with a wavy baseline the signal is as long as the run, and a read that is a small part of it has little
+// influence on the spacing and the heights. So the tallest part is called by itself, if it is clearly shorter than the
+// `length` of the whole signal, in scans. None if it is not a read with at least `minTrust`.
+std::optional<CalledRead> CCaller::ReadTallestPart(int length, double minTrust) {
+    constexpr double maxShare = 0.7;  // beyond this the calls would be those of the whole signal
+    CCaller other;
+    other.letters = letters;
+    other.given = given;
+    other.isAnnotated = isAnnotated;
+    other.part = SignalPart::tallest;
+    other.read = original;
+    if (!other.Run(0) || other.Range().Length() > maxShare * length) return std::nullopt;
+    for (int procedure = 1; procedure < procedureCount; ++procedure)
+        if (!other.Run(procedure)) return std::nullopt;
+    if (TrustIn(other.Qualities(), other.Good()) < minTrust) return std::nullopt;
+    notes = std::move(other.notes);
+    matrixUsed = other.matrixUsed;
+    return std::get<CalledRead>(std::move(other.read));
 }
 
 void CCaller::NoteSeparation(const Separated& separated) {

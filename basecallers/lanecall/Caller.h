@@ -61,12 +61,16 @@ class CCaller {
 
     bool Advance();
     Read ResultOf(int procedure);
+    CalledRead ReadTheBases();
+    std::optional<CalledRead> ReadTallestPart(int length, double minTrust);
     void NoteSeparation(const Separated& separated);
     const CalledRead& Result() const;
 
     Letters letters{'A', 'C', 'T', 'G'};
     Matrix given = Identity();  // rows and columns in the order A, C, T, G
     Read read = Recorded{};
+    Recorded original;  // what procedure 0 began with, for a second try
+    SignalPart part = SignalPart::whole;
     int done = 0;         // procedures that have run
     bool isOver = false;  // one of them has failed
     bool isAnnotated = false;

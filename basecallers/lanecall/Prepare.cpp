@@ -7,7 +7,6 @@
 
 #include "lanecall/Baseline.h"
 #include "lanecall/RawTrace.h"
-#include "lanecall/SignalRange.h"
 #include "lanecall/Spikes.h"
 #include "lanecall/Unreadable.h"
 
@@ -21,7 +20,7 @@ constexpr double maxSaturated = 0.25;  // share of the scans of the read; beyond
 
 }  // namespace
 
-Prepared Prepare(const Recorded& recorded) {
+Prepared Prepare(const Recorded& recorded, SignalPart part) {
     const int scans = ScanCount(recorded.curves);
     if (scans < minScans)
         throw CUnreadable("The trace is too short: " + std::to_string(scans) + " scans, " + std::to_string(minScans) +
@@ -33,7 +32,7 @@ Prepared Prepare(const Recorded& recorded) {
         noise[c] = QuietNoise(prepared.curves[c]);
     }
     RemoveSpikes(prepared.curves, noise);
-    ScanRange range = FindSignal(prepared.curves, noise);
+    ScanRange range = FindSignal(prepared.curves, noise, part);
     if (recorded.wanted) {
         const ScanRange cut{std::max(range.first, recorded.wanted->first), std::min(range.end, recorded.wanted->end)};
         if (cut.Length() >= minScans) range = cut;

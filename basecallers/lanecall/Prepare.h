@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "lanecall/Curves.h"
+#include "lanecall/SignalRange.h"
 
 namespace lanecall {
 
@@ -22,6 +23,6 @@ struct Prepared {
 };
 
 // Throws CUnreadable for a trace that is shorter than 200 scans, has no signal or is saturated.
-Prepared Prepare(const Recorded& recorded);
+Prepared Prepare(const Recorded& recorded, SignalPart part = SignalPart::whole);
 
 }  // namespace lanecall

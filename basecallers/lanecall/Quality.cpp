@@ -10,6 +10,12 @@
 
 namespace lanecall {
 
+namespace {
+
+constexpr double maxError = 0.05;  // the usual limit of Mott's trimming
+
+}  // namespace
+
 std::vector<double> JudgeCalls(const std::vector<CallFeatures>& features) {
     std::vector<double> qualities;
     qualities.reserve(features.size());
@@ -42,9 +48,15 @@ BaseRange BestStretch(const std::vector<double>& qualities, double limit) {
 }
 
 GoodRegion FindGoodRegion(const std::vector<double>& qualities) {
-    constexpr double maxError = 0.05;  // the usual limit of Mott's trimming
     const BaseRange best = BestStretch(qualities, 1 - maxError);
     return best.Count() > 0 ? GoodRegion{best.first, best.end - 1} : GoodRegion{};
+}
+
+double TrustIn(const std::vector<double>& qualities, GoodRegion region) {
+    double sum = 0;
+    for (int i = region.first; i <= region.last && i < static_cast<int>(qualities.size()); ++i)
+        sum += qualities[static_cast<std::size_t>(i)] - (1 - maxError);
+    return sum;
 }
 
 double OverallQuality(const std::vector<double>& qualities, GoodRegion region) {

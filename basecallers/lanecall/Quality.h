@@ -30,6 +30,9 @@ struct GoodRegion {
 };
 GoodRegion FindGoodRegion(const std::vector<double>& qualities);
 
+// The sum of (0.05 - error probability) over the region: 0.05 for each base without any doubt. 0 without calls.
+double TrustIn(const std::vector<double>& qualities, GoodRegion region);
+
 // Mean quality (0 to 1) of the region, 0 without calls.
 double OverallQuality(const std::vector<double>& qualities, GoodRegion region);
 

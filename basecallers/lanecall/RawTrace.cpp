@@ -53,6 +53,8 @@ double NoiseOf(const Curve& curve, ScanRange range) {
     differences.reserve(static_cast<std::size_t>(range.Length() / stride + 1));
     for (int i = range.first; i + 3 < range.end; i += stride) {
         const double* y = curve.data() + i;
+        // Four equal values come from a recorder that cuts off at 0 or at its greatest value: they show no noise.
+        if (y[0] == y[1] && y[1] == y[2] && y[2] == y[3]) continue;
         differences.push_back(std::abs(y[3] - 3 * y[2] + 3 * y[1] - y[0]));
     }
     return Quantile(std::move(differences), 0.3) / (0.3853 * std::sqrt(20.0));
@@ -63,8 +65,10 @@ double QuietNoise(const Curve& curve) {
     constexpr double quiet = 0.3;      // quantile over the stretches
     const int scans = static_cast<int>(curve.size());
     std::vector<double> noises;
-    for (int first = 0; first + stretchScans <= scans; first += stretchScans)
-        noises.push_back(NoiseOf(curve, {first, first + stretchScans}));
+    for (int first = 0; first + stretchScans <= scans; first += stretchScans) {
+        const double noise = NoiseOf(curve, {first, first + stretchScans});
+        if (noise > 0) noises.push_back(noise);
+    }
     return noises.empty() ? NoiseOf(curve, {0, scans}) : Quantile(std::move(noises), quiet);
 }
 

@@ -31,7 +31,7 @@ struct MeasuredCalls {
 // Calls the whole range. The result includes calls before and after the read, where there is nothing to call.
 MeasuredCalls CallAndMeasure(const Aligned& aligned);
 
-// Throws CUnreadable if the good region has fewer than 10 bases or less than 2.4 % of the calls.
+// Throws CUnreadable if the calls are not a read, see RequireRead.
 CalledRead ReadBases(Aligned aligned);
 
 }  // namespace lanecall

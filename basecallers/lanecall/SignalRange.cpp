@@ -2,6 +2,7 @@
 #include "lanecall/SignalRange.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -34,27 +35,46 @@ std::vector<double> BlockHeights(const Curves& curves) {
     return steady;
 }
 
-// The longest run of blocks above the limit. A gap of up to four blocks does not end it.
-ScanRange LongestRun(const std::vector<double>& heights, double limit) {
-    constexpr int allowedGap = 4;  // blocks, some 15 bases
+// The run of blocks with the greatest sum of log(height / limit). So a strong read counts for more than a long stretch
+// that hardly exceeds the limit, and the sum ends a run only where what follows is lower for longer than it is worth.
+ScanRange StrongestRun(const std::vector<double>& heights, double limit) {
+    constexpr double lowest = -1;  // about the value of noise alone, so that a gap of a few blocks ends no read
     const int count = static_cast<int>(heights.size());
     ScanRange best, run;
+    double bestSum = 0, sum = 0;
     for (int b = 0; b < count; ++b) {
-        if (!(heights[static_cast<std::size_t>(b)] > limit)) continue;
-        if (b - run.end > allowedGap || run.end == 0) run.first = b;
+        const double ratio = heights[static_cast<std::size_t>(b)] / limit;
+        sum += ratio > 0 ? std::max(lowest, std::log(ratio)) : lowest;
         run.end = b + 1;
-        if (run.Length() > best.Length()) best = run;
+        if (sum > bestSum) {
+            best = run;
+            bestSum = sum;
+        }
+        if (sum > 0) continue;
+        sum = 0;
+        run.first = b + 1;
     }
     return best;
 }
 
 }  // namespace
 
-ScanRange FindSignal(const Curves& curves, const PerChannel& noise) {
-    constexpr double timesNoise = 4;  // more than the greatest of the 200 values of a block reaches by noise alone
+ScanRange FindSignal(const Curves& curves, const PerChannel& noise, SignalPart part) {
+    constexpr double timesNoise = 4;    // more than the greatest of the 200 values of a block reaches by noise alone
+    constexpr double minShare = 0.002;  // of the tallest block; no read is followed over more than such a fall
+    constexpr double timesUsual = 3;    // higher than the waves of an idle run, which differ less among themselves
     const int scans = ScanCount(curves);
-    const double limit = timesNoise * *std::max_element(noise.begin(), noise.end());
-    const ScanRange blocks = LongestRun(BlockHeights(curves), limit);
+    const std::vector<double> heights = BlockHeights(curves);
+    if (heights.empty()) return {};
+    double limit = std::max(timesNoise * *std::max_element(noise.begin(), noise.end()),
+                            minShare * *std::max_element(heights.begin(), heights.end()));
+    if (!(limit > 0)) return {};
+    ScanRange blocks = StrongestRun(heights, limit);
+    if (part == SignalPart::tallest && blocks.Length() > 0) {
+        limit =
+            std::max(limit, timesUsual * Quantile({heights.begin() + blocks.first, heights.begin() + blocks.end}, 0.5));
+        blocks = StrongestRun(heights, limit);
+    }
     if (blocks.Length() == 0) return {};
     return {std::max(0, (blocks.first - 1) * blockScans), std::min(scans, (blocks.end + 1) * blockScans)};
 }

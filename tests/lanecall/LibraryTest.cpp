@@ -90,6 +90,59 @@ TEST_F(LanecallTest, UselessTracesAndCallsOutOfTurnGetAReason) {
     Ask(wild);
 }
 
+// Smooth waves, whose peaks are as wide as those of bases but have no rhythm, as an idle run shows them.
+TestChannels Waves(std::size_t scans, double height, double deviation, bool isCutOff, std::uint32_t seed) {
+    std::mt19937 chance(seed);
+    std::normal_distribution<double> normal;
+    const int reach = static_cast<int>(3 * deviation);
+    TestChannels waves;
+    for (auto& wave : waves) {
+        std::vector<double> steps(scans + 2 * static_cast<std::size_t>(reach) + 1);
+        for (double& step : steps)
+            step = normal(chance) * height / std::sqrt(std::sqrt(4 * std::acos(-1)) * deviation);
+        for (std::size_t i = 0; i < scans; ++i) {
+            double value = isCutOff ? 0 : 5 * height;
+            for (int k = -reach; k <= reach; ++k)
+                value +=
+                    std::exp(-0.5 * k * k / deviation / deviation) * steps[i + static_cast<std::size_t>(reach + k)];
+            wave.push_back(std::round(std::max(0.0, value)));
+        }
+    }
+    return waves;
+}
+
+TEST_F(LanecallTest, NoiseIsNoRead) {
+    for (const double deviation : {0.4, 1.5, 2.5, 4.0, 6.0, 14.0})
+        for (const bool isCutOff : {false, true})
+            for (std::uint32_t seed = 1; seed <= 3; ++seed) {
+                const Answer answer = Ask(Waves(9000, 40, deviation, isCutOff, seed));
+                EXPECT_EQ(answer.letters, "") << deviation << (isCutOff ? ", cut off at 0" : "");
+            }
+    TestChannels oneLetter = SyntheticRead({.bases = 300, .noise = 5});
+    for (std::size_t c : {1u, 2u, 3u})
+        oneLetter[c] = Waves(oneLetter[c].size(), 5, 2, false, 9)[c];
+    std::vector<double> regular(oneLetter[0].size());
+    for (std::size_t i = 0; i < regular.size(); ++i)
+        regular[i] = 2000 * std::exp(-0.5 * std::pow((static_cast<double>(i % 12) - 6) / 3.0, 2));
+    oneLetter[0] = regular;
+    EXPECT_NE(Ask(oneLetter).problem.find("same letter"), std::string::npos) << Ask(oneLetter).problem;
+}
+
+TEST_F(LanecallTest, AShortReadIsFoundInALongRunWithoutOne) {
+    for (const std::size_t before : {std::size_t{0}, std::size_t{3000}}) {
+        std::string truth;
+        const TestChannels read = SyntheticRead({.bases = 100, .noise = 5}, &truth);
+        TestChannels run = Waves(before + 1200 + 13800, 60, 4, true, 3);
+        for (std::size_t c = 0; c < 4; ++c)
+            for (std::size_t i = 0; i < 1150; ++i)
+                run[c][before + i] = std::max(0.0, std::round(read[c][500 + i]));
+        const Answer answer = Ask(run);
+        EXPECT_EQ(answer.problem, "") << before;
+        EXPECT_NE(answer.letters.find(truth.substr(10, 80)), std::string::npos) << answer.letters << "\n" << truth;
+        EXPECT_LT(answer.letters.size(), 160u);
+    }
+}
+
 TEST_F(LanecallTest, ShortTracesOfEveryLengthAndLongOnes) {
     for (std::size_t shape = 0; shape < shapeCount; ++shape) {
         for (std::size_t scans = 0; scans <= 260; scans += slowness)
