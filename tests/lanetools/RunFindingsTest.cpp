@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Each finding of "lanetools run", provoked once: its line appears, the exit code is 2, and nothing was written.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "lanetools/RunFixture.h"
@@ -15,6 +16,13 @@ class RunFindings : public lanetest::RunTest {
         RunTest::SetUp();
         MakeSample("plate/a.rsd");
         MakeSample("plate/b.rsd");
+    }
+
+    std::string Names(const std::string& folder) const {
+        std::string names;
+        for (const auto& [name, bytes] : Files(folder))
+            names += name + ' ';
+        return names;
     }
 
     void ExpectRefused(const std::string& words, const std::string& line, const std::string& before = "") const {
@@ -190,10 +198,45 @@ TEST_F(RunFindings, StoredResults) {
     temp.Write("out/plate_FRA_QX1/a.esd", damaged);
     ExpectRefused("plate -o out", Path("out/plate_FRA_QX1/a.esd") + ": the stored result is damaged: ");
     const RunResult dry = RunTool("plate -o out --redo-damaged --dry-run");
-    EXPECT_EQ(dry.output.find("rm -- " + Path("out/plate_FRA_QX1/a.esd") + "\n"), 0u) << dry.output;
+    EXPECT_EQ(dry.output.find("mv -- " + Path("out/plate_FRA_QX1/a.esd") + " "), 0u) << dry.output;
     EXPECT_EQ(temp.Read("out/plate_FRA_QX1/a.esd"), damaged);
     EXPECT_EQ(RunTool("plate -o out --redo-damaged").exitCode, 0);
     EXPECT_EQ(temp.Read("out/plate_FRA_QX1/a.esd"), good);
+}
+
+// Not when no other is stored, when the system does not give it, nor when the run that wanted to replace it was killed.
+TEST_F(RunFindings, ADamagedResultIsGivenUpForItsSuccessorOnly) {
+    const std::string result = "out/plate_FRA_QX1/a.esd", all = "plate -o out --redo-damaged";
+    ASSERT_EQ(RunTool("plate -o out").exitCode, 0);
+    const std::string good = temp.Read(result), damaged = good.substr(0, 500) + '?' + good.substr(501);
+    const std::string files = Names("out");
+    temp.Write(result, damaged);
+    const auto replaceRaw = [&](std::uint32_t first) {
+        std::filesystem::remove(Path("plate/a.rsd"));
+        MakeSample("plate/a.rsd", first);
+    };
+    replaceRaw(lanetest::vanishing);
+    EXPECT_EQ(RunTool(all).exitCode, 3);
+    EXPECT_EQ(temp.Read(result), damaged);
+    EXPECT_EQ(Names("out"), files);
+
+    replaceRaw(500);
+    ASSERT_EQ(chmod(Path(result).c_str(), 0), 0);
+    ASSERT_EQ(std::system(("chmod 777 '" + temp.Path() + "' '" + temp.Path() + "'/*/ '" + temp.Path() + "'/out/*/ '" +
+                           temp.Path() + "'/plate/*.*")
+                              .c_str()),
+              0);
+    const RunResult locked = RunTool(all, geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "");
+    EXPECT_EQ(locked.exitCode, 2);
+    EXPECT_EQ(locked.errors, "lanetools: " + Path(result) + ": the stored result cannot be read: Permission denied\n");
+    ASSERT_EQ(chmod(Path(result).c_str(), 0644), 0);
+    EXPECT_EQ(temp.Read(result), damaged);
+
+    std::filesystem::rename(Path(result), Path("out/plate_FRA_QX1/.a.esd.set-aside"));
+    ExpectRefused("plate -o out", Path(result) + ": the stored result is damaged: it was set aside ");
+    replaceRaw(lanetest::failing);
+    EXPECT_EQ(RunTool(all).exitCode, 3);
+    EXPECT_EQ(Names("out"), std::regex_replace(files, std::regex("a.esd"), "a.fsd"));
 }
 
 TEST_F(RunFindings, AllAtOnce) {

@@ -28,6 +28,7 @@ void CheckOutputIsWritable(const CRunPlan& plan, CFindings& findings);
 void CheckFastaIsWritable(const CRunPlan& plan, CFindings& findings);
 void CheckRoom(const CRunPlan& plan, CFindings& findings);
 void CheckStoredAreOurs(const CRunPlan& plan, CFindings& findings);
+void CheckStoredCanBeRead(const CRunPlan& plan, CFindings& findings);
 void CheckStoredAreGood(const CRunPlan& plan, CFindings& findings);
 
 }  // namespace lanetools

@@ -15,7 +15,7 @@ constexpr Check checks[] = {
     CheckInputIsOurs,    CheckSpelling,           CheckParameters,       CheckFastaFile,
     CheckSettings,       CheckLibrariesAreListed, CheckLibrariesLoad,    CheckEntryPoints,
     CheckOutputsDiffer,  CheckOutputIsOutside,    CheckOutputIsWritable, CheckFastaIsWritable,
-    CheckRoom,           CheckStoredAreOurs,      CheckStoredAreGood,
+    CheckRoom,           CheckStoredAreOurs,      CheckStoredCanBeRead,  CheckStoredAreGood,
 };
 
 }  // namespace

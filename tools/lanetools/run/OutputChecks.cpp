@@ -136,10 +136,16 @@ void CheckStoredAreOurs(const CRunPlan& plan, CFindings& findings) {
         findings.Add(result.path, result.reason);
 }
 
+void CheckStoredCanBeRead(const CRunPlan& plan, CFindings& findings) {
+    for (const CBadResult& result : plan.unread)
+        findings.Add(result.path, "the stored result cannot be read: " + result.reason);
+}
+
 void CheckStoredAreGood(const CRunPlan& plan, CFindings& findings) {
     if (plan.options.redoDamaged) return;
     for (const CBadResult& result : plan.damaged)
-        findings.Add(result.path, "the stored result is damaged: " + result.reason + " (--redo-damaged removes it)");
+        findings.Add(result.path,
+                     "the stored result is damaged: " + result.reason + " (--redo-damaged calls its sample again)");
 }
 
 }  // namespace lanetools

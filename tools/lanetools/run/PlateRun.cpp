@@ -2,6 +2,7 @@
 #include "lanetools/run/PlateRun.h"
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -184,8 +185,18 @@ void CPlateRun::PlanTheRest() {
     }
 }
 
-void CPlateRun::CleanUp() const {
+CPlateRun::~CPlateRun() {
     if (!child) return;
+    child->KillAndWait();
+    try {
+        CleanUp();
+    } catch (const std::exception&) {
+        // The next run of the program removes them.
+    }
+}
+
+// Removes the half-written files of the program that was killed.
+void CPlateRun::CleanUp() const {
     const std::string beginning = platform::TemporaryBeginning(child->Number());
     std::vector<fs::path> folders{plate.path, plan.output};
     for (const CPlannedOutput& one : plan.outputs)

@@ -26,6 +26,10 @@ class CPlateRun {
   public:
     // `plan` outlives the run.
     CPlateRun(const CRunPlan& plan, std::size_t plate, CProgress& progress);
+    // Ends the program if it runs, and removes its half-written files.
+    ~CPlateRun();
+    CPlateRun(const CPlateRun&) = delete;
+    CPlateRun& operator=(const CPlateRun&) = delete;
 
     bool IsDone() const { return !child && starts.empty(); }
     // The running program; null between two starts.
@@ -34,8 +38,6 @@ class CPlateRun {
     void GoOn();
     // Reads what the running program has written, ends it if it is late, and plans what follows after its end.
     void Look();
-    // Removes the half-written files of the program that was killed.
-    void CleanUp() const;
     // True if a result may lack something although the sample is stored.
     bool IsIncomplete() const { return isIncomplete; }
     // True if the program has begun at least one sample.
@@ -59,6 +61,7 @@ class CPlateRun {
     bool HasFailed(const CChild& ended) const;
     std::string Accident(const CChild& ended) const;
     void Conclude();
+    void CleanUp() const;
     void Lose(std::size_t library, const std::string& file, const std::string& reason);
     void PlanTheRest();
     void Say(const std::string& text);

@@ -2,12 +2,10 @@
 // "lanetools run": the guarded way to call the program.
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -20,6 +18,7 @@
 #include "lanetools/run/RunPlan.h"
 #include "lanetools/run/RunPlates.h"
 #include "lanetools/run/RunReport.h"
+#include "lanetools/run/SetAside.h"
 #include "lanetools/run/ShellQuote.h"
 #include "lanetools/samples/Summarize.h"
 #include "lanetools/text/StandardOutput.h"
@@ -66,25 +65,18 @@ void AddOptions(CLI::App& app, CRunOptions& options) {
         ->type_name("SECONDS");
     AddMinPass(app, options.minPass);
     app.add_flag("--dry-run", options.isDry, "Check, and print the commands instead of running them");
-    app.add_flag("--redo-damaged", options.redoDamaged, "Remove damaged results, so that they are called again");
+    app.add_flag("--redo-damaged", options.redoDamaged,
+                 "Call samples with a damaged result again, which is kept until a new one is stored");
 }
 
-// Prints the removal of damaged results, then the first command of each plate.
+// Prints how damaged results are set aside, then the first command of each plate.
 void PrintCommands(const CRunPlan& plan) {
     std::string text;
     for (const CBadResult& result : plan.damaged)
-        text += ShellQuoted({"rm", "--", result.path}) + '\n';
+        text += ShellQuoted({"mv", "--", result.path, SetAsidePath(result.path)}) + '\n';
     for (const CPlannedPlate& plate : plan.plates)
         text += ShellQuoted(FirstCommand(plan, plate)) + '\n';
     WriteStandardOutput(text);
-}
-
-void RemoveDamaged(const CRunPlan& plan) {
-    for (const CBadResult& result : plan.damaged) {
-        std::error_code error;
-        std::filesystem::remove(result.path, error);
-        if (error) throw std::runtime_error(result.path + ": the damaged result cannot be removed: " + error.message());
-    }
 }
 
 // For a command line with switches of the program among its own words.
@@ -108,8 +100,9 @@ ExitCode Run(const CRunOptions& options) {
         PrintCommands(plan);
         return ExitCode::Done;
     }
-    RemoveDamaged(plan);
+    CSetAside damaged(plan);
     const CRunOutcome outcome = RunPlates(plan);
+    damaged.Settle();
     if (!outcome.hasWorked) throw std::runtime_error("the program did not begin any sample");
     const bool isPassed = ReportPlates(plan, outcome.losses).Passes(options.minPass);
     return isPassed && !outcome.isIncomplete ? ExitCode::Done : ExitCode::Incomplete;

@@ -58,6 +58,7 @@ struct CRunPlan {
     std::vector<CPlannedOutput> outputs;  // in the order of the plates, without libraries that do not load
     std::vector<CBadResult> damaged;      // stored results of this run's samples that cannot be trusted
     std::vector<CBadResult> foreign;      // those of other samples under the same names
+    std::vector<CBadResult> unread = {};  // those that the system does not give, which may be good
 };
 
 // Finds it all out and changes nothing. Throws CInterrupted, and CRefused if the program does not exist.

@@ -43,8 +43,6 @@ void EndAll(std::list<CPlateRun>& runs) {
         for (const CChild* child : children)
             child->Kill();
     }
-    for (const CPlateRun& run : runs)
-        run.CleanUp();
 }
 
 }  // namespace

@@ -170,12 +170,17 @@ CChild::CChild(CChild&& other) noexcept
       errors(std::exchange(other.errors, {})),
       ending(std::exchange(other.ending, {})) {}
 
-CChild::~CChild() {
-    if (process > 0 && !isEnded) {
-        Kill();
-        while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
-        }
+void CChild::KillAndWait() noexcept {
+    if (process <= 0 || isEnded) return;
+    Kill();
+    while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
     }
+    isEnded = true;
+    end = {SIGKILL, 0};
+}
+
+CChild::~CChild() {
+    KillAndWait();
     for (Stream* stream : {&output, &errors, &ending})
         stream->Close();
 }

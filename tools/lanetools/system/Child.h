@@ -56,6 +56,8 @@ class CChild {
     // IsEnded returns true.
     void Ask() const;
     void Kill() const;
+    // Ends it and waits until it has ended.
+    void KillAndWait() noexcept;
 
     // Waits until one of `children` has written something or ended, or lanetools has received a signal; no longer than
     // `limit`. Reads what the children have written.
