@@ -3,13 +3,11 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
 #include "platform/Files.h"
 #include "records/HtmlFile.h"
 
 struct CPlateRecords {
-    std::string folder;                 // of the plate
     platform::FileIdentity log{};       // the basecall.log that has been checked not to be a sample
     std::unique_ptr<CHtmlFile> markup;  // log.xml as last written; null when it must be read again
     bool hasWarnedOfLog = false;        // of a lost entry

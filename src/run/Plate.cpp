@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "run/Plate.h"
 
+#include <utility>
+
 #include "config/RunSettings.h"
 #include "discovery/SplitPath.h"
 #include "records/PlateRecords.h"
@@ -11,10 +13,12 @@ namespace {
 
 // Single files in one folder, and repeated passes over one plate, share the state of its logs.
 std::shared_ptr<CPlateRecords> RecordsOf(const std::string& folder, CRunDriver* driver) {
-    if (driver && driver->records && driver->records->folder == folder) return driver->records;
-    auto records = std::make_shared<CPlateRecords>();
-    records->folder = folder;
-    if (driver) driver->records = records;
+    if (!driver) return std::make_shared<CPlateRecords>();
+    std::shared_ptr<CPlateRecords>& records = driver->records[folder];
+    if (!records) records = std::make_shared<CPlateRecords>();
+    // Memory holds only one log.xml.
+    const auto former = std::exchange(driver->latestRecords, records);
+    if (former && former != records) former->markup.reset();
     return records;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,11 +23,12 @@ void WarnUnlessFolder(const std::string& path);
 class CRunDriver {
   public:
     std::vector<CFileTypeFilter> fileTypes;
-    std::vector<std::string> inputFiles;     // single sample files
-    std::vector<std::string> inputPlates;    // plate folders
-    std::shared_ptr<CPlateRecords> records;  // of the latest plate; kept for the next one in the same folder
-    CInputSamples inputSamples;              // the files that the run must not change
-    std::string analysisIniPath;             // empty when the analysis settings are not used
+    std::vector<std::string> inputFiles;                            // single sample files
+    std::vector<std::string> inputPlates;                           // plate folders
+    std::map<std::string, std::shared_ptr<CPlateRecords>> records;  // of the plates so far, by folder
+    std::shared_ptr<CPlateRecords> latestRecords;                   // one of them
+    CInputSamples inputSamples;                                     // the files that the run must not change
+    std::string analysisIniPath;                                    // empty when the analysis settings are not used
     std::string settingsIniPath;
     std::string outputFolder;  // root of all output
     std::unique_ptr<CBaseCallerSet> baseCallers;

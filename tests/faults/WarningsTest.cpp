@@ -87,6 +87,11 @@ TEST_F(Warnings, SayNothingThatIsNotSo) {
     temp.MakeFolder("plate/log.xml");
     EXPECT_EQ(Of("-IP plate -OD out -BC"),
               "out/plate_T10_QX1/a.esd cannot be entered in plate\\log.xml: Is a directory\n");
+    // Once per plate, however often the run comes back to it.
+    temp.MakeFolder("other");
+    MakeSample("other/b.rsd");
+    MakeSample("plate/c.rsd");
+    EXPECT_EQ(CountOf("Is a directory", Of("-IF plate/a.rsd other/b.rsd plate/c.rsd -OD out -BC -SCF")), 1u);
     EXPECT_NE(Run("-IF file/a.rsd -OD out -BC").errors.find("file/a.rsd cannot be examined: Not a directory\n"),
               std::string::npos);
 }
