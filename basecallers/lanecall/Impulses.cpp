@@ -66,15 +66,12 @@ Curve UsualHeights(const Curve& bend, ScanRange range) {
     return squares;
 }
 
-// For each scan of the range, which has a scan on either side, 1 if it is a top above 0. Apart from the search for the
-// few tops this needs no branch.
-LANECALL_WIDE std::vector<char> TopsOf(const Curve& bend, ScanRange range) {
-    std::vector<char> tops(static_cast<std::size_t>(range.Length()));
+// Writes for each scan of the range, which has a scan on either side, 1 to `tops` if it is a top above 0, else 0. Apart
+// from the search for the few tops this needs no branch.
+LANECALL_WIDE void MarkTops(const Curve& bend, ScanRange range, char* tops) {
     const double* y = bend.data() + range.first;
-    char* top = tops.data();
     for (int i = 0; i < range.Length(); ++i)
-        top[i] = static_cast<char>((y[i] > 0) & (y[i] >= y[i - 1]) & (y[i] > y[i + 1]));
-    return tops;
+        tops[i] = static_cast<char>((y[i] > 0) & (y[i] >= y[i - 1]) & (y[i] > y[i + 1]));
 }
 
 }  // namespace
@@ -112,7 +109,8 @@ std::vector<Impulse> FindImpulses(const Curve& bend, ScanRange range) {
     const Curve usual = UsualHeights(bend, range);
     std::vector<Impulse> impulses;
     const ScanRange inner{std::max(1, range.first), std::min(range.end - 1, static_cast<int>(bend.size()) - 1)};
-    const std::vector<char> tops = TopsOf(bend, inner);
+    std::vector<char> tops(static_cast<std::size_t>(inner.Length()));
+    MarkTops(bend, inner, tops.data());
     for (auto top = tops.begin(); (top = std::find(top, tops.end(), 1)) != tops.end(); ++top) {
         const int i = inner.first + static_cast<int>(top - tops.begin());
         const double* y = bend.data() + i;

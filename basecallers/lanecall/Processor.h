@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // LANECALL_WIDE marks a function whose loops over scans are worth wider registers: it is compiled once more for
 // processors that have AVX2, and the one that fits is chosen when the library is loaded. The results are the same: only
-// independent values are computed together, and no multiplication is fused with an addition.
+// independent values are computed together, and no multiplication is fused with an addition. No exception may leave
+// such a function, so it must not allocate: GCC 12 ends the process at a frame of a clone.
 #pragma once
 
 #include <cstddef>
