@@ -10,6 +10,8 @@
 //   file
 //                            that got its name with data that was not yet on the disk is empty.
 //               rename       the same after the rename that follows
+//               end          the power fails when the process has ended: renamed files whose data or name was not on
+//                            the disk are empty or gone
 //   STORAGE_LOADING=N        the N-th allocation while a library is loaded fails
 #define _GNU_SOURCE
 #include <dlfcn.h>
@@ -69,10 +71,60 @@ ssize_t pwritev(int fd, const struct iovec* parts, int count, off_t offset) {
     return next(fd, parts, count, offset);
 }
 
+// The renamed files, for STORAGE_CUT=end.
+static struct {
+    char name[400];
+    ino_t file, folder;
+    int hasData, hasName;  // on the disk
+} renamed[8];
+static int renamedCount;
+static ino_t synced[8];
+static int syncedCount;
+
+static ino_t InodeOf(const char* path) {
+    struct stat status;
+    return stat(path, &status) == 0 ? status.st_ino : 0;
+}
+
+static void NoteRenamed(const char* to) {
+    if (renamedCount == 8) abort();
+    char folder[400];
+    snprintf(folder, sizeof folder, "%s", to);
+    char* const end = strrchr(folder, '/');
+    if (end) *end = '\0';
+    const int i = renamedCount++;
+    snprintf(renamed[i].name, sizeof renamed[i].name, "%s", to);
+    renamed[i].file = InodeOf(to);
+    renamed[i].folder = InodeOf(end ? folder : ".");
+    for (int k = 0; k < syncedCount; ++k)
+        renamed[i].hasData |= synced[k] == renamed[i].file;
+}
+
 int fsync(int fd) {
     NEXT(fsync);
     if (fd == dirty) dirty = -1;
+    struct stat status;
+    if (fstat(fd, &status) == 0) {
+        if (syncedCount < 8) synced[syncedCount++] = status.st_ino;
+        for (int i = 0; i < renamedCount; ++i)
+            renamed[i].hasName |= renamed[i].folder == status.st_ino;
+    }
     return next(fd);
+}
+
+int syncfs(int fd) {
+    NEXT(syncfs);
+    for (int i = 0; i < renamedCount; ++i)
+        renamed[i].hasData = renamed[i].hasName = 1;
+    return next(fd);
+}
+
+__attribute__((destructor)) static void End(void) {
+    if (strcmp(Setting("STORAGE_CUT", ""), "end")) return;
+    for (int i = 0; i < renamedCount; ++i) {
+        if (!renamed[i].hasData && truncate(renamed[i].name, 0) != 0) perror(renamed[i].name);
+        if (!renamed[i].hasName) unlink(renamed[i].name);
+    }
 }
 
 static void Cut(void) {
@@ -97,6 +149,7 @@ int renameat2(int a, const char* from, int b, const char* to, unsigned flags) {
 int rename(const char* from, const char* to) {
     NEXT(rename);
     const int result = next(from, to);
+    if (result == 0 && !strcmp(Setting("STORAGE_CUT", ""), "end")) NoteRenamed(to);
     if (!strcmp(Setting("STORAGE_CUT", ""), "rename") && strstr(to, ".temp")) Cut();
     return result;
 }

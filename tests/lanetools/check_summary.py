@@ -7,9 +7,11 @@ usage: check_summary.py LANETOOLS LANEWRIGHT PLATE OUTPUT
 PLATE is called into OUTPUT, which is created again. One result is removed and one damaged. Exit code 0 when all agree.
 """
 
+import html
 import json
 import math
 import pathlib
+import re
 import shutil
 import struct
 import subprocess
@@ -66,12 +68,18 @@ def differ(mine, theirs):
     return abs(mine - theirs) > 0.0501 if isinstance(mine, float) else mine != theirs
 
 
+ODD_NAMES = "0012345", "1e5", "=+1,234"
+
+
 def main(lanetools, lanewright, plate, output):
     shutil.rmtree(output, ignore_errors=True)
     output.mkdir(parents=True)
     calls = output / "calls"
     raws = output / "plate"
     shutil.copytree(plate, raws)
+    # Names that a program for numbers takes for something else.
+    for path, name in zip(sorted(raws.glob("*.rsd")), ODD_NAMES):
+        path.rename(raws / (name + ".rsd"))
     subprocess.run([lanewright, "-IP", raws, "-OD", calls, "-BC"], check=True, stdout=subprocess.DEVNULL)
     results = sorted(calls.glob("*/*.esd"))
     results[0].unlink()
@@ -94,6 +102,9 @@ def main(lanetools, lanewright, plate, output):
     for part in ("States", "Samples", "Wells"):
         if page.count('<h3 id="lanetools_%s"' % part.lower()) != 1:
             faults.append("the page has no section " + part)
+    shown = [html.unescape(name) for name in re.findall('<td class="file hidden">(.*?)</td>', page)]
+    if sorted(shown) != sorted(rows):
+        faults.append("the page shows the names %s" % shown)
     table = (output / "page/multiqc_data/multiqc_lanetools_samples_table.txt").read_text().splitlines()
     if len(table) != len(rows) + 1:
         faults.append("the page's table has %d lines" % len(table))

@@ -38,6 +38,13 @@ def not_imported(folder: str) -> int:
         return 0
 
 
+def unread_steps(folder: str, steps: Iterable[str]) -> list[str]:
+    """The steps that could not read all of the plate: those that say so with a 3 that no sample explains."""
+    all_called = all(sample["state"] == "called" for sample in samples_of(folder))
+    explained = ("import", "call") if all_called else ("import", "call", "check", "export")
+    return [step for step in steps if code_of(folder, step) == "3" and not step.startswith(explained)]
+
+
 def verdict(folder: str, steps: Iterable[str], min_pass: float) -> str:
     """Why the plate of this folder did not pass; empty when it did."""
     for step in steps:
@@ -51,6 +58,8 @@ def verdict(folder: str, steps: Iterable[str], min_pass: float) -> str:
     wanted = len(samples) + not_imported(folder)
     if called * 100 < min_pass * wanted or not samples:
         return f"{called} of {wanted} samples called, see {folder}"
+    for step in unread_steps(folder, steps):
+        return f"{step} could not read all of it, see {folder}/{step}.log"
     return ""
 
 
@@ -62,8 +71,10 @@ def not_passed(output: str, plates: Iterable[str], steps: Iterable[str], min_pas
 
 
 def forget_breakdowns(output: str, plates: Iterable[str], steps: Iterable[str]) -> None:
-    """Removes the codes of steps that broke down, so that the next start repeats them."""
+    """Removes the codes of steps that broke down or could not read all, so that the next start repeats them."""
     for plate in plates:
+        folder = os.path.join(output, plate)
+        unread = unread_steps(folder, steps)
         for step in steps:
-            if code_of(os.path.join(output, plate), step) not in ("", *ANSWERS):
-                os.remove(os.path.join(output, plate, step + ".code"))
+            if step in unread or code_of(folder, step) not in ("", *ANSWERS):
+                os.remove(os.path.join(folder, step + ".code"))

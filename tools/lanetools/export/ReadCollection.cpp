@@ -48,7 +48,8 @@ void CReadCollection::Add(const COutputFolder& output, const CStoredSample& samp
     read.title = Title(read.row);  // of failed samples too: their rows of the sheet are used
     if (sample.state != SampleState::Called) {
         ++notExported;
-        say(sample.path + ": not exported: " + StateName(sample.state) + ": " + OneLine(read.row.reason));
+        const std::string state = sample.unread.empty() ? StateName(sample.state) + std::string(": ") : "";
+        say(sample.path + ": not exported: " + state + OneLine(read.row.reason));
         return;
     }
     if (!MakeRead(sample, rules, read)) {

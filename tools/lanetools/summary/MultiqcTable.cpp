@@ -2,7 +2,9 @@
 // The table of all rows, a tab-separated file.
 //
 // Its reader takes a cell for a number if it looks like one, else for a text, and removes the quotes at both ends of
-// that. All texts are in quotes, so that a sample named 1e5 keeps its name and no line begins with "#".
+// that. All texts are in quotes, so that a sample named 1e5 keeps its name and no line begins with "#". The page then
+// formats each value as a number if it can, unless its column has a format that takes texts; and it takes commas for
+// separators of thousands, which it draws as gaps.
 #include <algorithm>
 #include <cstddef>
 #include <map>
@@ -23,7 +25,10 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 std::string Cell(const std::string& value) {
-    return '"' + Html(value) + '"';
+    std::string cell = "\"";
+    for (const char c : Html(value))
+        c == ',' ? cell += "&#44;" : cell += c;
+    return cell + '"';
 }
 
 template <class Number>
@@ -83,7 +88,7 @@ Json TableHeaders(const std::vector<CSampleRow>& rows) {
         if (style.format)
             header.update({{"format", style.format}, {"min", 0}, {"scale", "Blues"}});
         else
-            header["scale"] = false;
+            header.update({{"format", "{}"}, {"scale", false}});
         headers[style.name] = std::move(header);
     }
     return headers;

@@ -45,7 +45,8 @@ constexpr const char* about =
 
 constexpr const char* notes =
     "Exit codes: 0 all samples are called (or --min-pass percent of them), 1 could not be\n"
-    "done, 2 refused or nothing found, 3 samples are missing, failed or damaged, 130 Ctrl-C.\n"
+    "done, 2 refused or nothing found, 3 samples are missing, failed or damaged or\n"
+    "something could not be read, 130 Ctrl-C.\n"
     "\n"
     "Examples:\n"
     "  lanetools summary analyzed\n"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The page of a plate: its map, its table, what it prints.
 
-import { copyFileSync, rmSync, truncateSync } from "node:fs";
+import { copyFileSync, realpathSync, rmSync, symlinkSync, truncateSync } from "node:fs";
 import { afterAll, afterEach, beforeAll, expect, test } from "vitest";
 import type { Page } from "playwright-core";
 import { OfflineBrowser } from "./browser.ts";
@@ -146,4 +146,15 @@ test("distributions: medians of the signal by row and column", async () => {
 test("the policy in its head lets nothing out", async () => {
   const policy = await page.locator("meta[http-equiv=Content-Security-Policy]").getAttribute("content");
   expect(policy).toMatch(/^default-src 'none'; script-src 'sha256-[^ ]+'; style-src 'sha256-[^ ]+'; /);
+});
+
+test("what could not be read is at the top", async () => {
+  const loop = folder.at("plate", "loop");
+  symlinkSync("loop", loop);
+  expect(() => folder.report()).toThrow("loop: Too many levels of symbolic links"); // exit code 3
+  rmSync(loop);
+  const lacking = await browser.open(folder.at("page.html"));
+  expect(await lacking.locator(".unread li").allTextContents()).toEqual([
+    `${realpathSync(folder.at("plate"))}/loop: Too many levels of symbolic links`,
+  ]);
 });
