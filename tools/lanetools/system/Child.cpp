@@ -133,9 +133,9 @@ CChild CChild::Program(const std::vector<std::string>& words, const std::string&
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
     CEnvironment environment(endVariable);
-    return CChild([&](int ending) {
-        ::fcntl(ending, F_SETFD, 0);  // stays open in the program
-        ::execve(arguments[0], arguments.data(), environment.With(ending));
+    return CChild([&](int number) {
+        ::fcntl(number, F_SETFD, 0);  // stays open in the program
+        ::execve(arguments[0], arguments.data(), environment.With(number));
         return cannotStart;
     });
 }
