@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Fourth and fifth stage: narrows the peaks, then moves the dyes so that the peaks of all letters are evenly spaced.
+// Fourth and fifth stage: removes broad humps and narrows the peaks, then moves the dyes so that the peaks of all
+// letters are evenly spaced.
 #pragma once
 
 #include "lanecall/Curves.h"
+#include "lanecall/Humps.h"
 #include "lanecall/Measure.h"
 #include "lanecall/Prepare.h"
 #include "lanecall/Spacing.h"
@@ -12,14 +14,16 @@ namespace lanecall {
 
 struct Sharpened {
     Curves curves;    // those of Measured
-    Curves sharp;     // the same with narrower peaks
+    Curves flat;      // the same without broad humps
+    Curves sharp;     // the latter with narrower peaks
     ScanRange range;  // of the read
     Spacing spacing;
     CTrack widths;        // standard deviation of a lone peak of `curves`, in scans
     ChannelTracks noise;  // standard deviation in `curves`, relative to a usual peak
+    HumpFilter filter;    // that `flat` was made with
 };
 
-// The same data after the shifts of the dyes have been removed from both sets of curves.
+// The same data after the shifts of the dyes have been removed from all curves.
 using Aligned = Sharpened;
 
 Sharpened SharpenPeaks(Measured measured);

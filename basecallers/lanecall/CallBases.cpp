@@ -28,7 +28,7 @@ struct CoarseClasses {
 // Costs in units of the score (see BaseScore), found by trial for steps of 3 % and stated per unit of the logarithm, so
 // that they hold for any step.
 constexpr double changeCost = 0.4 / 0.03;                // of a change of the spacing from base to base
-constexpr double departureCost = 0.001 / (0.03 * 0.03);  // per base, times the square of the distance from the middle
+constexpr double departureCost = 0.002 / (0.03 * 0.03);  // per base, times the square of the distance from the middle
 constexpr double minGap = 0.45, maxGap = 1.7;            // distances of neighbouring bases that are tried, in spacings
 constexpr float spacingDeviation = 0.15f;                // departure of a gap, in spacings, that costs 0.5
 constexpr float impossible = -1e30f;

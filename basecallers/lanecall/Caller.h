@@ -48,6 +48,8 @@ class CCaller {
     Curves& Processed();      // of the whole trace; what lies outside Range() means nothing
     const std::vector<Call>& Calls() const { return Result().calls; }
     char LetterOf(int channel) const { return letters[static_cast<std::size_t>(channel)]; }
+    // Heights of the four dyes' peaks at each call, see FitPeaks.
+    const std::vector<PerChannel>& Heights() const { return Result().heights; }
     const std::vector<double>& Qualities() const { return Result().qualities; }  // probability that a call is right
     GoodRegion Good() const { return Result().good; }
     double Overall() const { return OverallQuality(Qualities(), Good()); }

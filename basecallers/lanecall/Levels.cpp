@@ -33,21 +33,25 @@ Tops StrongTops(const Curve& curve, const std::vector<Impulse>& impulses, double
     return tops;
 }
 
-// Median height of the tops within `reach` scans of `middle`; 0 if there are fewer than `minTops`.
-double HeightNear(const Tops& tops, double middle, double reach, std::size_t minTops) {
+// The quantile `share` of the heights of the tops within `reach` scans of `middle`; 0 if there are fewer than
+// `minTops`.
+double HeightNear(const Tops& tops, double middle, double reach, std::size_t minTops, double share) {
     std::vector<double> heights;
     auto at = std::lower_bound(tops.begin(), tops.end(), middle - reach,
                                [](const Top& top, double scan) { return top.scan < scan; });
     for (; at != tops.end() && at->scan < middle + reach; ++at)
         heights.push_back(at->height);
-    return heights.size() < minTops ? 0 : Quantile(std::move(heights), 0.5);
+    return heights.size() < minTops ? 0 : Quantile(std::move(heights), share);
 }
 
 // The height of each channel relative to the mean of all channels, over long stretches.
 ChannelTracks Shares(const std::array<Tops, channelCount>& tops, ScanRange range) {
     constexpr double reach = 600;  // scans, some 45 bases
-    constexpr double minShare =
-        0.2;  // of the mean; a channel that is weaker still holds noise, which would be magnified
+    // Of the mean, by trial. A channel that is weaker still holds noise and other dyes' light, which would be
+    // magnified.
+    constexpr double minShare = 0.5;
+    // Above the median: where a letter is rare, half of its tops are other dyes' light.
+    constexpr double peakShare = 0.7;
     constexpr std::size_t minTops = 4;  // tops for a median
     std::array<std::vector<double>, channelCount> shares;
     PerChannel last;
@@ -56,7 +60,7 @@ ChannelTracks Shares(const std::array<Tops, channelCount>& tops, ScanRange range
         PerChannel heights{};
         double sum = 0, seen = 0;
         for (std::size_t c = 0; c < channelCount; ++c) {
-            heights[c] = HeightNear(tops[c], middle, reach, minTops);
+            heights[c] = HeightNear(tops[c], middle, reach, minTops, peakShare);
             sum += heights[c];
             seen += heights[c] > 0;
         }
@@ -92,7 +96,7 @@ ChannelTracks EstimateLevels(const Curves& curves, const ImpulseLists& impulses,
     std::vector<double> heights;
     double last = 0;
     for (double middle = range.first; middle < range.end + hopScans; middle += hopScans) {
-        const double height = HeightNear(all, middle, reach, minTops);
+        const double height = HeightNear(all, middle, reach, minTops, 0.5);
         if (height > 0) {
             if (last == 0) std::fill(heights.begin(), heights.end(), height);
             last = height;

@@ -107,15 +107,37 @@ CTrack SpacingOfPart(const CTrack& spacing, ScanRange part) {
     return {0, 1, std::move(strides)};
 }
 
+constexpr int partScans = 4000;  // some 300 bases
+
+ScanRange PartFrom(double scan, ScanRange range) {
+    const int first = static_cast<int>(scan);
+    return {std::clamp(first, range.first, range.end), std::clamp(first + partScans, range.first, range.end)};
+}
+
 // The first part of the read that has a rhythm. The shifts are greatest there.
 ScanRange FirstPart(ScanRange range, const Spacing& spacing) {
-    constexpr int partScans = 4000;  // some 300 bases
-    constexpr double rhythm = 2;     // regularity, twice that of peaks without rhythm
+    constexpr double rhythm = 2;  // regularity, twice that of peaks without rhythm
     std::size_t w = 0;
     while (w + 1 < spacing.regularity.Size() && spacing.regularity[w] < rhythm)
         ++w;
-    const int first = static_cast<int>(spacing.scans.ScanOf(w > 0 ? w - 1 : 0));
-    return {std::clamp(first, range.first, range.end), std::clamp(first + partScans, range.first, range.end)};
+    return PartFrom(spacing.scans.ScanOf(w > 0 ? w - 1 : 0), range);
+}
+
+// The part with the clearest rhythm: before a weak read there may be other signals.
+ScanRange ClearestPart(ScanRange range, const Spacing& spacing) {
+    const CTrack& regularity = spacing.regularity;
+    std::size_t best = 0;
+    double sum = 0, greatest = 0;
+    for (std::size_t from = 0, to = 0; to < regularity.Size(); ++to) {
+        sum += regularity[to];
+        while (regularity.ScanOf(to) - regularity.ScanOf(from) > partScans)
+            sum -= regularity[from++];
+        if (sum > greatest) {
+            greatest = sum;
+            best = from;
+        }
+    }
+    return PartFrom(regularity.ScanOf(best), range);
 }
 
 constexpr int blockScans = 64;
@@ -151,12 +173,15 @@ ChannelTracks EstimateMobility(const Curves& sharp, ScanRange range, const Spaci
     const ImpulseLists impulses = FindImpulses(sharp, range);
     const Phasors phasors = RhythmOf(impulses, spacing);
     const ScanRange part = FirstPart(range, spacing);
-    const CTrack partSpacing = SpacingOfPart(spacing.scans, part);
     const auto scoreOf = [&](const ChannelTracks& shifts) {
-        Curves moved;
-        for (std::size_t c = 0; c < channelCount; ++c)
-            moved[c] = ShiftedPart(sharp[c], part, shifts[c]);
-        return RowScore(moved, {0, ScanCount(moved)}, partSpacing);
+        double score = 0;
+        for (const ScanRange scored : {part, ClearestPart(range, spacing)}) {
+            Curves moved;
+            for (std::size_t c = 0; c < channelCount; ++c)
+                moved[c] = ShiftedPart(sharp[c], scored, shifts[c]);
+            score += RowScore(moved, {0, ScanCount(moved)}, SpacingOfPart(spacing.scans, scored));
+        }
+        return score;
     };
     ChannelTracks best = Centred(FreeShifts(impulses, part, phasors, spacing), spacing);
     double bestScore = scoreOf(best) - preference;

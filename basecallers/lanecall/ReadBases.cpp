@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "lanecall/PeakFit.h"
 #include "lanecall/Readable.h"
 #include "lanecall/Spacing.h"
 
@@ -20,6 +21,7 @@ void CutEnds(MeasuredCalls& measured, std::vector<double>& qualities) {
         list.erase(list.begin(), list.begin() + kept.first);
     };
     cut(measured.calls);
+    cut(measured.heights);
     cut(measured.features);
     cut(qualities);
 }
@@ -30,6 +32,8 @@ MeasuredCalls CallAndMeasure(const Aligned& aligned) {
     MeasuredCalls measured;
     measured.calls = CallBases(aligned.sharp, aligned.range, aligned.spacing.scans);
     CentreCalls(measured.calls, aligned.sharp, aligned.range);
+    measured.heights = FitPeaks(aligned.flat, measured.calls, aligned.widths, aligned.filter);
+    CorrectLetters(measured.calls, measured.heights);
     measured.features = MeasureCalls(measured.calls, {aligned.curves, aligned.sharp, aligned.widths, aligned.noise});
     return measured;
 }
@@ -40,13 +44,8 @@ CalledRead ReadBases(Aligned aligned) {
     CutEnds(measured, qualities);
     const GoodRegion good = FindGoodRegion(qualities);
     RequireRead(measured, qualities, good);
-    return {std::move(aligned.curves),
-            aligned.range,
-            std::move(measured.calls),
-            std::move(qualities),
-            good,
-            std::move(aligned.widths),
-            std::move(aligned.spacing.scans)};
+    return {std::move(aligned.curves), aligned.range, std::move(measured.calls), std::move(measured.heights),
+            std::move(qualities),      good,          std::move(aligned.widths), std::move(aligned.spacing.scans)};
 }
 
 }  // namespace lanecall

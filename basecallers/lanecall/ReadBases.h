@@ -16,8 +16,9 @@ namespace lanecall {
 struct CalledRead {
     Curves curves;  // processed: a usual peak is 1 high, shifts of the dyes removed, not sharpened
     ScanRange range;
-    std::vector<Call> calls;        // in the order of their scans
-    std::vector<double> qualities;  // of each call, the probability (0 to 1) that it is right
+    std::vector<Call> calls;          // in the order of their scans
+    std::vector<PerChannel> heights;  // of each call, of the four dyes' peaks there, see FitPeaks
+    std::vector<double> qualities;    // of each call, the probability (0 to 1) that it is right
     GoodRegion good;
     CTrack widths;   // standard deviation of a lone peak, in scans
     CTrack spacing;  // in scans
@@ -25,6 +26,7 @@ struct CalledRead {
 
 struct MeasuredCalls {
     std::vector<Call> calls;
+    std::vector<PerChannel> heights;     // as many as calls, see FitPeaks
     std::vector<CallFeatures> features;  // as many as calls
 };
 

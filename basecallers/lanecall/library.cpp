@@ -63,10 +63,7 @@ void FillBases(Conversation& talk) {
         base.peakCount = 1;
         base.quality = static_cast<float>(qualities[i]);
         base.peaks = &talk.peaks[i];
-        const auto scan = static_cast<std::size_t>(calls[i].scan);
-        lanecall::PerChannel heights{};
-        for (std::size_t c = 0; c < channelCount; ++c)
-            heights[c] = std::max(0.0, talk.caller.Processed()[c][scan]);
+        const lanecall::PerChannel& heights = talk.caller.Heights()[i];
         const double tallest = *std::max_element(heights.begin(), heights.end());
         for (std::size_t c = 0; c < channelCount; ++c)
             base.strengths[c] = tallest > 0 ? static_cast<float>(heights[c] / tallest) : 0;

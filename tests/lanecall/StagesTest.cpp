@@ -3,6 +3,7 @@
 
 #include "lanecall/Levels.h"
 #include "lanecall/NoiseSmoothing.h"
+#include "lanecall/PeakFit.h"
 #include "lanecall/ReadBases.h"
 #include "lanecall/RunCurve.h"
 #include "lanecall/Separation.h"
@@ -92,4 +93,40 @@ TEST(LanecallStages, GoodRegionIsTheStretchThatTrimmingKeeps) {
     EXPECT_NEAR(OverallQuality({0.5, 0.9, 0.7}, {1, 2}), 0.8, 1e-12);
     EXPECT_EQ(FindGoodRegion({0.5, 0.94}).last, 0);
     EXPECT_EQ(FindGoodRegion({}).last, 0);
+}
+
+TEST(LanecallStages, ASecondLetterIsSeenAndTheFlankOfANeighbourIsNot) {
+    // Peaks that reach into each other, on a broad hump of channel 3; the fifth call has the light of two dyes.
+    constexpr double spacing = 12, deviation = 4.2;
+    const CTrack widths(0, 100, std::vector<double>(5, deviation)), distance(0, 100, std::vector<double>(5, spacing));
+    const std::array<std::size_t, 9> letters{0, 1, 0, 0, 1, 0, 3, 1, 0};
+    std::array<PerChannel, 9> light{};
+    std::vector<Call> calls;
+    for (std::size_t i = 0; i < letters.size(); ++i) {
+        light[i][letters[i]] = 1;
+        calls.push_back({150 + spacing * static_cast<double>(i), static_cast<int>(letters[i]), spacing});
+    }
+    light[4][3] = 0.5;
+    Curves curves;
+    for (std::size_t c = 0; c < 4; ++c)
+        for (int s = 0; s < 400; ++s) {
+            double value = c == 2 ? 0.25 * std::exp(-std::pow((s - 200) / 20.0, 2) / 2) : 0;
+            for (std::size_t i = 0; i < letters.size(); ++i)
+                value += light[i][c] * std::exp(-std::pow((s - calls[i].scan) / deviation, 2) / 2);
+            curves[c].push_back(value);
+        }
+    const HumpFilter filter = HumpFilterFor(widths, distance);
+    Curves flat;
+    for (std::size_t c = 0; c < 4; ++c)
+        flat[c] = WithoutHumps(curves[c], filter);
+    const std::vector<PerChannel> heights = FitPeaks(flat, calls, widths, filter);
+    for (std::size_t i = 0; i < letters.size(); ++i)
+        for (std::size_t c = 0; c < 4; ++c)
+            EXPECT_NEAR(heights[i][c], light[i][c], c == 2 ? 0.2 : 0.06) << i << c;
+    calls[2].channel = 1;  // its neighbour's letter
+    calls[4].channel = 3;  // the weaker of two letters
+    CorrectLetters(calls, heights);
+    EXPECT_EQ(calls[2].channel, 0);
+    EXPECT_EQ(calls[4].channel, 1);
+    EXPECT_TRUE(FitPeaks(flat, {}, widths, filter).empty());
 }
