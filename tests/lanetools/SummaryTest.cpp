@@ -73,7 +73,7 @@ class Summary : public toolstest::ToolsTest {
             std::vector<std::string> columns(1);
             for (const char c : line)
                 c == '\t' ? columns.emplace_back() : columns.back() += c;
-            EXPECT_EQ(columns.size(), 19u) << line;
+            EXPECT_EQ(columns.size(), 20u) << line;
             for (const std::size_t i : wanted)
                 text += columns.at(i) + (i == wanted.back() ? "\n" : " ");
         }
@@ -89,9 +89,9 @@ TEST_F(Summary, FiguresOfACalledSample) {
     ASSERT_EQ(Summarize("out --raw raw"), 0);
     EXPECT_EQ(temp.Read("printed"),
               "plate\twell\tsample\tfile\tstate\treason\tcaller\tbases\tgood_start\tgood_length\tq20\tq30\tcrl\t"
-              "trace_score\tsignal\tnoise\traw_peak\trun_start\tmixed\n"
+              "trace_score\tsignal\tnoise\traw_peak\trun_start\tmixed\tremark\n"
               "plate\tA01\tone\ta\tcalled\t\tCaller\t40\t11\t25\t29\t4\t20\t20.0\t150.1\t1.5\t4294967049\t"
-              "2024-05-01T10:20:30Z\t0\n");
+              "2024-05-01T10:20:30Z\t0\t\n");
     CSampleInfo bare = Called(Raw("", "", 0));
     bare.plateId.clear();
     bare.analysis.endGood = 9;

@@ -36,11 +36,6 @@ std::string UtcText(std::int32_t seconds) {
     return text.data();
 }
 
-// All formats show the same number.
-std::optional<double> OneDecimal(std::optional<double> value) {
-    return value ? std::optional(std::round(*value * 10) / 10) : std::nullopt;
-}
-
 void FillFigures(CSampleRow& row, const CSampleInfo& info) {
     const CAnalysisInfo& analysis = info.analysis;
     const auto count = static_cast<std::size_t>(std::max<std::int16_t>(analysis.basesCalled, 0));
@@ -59,6 +54,10 @@ void FillFigures(CSampleRow& row, const CSampleInfo& info) {
 }
 
 }  // namespace
+
+std::optional<double> OneDecimal(std::optional<double> value) {
+    return value ? std::optional(std::round(*value * 10) / 10) : std::nullopt;
+}
 
 std::vector<std::string> ColumnNames() {
     std::vector<std::string> names;

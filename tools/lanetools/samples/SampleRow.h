@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The row of one sample in the summary: 19 columns, which titles of exported reads can take up too.
+// The row of one sample in the summary: 20 columns, which titles of exported reads can take up too.
 #pragma once
 
 #include <cstdint>
@@ -30,6 +30,7 @@ struct CSampleRow {
     std::optional<double> signal, noise;
     std::optional<std::int64_t> rawPeak;
     std::optional<std::int64_t> mixed;  // mixed places of the good region, see MixedPlaces.h
+    std::string remark;                 // why a called read is poor, see Remark.h
     std::string runStart;               // "2024-05-01T10:20:30Z", empty for 0
 
     // No columns:
@@ -63,6 +64,7 @@ void VisitColumns(const CSampleRow& row, Visit visit) {
     visit("raw_peak", row.rawPeak);
     visit("run_start", row.runStart);
     visit("mixed", row.mixed);
+    visit("remark", row.remark);
 }
 
 // The names of the columns, in order.
@@ -73,6 +75,9 @@ std::string ValueText(const std::optional<std::int64_t>& value);
 std::string ValueText(const std::optional<double>& value);
 // The text of one column, which may hold control characters; empty if no column has that name.
 std::optional<std::string> ColumnText(const CSampleRow& row, std::string_view column);
+
+// As a row shows it: all formats show the same number.
+std::optional<double> OneDecimal(std::optional<double> value);
 
 // The row of a stored sample. `plateFolder` names the plate where the sample does not. rawPeak is absent.
 CSampleRow MakeRow(const CStoredSample& sample, const std::string& plateFolder);

@@ -13,6 +13,8 @@
 #include <tuple>
 #include <utility>
 
+#include "lanetools/samples/RawFigures.h"
+#include "lanetools/samples/Remark.h"
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
 #include "lanetools/text/Utf8.h"
@@ -63,7 +65,8 @@ std::vector<CReadPlate> ReadPlates(const std::vector<CRawPlate>& plates, const s
 // A stored sample that has been read: its row, and of its description what says which sample it is.
 struct CResult {
     CStoredSample stored;
-    CSampleRow row;  // without the name of the plate's folder
+    CSampleRow row;        // without the name of the plate's folder
+    CCalledPlaces places;  // of a called sample
 };
 
 CResult ReadResult(const std::string& path) {
@@ -71,9 +74,11 @@ CResult ReadResult(const std::string& path) {
     try {
         result.stored = ReadStoredSample(path);
         result.row = MakeRow(result.stored, "");
+        if (result.stored.state == SampleState::Called) result.places = PlacesOf(result.stored.info);
     } catch (const std::bad_alloc&) {
         result.stored = UnreadSample(path, NoMemory());
         result.row = MakeRow(result.stored, "");
+        if (result.stored.state == SampleState::Called) result.places = PlacesOf(result.stored.info);
     }
     result.stored.info.analysis = {};  // large, and no longer needed
     return result;
@@ -148,11 +153,20 @@ CSampleRow ResultRow(const CResult& result, const std::string& plateFolder) {
     return row;
 }
 
+void AddRawFigures(CSampleRow& row, const CCalledPlaces& places, const std::string& rawPath) {
+    const std::vector<ScanRecord> scans = ReadScans(rawPath, row.unread);
+    row.rawPeak = RawPeak(scans);
+    const CRawFigures figures = MeasureRaw(places, scans);
+    if (!row.signal) row.signal = OneDecimal(figures.signal);
+    if (!row.noise) row.noise = OneDecimal(figures.noise);
+    row.remark = RemarkOn(places, figures);
+}
+
 // The row of a raw sample with its result.
 CSampleRow ResultRow(const CResult& result, const CRawSample& raw, const std::string& plateFolder) {
     CSampleRow row = ResultRow(result, plateFolder);
     if (row.state == SampleState::Damaged && raw.reason.empty()) Identify(row, raw.info, plateFolder);
-    if (row.state == SampleState::Called && raw.unread.empty()) row.rawPeak = RawPeak(ReadScans(raw.path, row.unread));
+    if (row.state == SampleState::Called && raw.unread.empty()) AddRawFigures(row, result.places, raw.path);
     row.unread.insert(row.unread.end(), raw.unread.begin(), raw.unread.end());
     row.rawPath = raw.path;
     return row;

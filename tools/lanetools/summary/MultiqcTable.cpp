@@ -59,12 +59,13 @@ constexpr CColumnStyle styles[] = {
     {"q30", "Q30", "Bases of Phred 30 or more", "{:,.0f}", true},
     {"crl", "CRL", "Longest run of bases whose window of 21 has a mean Phred of 20 or more", "{:,.0f}", false},
     {"trace_score", "Trace score", "Mean Phred of the good region", "{:,.1f}", false},
-    {"signal", "Signal", "Mean signal over zones and channels", "{:,.1f}", false},
-    {"noise", "Noise", "Mean noise over zones and channels", "{:,.1f}", true},
+    {"signal", "Signal", "Height of a usual peak, in counts", "{:,.1f}", false},
+    {"noise", "Noise", "Deviation of the noise, in counts", "{:,.1f}", true},
     {"raw_peak", "Raw peak", "Highest raw value of the four channels", "{:,.0f}", true},
     {"run_start", "Run start", "Start of the run, UTC", nullptr, true},
     {"mixed", "Mixed", "Places of the good region with a second letter of 0.33 or more of the strongest", "{:,.0f}",
      true},
+    {"remark", "Remark", "Why the read is poor", nullptr, false},
 };
 
 // Columns with a value in some row.
