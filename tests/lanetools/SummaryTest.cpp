@@ -204,7 +204,7 @@ TEST_F(Summary, FormatsHoldTheSameRows) {
     EXPECT_EQ(called["signal"], 150.1);
     EXPECT_TRUE(called["run_start"].is_null());
     EXPECT_TRUE(report["samples"][1]["bases"].is_null());
-    EXPECT_EQ(report["samples"][1].size(), 19u);
+    EXPECT_EQ(report["samples"][1].size(), 20u);
 
     ASSERT_EQ(Summarize("out --raw p --format multiqc -o m"), 3);
     EXPECT_NE(temp.Read("m/lanetools_samples_mqc.tsv").find("\n\"1e5\"\t\"&lt;plate&gt; &amp; &quot;one&quot;\"\t"),
