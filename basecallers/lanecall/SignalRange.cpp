@@ -36,12 +36,15 @@ std::vector<double> BlockHeights(const Curves& curves) {
 }
 
 // The run of blocks with the greatest sum of log(height / limit). So a strong read counts for more than a long stretch
-// that hardly exceeds the limit, and the sum ends a run only where what follows is lower for longer than it is worth.
+// that hardly exceeds the limit. A run ends where what follows is lower for longer than the run is worth, and at any
+// gap that no read has, such as the one between the flash of free dye and the first bases.
 ScanRange StrongestRun(const std::vector<double>& heights, double limit) {
     constexpr double lowest = -1;  // about the value of noise alone, so that a gap of a few blocks ends no read
+    constexpr int maxGap = 8;      // blocks, some 30 bases
     const int count = static_cast<int>(heights.size());
     ScanRange best, run;
     double bestSum = 0, sum = 0;
+    int gap = 0;
     for (int b = 0; b < count; ++b) {
         const double ratio = heights[static_cast<std::size_t>(b)] / limit;
         sum += ratio > 0 ? std::max(lowest, std::log(ratio)) : lowest;
@@ -50,7 +53,8 @@ ScanRange StrongestRun(const std::vector<double>& heights, double limit) {
             best = run;
             bestSum = sum;
         }
-        if (sum > 0) continue;
+        gap = ratio > 1 ? 0 : gap + 1;
+        if (sum > 0 && gap <= maxGap) continue;
         sum = 0;
         run.first = b + 1;
     }

@@ -143,6 +143,22 @@ TEST_F(LanecallTest, AShortReadIsFoundInALongRunWithoutOne) {
     }
 }
 
+// Free dye arrives before the fragments: a flash, then some hundred scans without a peak, then the read.
+TEST_F(LanecallTest, AFlashOfFreeDyeIsNoPartOfTheRead) {
+    std::string truth;
+    const TestChannels read = SyntheticRead({.bases = 200, .noise = 8}, &truth);
+    for (const std::size_t gap : {600u, 800u}) {
+        TestChannels run = Waves(1000 + gap, 8, 0.4, false, 5);
+        for (std::size_t i = 0; i < run[2].size(); ++i)
+            run[2][i] += 3000 * std::exp(-0.5 * std::pow((static_cast<double>(i) - 800) / 60, 2));
+        for (std::size_t c = 0; c < 4; ++c)
+            run[c].insert(run[c].end(), read[c].begin() + 480, read[c].end());
+        const Answer answer = Ask(run);
+        EXPECT_NE(answer.letters.find(truth.substr(20, 160)), std::string::npos) << answer.letters << "\n" << truth;
+        EXPECT_LT(answer.letters.size(), truth.size() + 20) << answer.letters;
+    }
+}
+
 TEST_F(LanecallTest, ShortTracesOfEveryLengthAndLongOnes) {
     for (std::size_t shape = 0; shape < shapeCount; ++shape) {
         for (std::size_t scans = 0; scans <= 260; scans += slowness)
