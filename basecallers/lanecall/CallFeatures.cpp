@@ -28,6 +28,14 @@ double HeightOf(const Curves& curves, const Call& call) {
     return std::max(0.0, ValueAt(curves[static_cast<std::size_t>(call.channel)], call.scan));
 }
 
+// The greatest of the other channels' heights, relative to that of the call's own.
+double SecondOf(const PerChannel& heights, int channel) {
+    double tallest = 0;
+    for (std::size_t c = 0; c < channelCount; ++c)
+        if (static_cast<int>(c) != channel) tallest = std::max(tallest, heights[c]);
+    return Ratio(tallest, heights[static_cast<std::size_t>(channel)]);
+}
+
 // The greatest height of another channel near the call.
 double RivalOf(const Curves& curves, const Call& call) {
     constexpr double reach = 0.2;  // spacings
@@ -148,6 +156,7 @@ std::vector<CallFeatures> MeasureCalls(const std::vector<Call>& calls, const Cal
         Of(features, Feature::noise) =
             std::min(1.0, around.noise[static_cast<std::size_t>(call.channel)].At(call.scan));
         MeasureNeighbours(features, around.sharp, calls, i);
+        Of(features, Feature::second) = SecondOf(around.heights[i], call.channel);
     }
     return all;
 }

@@ -24,6 +24,7 @@ enum class Feature {
     noise,        // standard deviation of the channel's noise, relative to a usual peak
     valley,       // lowest point between this call and a neighbour of the same letter, relative to the lower of the two
     passed,       // height of the tallest third letter half-way to a neighbour, relative to the lower of the two
+    second,       // height of the second letter in the fit of lone peaks, relative to the call's own
     count
 };
 
@@ -32,10 +33,11 @@ using CallFeatures = std::array<double, featureCount>;
 
 // What the features are measured on: references to parts of an Aligned read, valid during the call of MeasureCalls.
 struct CallSurroundings {
-    const Curves& curves;        // before sharpening
-    const Curves& sharp;         // after sharpening
-    const CTrack& widths;        // standard deviation of a lone peak, in scans
-    const ChannelTracks& noise;  // standard deviation relative to a usual peak
+    const Curves& curves;                    // before sharpening
+    const Curves& sharp;                     // after sharpening
+    const CTrack& widths;                    // standard deviation of a lone peak, in scans
+    const ChannelTracks& noise;              // standard deviation relative to a usual peak
+    const std::vector<PerChannel>& heights;  // of each call, see FitPeaks
 };
 
 // The features of each call, in the order of the calls.

@@ -34,7 +34,8 @@ MeasuredCalls CallAndMeasure(const Aligned& aligned) {
     CentreCalls(measured.calls, aligned.sharp, aligned.range);
     measured.heights = FitPeaks(aligned.flat, measured.calls, aligned.widths, aligned.filter);
     CorrectLetters(measured.calls, measured.heights);
-    measured.features = MeasureCalls(measured.calls, {aligned.curves, aligned.sharp, aligned.widths, aligned.noise});
+    measured.features =
+        MeasureCalls(measured.calls, {aligned.curves, aligned.sharp, aligned.widths, aligned.noise, measured.heights});
     return measured;
 }
 
