@@ -213,11 +213,19 @@ void AtomicFile::Write(std::span<const std::string_view> parts) {
 }
 
 Error AtomicFile::Commit() {
+    return Finish(Rename);
+}
+
+Error AtomicFile::CommitNew() {
+    return Finish(host::RenameNew);
+}
+
+Error AtomicFile::Finish(Error (*rename)(const std::string& from, const std::string& to)) {
     if (!IsOpen()) return failure ? failure : EBADF;
     // A full disk may be reported only by close. The second descriptor keeps the lock until the file is renamed.
     const int lock = ::fcntl(file.Number(), F_DUPFD_CLOEXEC, 0);
     if (const Error closed = file.Close(); !failure) failure = closed;
-    if (!failure) failure = Rename(temporary, target);
+    if (!failure) failure = rename(temporary, target);
     if (lock >= 0) ::close(lock);
     if (failure) Discard();
     known.Set(nullptr);

@@ -47,6 +47,8 @@ class AtomicFile {
     // Closes the file and renames it, replacing a file of that name. Returns the first error since Open; after an error
     // what was at that name is unchanged and the new file is removed.
     Error Commit();
+    // The same, but nothing is replaced: EEXIST if the name is in use, also if it is only since Open.
+    Error CommitNew();
     // The same, but the new file is first brought to the disk, then the two files exchange their names, and the former
     // file is renamed to `former`, replacing a file of that name. The new file takes over permissions and owner, and is
     // locked until all this is done. Also an error if there is no regular file to exchange with (EINVAL), or if the
@@ -57,6 +59,7 @@ class AtomicFile {
 
   private:
     Error Create(const std::string& path);
+    Error Finish(Error (*rename)(const std::string& from, const std::string& to));
     Error ExchangeNames(const std::string& former);
 
     std::string target, temporary;  // in the host's form

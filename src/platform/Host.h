@@ -32,4 +32,8 @@ std::optional<std::string> ReadLink(const std::string& path);
 // ENOSYS or EOPNOTSUPP if the volume does not support that.
 Error ExchangeNames(int folder, const std::string& a, const std::string& b);
 
+// Renames a file in one atomic step if the volume can do that, and in any case without replacing anything: EEXIST if
+// the name `to` is in use.
+Error RenameNew(const std::string& from, const std::string& to);
+
 }  // namespace platform::host

@@ -31,6 +31,9 @@ consteval property::Type TypeOf() {
     throw "no type of the keys";  // does not compile
 }
 
+// Only imported samples have it, and it is never changed: the program stores samples that lack it as they are.
+constexpr std::string_view sourceKey = "SOURCE FILE";
+
 class KeyReader {
   public:
     explicit KeyReader(std::span<const std::uint8_t> tree) : level(tree) {}
@@ -217,6 +220,7 @@ void ReadKeys(std::span<const std::uint8_t> tree, CSampleInfo& info) {
     for (std::size_t i = 0; i < channelCount; ++i)
         WalkChannel(reader, i + 1, info.channel[i].base, info.channel[i].dye, info.channel[i].filter);
     WalkPlace(reader, info);
+    reader(sourceKey, info.sourceFile);
     reader("BASE CALLER", analysis.baseCaller);
     reader("BASECALL ERROR", analysis.basecallError);
     WalkBases(reader, analysis);
@@ -237,6 +241,7 @@ bool StoreKeys(std::vector<std::uint8_t>& tree, std::size_t& tail, const CSample
         WalkChannel(writer, i + 1, base, channel.dye, channel.filter);
     }
     WalkPlace(writer, info);
+    if (!info.sourceFile.empty() && !writer.HasText(sourceKey)) writer(sourceKey, info.sourceFile);
     if (!writer.IsGood()) return false;
     writer("BASE CALLER", analysis.baseCaller);
     if (!analysis.basecallError.empty()) {

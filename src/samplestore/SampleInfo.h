@@ -71,7 +71,8 @@ struct CSampleInfo {
     std::array<CChannelInfo, channelCount> channel;
     std::string barCode;
     std::string machineId;
-    std::string wellId;  // row letter and column number, "A01"
+    std::string wellId;      // row letter and column number, "A01"
+    std::string sourceFile;  // name of the file that the sample was imported from; empty if it was not
     std::int32_t plateColumns = 0;
     std::int32_t plateRows = 0;
     CAnalysisInfo analysis;

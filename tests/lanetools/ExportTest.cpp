@@ -69,9 +69,15 @@ TEST_F(Export, WritesOneFilePerSamplePlateOrRun) {
 }
 
 TEST_F(Export, PhdHasALinePerBase) {
-    Store("out/a.esd", Called("A01", "ACG"));
+    CSampleInfo info = Called("A01", "ACG");
+    info.analysis.startTrace = 90;
+    info.analysis.endTrace = 115;
+    info.analysis.peakPositions[0] = 80;  // outside of the trace
+    Store("out/a.esd", info);
     const std::string text = Exported("--format phd", "out/a.phd");
-    EXPECT_NE(text.find("\nBEGIN_DNA\nA 20 100\nC 20 110\nG 20 120\nEND_DNA\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\nBEGIN_DNA\nA 20 0\nC 20 20\nG 20 24\nEND_DNA\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("CHROMAT_FILE: a.scf\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("MAX_INDEX: 24\n"), std::string::npos) << text;
     EXPECT_NE(text.find("TIME: Wed May  1 10:20:30 2024\n"), std::string::npos) << text;
 }
 
@@ -146,11 +152,29 @@ TEST_F(Export, TheSheetRenamesWells) {
         ">one,_\"two\"\nACGTRYNAA\n>P1:8:20.0\nTTTTTTTT\n>P2:6:20.0\nGGGGGG\n");
 }
 
+TEST_F(Export, FilesAreNamedByPatternAndSheet) {
+    StorePlates();
+    CSampleInfo imported = Called("A03", "CC");
+    imported.sourceFile = "run/7.ab1";
+    Store("out/p1_LC1_QX1/d.esd", imported);
+    temp.Write("sheet.csv", "Name; WELL;\"Pl\"ate;note\n first one;a1;P1;\"a;b\"\n");
+    EXPECT_EQ(Exported("--format fasta --files '{well}{source}' --name '{source}_' --sheet sheet.csv",
+                       "p1_LC1_QX1/first one.fasta"),
+              ">first_one\nACGTRYNAA\n");
+    EXPECT_TRUE(HasPrinted("sheet.csv: no row for P1 A02 (")) << temp.Read("printed");
+    EXPECT_TRUE(HasPrinted("sheet.csv: no row for P2 A01 ("));
+    EXPECT_FALSE(HasPrinted("no row for P1 A01"));
+    EXPECT_EQ(temp.Read("reads/p1_LC1_QX1/A03run_7.ab1.fasta"), ">run/7.ab1_\nCC\n");
+    EXPECT_EQ(temp.Read("reads/p2_LC1_QX1/A01.fasta"), ">_\nGGGGGG\n");
+}
+
 TEST_F(Export, RefusesBeforeAnythingIsWritten) {
     StorePlates();
     temp.Write("wells.csv", "plate,well,name\nP1,A1,x\nP1,a01,y\n");
     temp.Write("names.csv", "plate,well,name\nP1,A1,x\nP1,A2,x\n");
     temp.Write("columns.csv", "plate,name\nP1,x\n");
+    temp.Write("large.csv", "");
+    std::filesystem::resize_file(Path("large.csv"), (16 << 20) + 1);
     temp.Write("row.csv", "plate,well,name\nP1,A1\n");
     const std::vector<std::pair<std::string, std::string>> cases{
         {"--format fasta --trim mott", "--trim: 'mott' is none of"},
@@ -171,7 +195,12 @@ TEST_F(Export, RefusesBeforeAnythingIsWritten) {
         {"--format sam --mask", "sam has no lower case"},
         {"--format fasta --sheet wells.csv", "line 3: well a01 of plate P1 occurs twice"},
         {"--format fasta --sheet names.csv", "line 3: the name x occurs twice"},
-        {"--format fasta --sheet columns.csv", "no column 'well'"},
+        {"--format fasta --sheet columns.csv", "no column 'well'; it has: plate, name"},
+        {"--format fasta --sheet large.csv", "large.csv: it has more than 16 MiB"},
+        {"--format fasta --files '{sample}'", "b.esd: its file would be 'my sample', as that of "},
+        {"--format fasta --files '{raw_peak}'", "a.esd: the name of its file is empty"},
+        {"--format fasta --files '{wel}'", "--files: 'wel' is not a column"},
+        {"--format fasta --files x --per run", "--files: only --per sample"},
         {"--format fasta --sheet row.csv", "line 2: plate, well or name is empty"},
         {"--format fasta --sheet nowhere.csv", "nowhere.csv: No such file"},
         {"--format fasta --sheet out", "out: Is a directory"},

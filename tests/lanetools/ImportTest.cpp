@@ -2,7 +2,9 @@
 // lanetools import as a user runs it, over files that the trace writer makes.
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <regex>
+#include <set>
 
 #include "lanetools/InstrumentFile.h"
 #include "lanetools/import/StoreSample.h"
@@ -11,6 +13,8 @@
 
 namespace {
 
+using lanetools::Stored;
+using lanetools::StoreSample;
 using lanetoolstest::CInstrumentFile;
 using sampletest::XorOfFile;
 
@@ -150,6 +154,7 @@ TEST_F(ImportTest, OtherFilesStay) {
     // A plate that becomes a large one: the sample's own file is written again.
     Make("in/b.ab1", file.Text("TUBE", "I1"));
     ASSERT_EQ(Import("in -o out"), 0);
+    EXPECT_EQ(Report(), "in/a b.ab1\tout/in/inA01-2.rsd\twell A01 is taken; updated\nin/b.ab1\tout/in/inI01.rsd\t\n");
     EXPECT_EQ(Info("out/in/inA01-2.rsd").plateColumns, 24);
 
     // No name is longer than 100 characters.
@@ -158,18 +163,114 @@ TEST_F(ImportTest, OtherFilesStay) {
     EXPECT_TRUE(std::filesystem::exists(Path("out/" + plate + '/' + plate.substr(7) + "A01.rsd")));
 }
 
+// Both store samples of the same wells, so each asks for names that the other takes meanwhile.
+TEST_F(ImportTest, TwoAtOnceLoseNothing) {
+    CInstrumentFile file;
+    file.Text("CTID", "p");
+    constexpr int samples = 12;
+    for (int i = 1; i <= samples; ++i)
+        for (const std::string folder : {"a", "b"}) {
+            const std::string number = std::to_string(i);
+            Make(folder + '/' + number + ".ab1", file.Text("TUBE", 'A' + number).Text("SMPL", folder + number));
+        }
+    const std::vector<std::pair<const char*, int>> volumes{{"", 20}, {"flags", 4}, {"flags links", 4}};
+    for (const auto& [lacks, rounds] : volumes) {
+        for (int round = 0; round < rounds; ++round) {
+            const std::string setUp = std::string("export ASAN_OPTIONS=verify_asan_link_order=0 VOLUME_LACKS='") +
+                                      lacks + "' LD_PRELOAD=" VOLUME_SHIM ";";
+            ASSERT_EQ(Run("(" + setUp + LANETOOLS_PROGRAM " import a -o out >of_a & " + setUp +
+                          LANETOOLS_PROGRAM " import b -o out >of_b; code=$?; wait %1 && exit $code)"),
+                      0)
+                << temp.Read("printed");
+            std::set<std::string> names;
+            for (const auto& entry : std::filesystem::directory_iterator(Path("out/p")))
+                names.insert(Info("out/p/" + entry.path().filename().string()).sampleName);
+            ASSERT_EQ(names.size(), 2u * samples) << lacks << ", round " << round;
+            EXPECT_EQ(std::count(names.begin(), names.end(), ""), 0) << "a file that is no sample";
+            std::filesystem::remove_all(Path("out"));
+        }
+    }
+}
+
+TEST_F(ImportTest, CopiesOfAFileAreOneSample) {
+    CInstrumentFile file;
+    Make("in/a.ab1", file.Text("CTID", "p").Text("TUBE", "A1"));
+    std::filesystem::copy_file(Path("in/a.ab1"), Path("in/b.ab1"));
+    ASSERT_EQ(Import("in/a.ab1 -o two"), 0);
+    ASSERT_EQ(Import("in/b.ab1 -o two"), 0);
+    EXPECT_EQ(Report(), "in/b.ab1\ttwo/p/pA01.rsd\talready imported as a.ab1\n");
+    ASSERT_EQ(Import("in -o one"), 0);
+    EXPECT_EQ(Report(), "in/a.ab1\tone/p/pA01.rsd\t\nin/b.ab1\tone/p/pA01.rsd\talready imported as a.ab1\n");
+    EXPECT_EQ(temp.Read("one/p/pA01.rsd"), temp.Read("two/p/pA01.rsd"));
+    EXPECT_EQ(Info("one/p/pA01.rsd").sourceFile, "a.ab1");
+    // With the names of the files they are two, and a sample that names no source gets one.
+    ASSERT_EQ(Import("in --name file -o one"), 0);
+    EXPECT_EQ(Info("one/p/b.rsd").sourceFile, "b.ab1");
+    CSampleInfo info;
+    std::vector<ScanRecord> scans;
+    sampletest::ReadBack(Path("two/p/pA01.rsd"), info, scans);
+    info.sourceFile.clear();
+    ASSERT_EQ(WriteSample(Path("two/p/pA01.rsd"), info, scans), 0);
+    ASSERT_EQ(Import("in -o two"), 0);
+    EXPECT_EQ(Info("two/p/pA01.rsd").sourceFile, "a.ab1");
+}
+
+// What has been reported must outlive a power cut, so nothing is reported if that is not certain.
+TEST_F(ImportTest, ReportsWhatIsOnTheDisk) {
+    Make("in/a.ab1", CInstrumentFile());
+    EXPECT_EQ(Run("ASAN_OPTIONS=verify_asan_link_order=0 VOLUME_LACKS=sync LD_PRELOAD=" VOLUME_SHIM
+                  " " LANETOOLS_PROGRAM " import in -o out/plates"),
+              1);
+    EXPECT_EQ(Report(), "lanetools: out/plates: Input/output error\n");
+}
+
+TEST_F(ImportTest, CompressedFilesAndFoldersBelow) {
+    CInstrumentFile file;
+    Make("in/deep/a.ab1", file.Text("TUBE", "A1"));
+    Make("in/deep/down/b.AB1", file.Text("TUBE", "A2"));
+    Make("in/deep/c.abi", file.Text("TUBE", "A3"));
+    ASSERT_EQ(
+        Run("cat in/deep/a.ab1 | gzip >whole.gz; gzip in/deep/c.abi; ln -s .. in/deep/up; cp whole.gz in/deep/text.txt;"
+            "(head -c 300 in/deep/a.ab1 | gzip; tail -c +301 in/deep/a.ab1 | gzip) >in/deep/members.ab1.GZ;"
+            "mkdir bad; head -c -9 whole.gz >bad/cut.ab1.gz;"
+            "(head -c 40 whole.gz; echo; tail -c +42 whole.gz) >bad/damaged.ab1.gz;"
+            "head -c 70000000 /dev/zero | gzip >bad/bomb.ab1.gz; printf '\\037\\213' >bad/head.ab1.gz;"
+            "printf '.scf%200s' '' >bad/x.ab1; cp in/deep/a.ab1 x.fsa; gzip x.fsa"),
+        0);
+    EXPECT_EQ(Import("in -o out"), 2);
+    EXPECT_EQ(Errors(),
+              "lanetools: in: no .ab1 or .abi file in this folder, but one folder deeper: import --recursive\n");
+    ASSERT_EQ(Import("--recursive in -o out"), 0);
+    EXPECT_EQ(Report(),
+              "in/deep/a.ab1\tout/deep/deepA01.rsd\t\n"
+              "in/deep/c.abi.gz\tout/deep/deepA03.rsd\t\n"
+              "in/deep/members.ab1.GZ\tout/deep/deepA01.rsd\talready imported as a.ab1\n"
+              "in/deep/down/b.AB1\tout/down/downA02.rsd\t\n");
+    EXPECT_EQ(Info("out/deep/deepA03.rsd").sourceFile, "c.abi.gz");
+    ASSERT_EQ(Import("whole.gz -o out --name file --plate w"), 0);
+    EXPECT_EQ(Report(), "whole.gz\tout/w/whole.rsd\t\n");
+    EXPECT_EQ(Import("bad x.fsa.gz -o out"), 3);
+    EXPECT_EQ(Report(),
+              "bad/bomb.ab1.gz\t-\ttoo large for a run: it unpacks to more than 64 MiB\n"
+              "bad/cut.ab1.gz\t-\tdamaged: the compressed file ends too early\n"
+              "bad/damaged.ab1.gz\t-\tdamaged: it cannot be unpacked\n"
+              "bad/head.ab1.gz\t-\tdamaged: the compressed file ends too early\n"
+              "bad/x.ab1\t-\tan SCF file: it has processed data only, which cannot be called\n"
+              "x.fsa.gz\t-\ta fragment analysis (.fsa), not a sequencing run\n");
+}
+
 TEST_F(ImportTest, AFileWithTheSameBytesMayBeWriteProtected) {
     const std::string path = Path("plate/a.rsd");
     const CSampleInfo info = sampletest::RawInfo(3);
     const auto scans = sampletest::NumberedScans(3);
-    ASSERT_TRUE(lanetools::StoreSample(path, info, scans));
+    ASSERT_EQ(StoreSample(path, info, scans, false), Stored::New);
     CSampleInfo other = info;
     other.comment = "another";
     std::filesystem::permissions(Path(""), std::filesystem::perms(0755));
     const testsupport::PlainUser user;
-    EXPECT_FALSE(lanetools::StoreSample(path, info, scans));
-    EXPECT_THROW(lanetools::StoreSample(path, other, scans), lanetools::CNotStored);
-    EXPECT_THROW(lanetools::StoreSample(Path("new/a.rsd"), info, scans), lanetools::CNotStored);
+    EXPECT_EQ(StoreSample(path, info, scans, true), Stored::Unchanged);
+    EXPECT_THROW(StoreSample(path, other, scans, true), lanetools::CNotStored);
+    EXPECT_THROW(StoreSample(Path("new/a.rsd"), info, scans, false), lanetools::CNotStored);
 }
 
 TEST_F(ImportTest, WhatCannotBeImportedIsReportedAndTheRestGoesOn) {
@@ -203,7 +304,7 @@ TEST_F(ImportTest, RefusesBeforeAnythingIsWritten) {
     temp.Write("file", "");
     for (const auto& [words, text] :
          std::vector<std::pair<std::string, std::string>>{{"in gone.ab1 -o out", "gone.ab1: No such file"},
-                                                          {"empty -o out", "empty: it has no .ab1"},
+                                                          {"empty -o out", "empty: no .ab1"},
                                                           {"in -o file/out", "file/out: Not a directory"},
                                                           {"in -o 'a\\b'", "a\\b: a folder of plates"},
                                                           {"in -o out --plate ''", "--plate: the id is empty"},

@@ -73,7 +73,7 @@ class Summary : public toolstest::ToolsTest {
             std::vector<std::string> columns(1);
             for (const char c : line)
                 c == '\t' ? columns.emplace_back() : columns.back() += c;
-            EXPECT_EQ(columns.size(), 20u) << line;
+            EXPECT_EQ(columns.size(), 21u) << line;
             for (const std::size_t i : wanted)
                 text += columns.at(i) + (i == wanted.back() ? "\n" : " ");
         }
@@ -89,9 +89,9 @@ TEST_F(Summary, FiguresOfACalledSample) {
     ASSERT_EQ(Summarize("out --raw raw"), 0);
     EXPECT_EQ(temp.Read("printed"),
               "plate\twell\tsample\tfile\tstate\treason\tcaller\tbases\tgood_start\tgood_length\tq20\tq30\tcrl\t"
-              "trace_score\tsignal\tnoise\traw_peak\trun_start\tmixed\tremark\n"
+              "trace_score\tsignal\tnoise\traw_peak\trun_start\tmixed\tremark\tsource\n"
               "plate\tA01\tone\ta\tcalled\t\tCaller\t40\t11\t25\t29\t4\t20\t20.0\t150.1\t1.5\t4294967049\t"
-              "2024-05-01T10:20:30Z\t0\t\n");
+              "2024-05-01T10:20:30Z\t0\t\t\n");
     CSampleInfo bare = Called(Raw("", "", 0));
     bare.plateId.clear();
     bare.analysis.endGood = 9;
@@ -187,11 +187,12 @@ TEST_F(Summary, EveryDamageIsFound) {
 
 TEST_F(Summary, FormatsHoldTheSameRows) {
     CSampleInfo odd = Raw("B02", "tab\there \xE9", 0);
+    odd.sourceFile = "1e5.ab1";
     odd.plateId = "<plate> & \"one\"";
     Write("p/1e5.rsd", "out/p_X_QX1/1e5.esd", odd);
     Write("p/b.rsd", Raw("H24", "b"));
-    EXPECT_EQ(Columns("out --raw p", {0, 2, 3, 16}, 3),
-              "<plate> & \"one\" tab here \xC3\xA9 1e5 4294967049\nplate b b \n");
+    EXPECT_EQ(Columns("out --raw p", {0, 2, 3, 16, 20}, 3),
+              "<plate> & \"one\" tab here \xC3\xA9 1e5 4294967049 1e5.ab1\nplate b b  \n");
 
     ASSERT_EQ(Summarize("out --raw p --format json -o a.json"), 3);
     const auto report = nlohmann::json::parse(temp.Read("a.json"));
@@ -204,7 +205,7 @@ TEST_F(Summary, FormatsHoldTheSameRows) {
     EXPECT_EQ(called["signal"], 150.1);
     EXPECT_TRUE(called["run_start"].is_null());
     EXPECT_TRUE(report["samples"][1]["bases"].is_null());
-    EXPECT_EQ(report["samples"][1].size(), 20u);
+    EXPECT_EQ(report["samples"][1].size(), 21u);
 
     ASSERT_EQ(Summarize("out --raw p --format multiqc -o m"), 3);
     EXPECT_NE(temp.Read("m/lanetools_samples_mqc.tsv").find("\n\"1e5\"\t\"&lt;plate&gt; &amp; &quot;one&quot;\"\t"),

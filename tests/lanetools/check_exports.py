@@ -42,7 +42,7 @@ def call_plates(lanewright, samplegen, output):
     for number in ("1", "2"):
         run(samplegen, output / ("p" + number), "-p", "p" + number, "--wells", "3", "--failed", "1", "--bases", "200",
             "--seed", number)
-        run(lanewright, "-IP", output / ("p" + number), "-OD", output / "out", "-BC")
+        run(lanewright, "-IP", output / ("p" + number), "-OD", output / "out", "-BC", "-SCF")
     paths = sorted((output / "out").glob("*/*.esd"))
     for path in paths:
         vary_qualities(path)
@@ -130,6 +130,10 @@ def check_phd(export, samples, wanted):
         steps = [b - a for a, b in zip(sample.peaks, sample.peaks[1:])]
         peaks = found[title].letter_annotations["peak_location"]
         expect("peaks", [b - a for a, b in zip(peaks, peaks[1:])], steps)
+        scf = next((export.output / "out").glob("*/SCF/%s.scf" % title)).read_bytes()
+        scans, _, bases, _, _, first = struct.unpack_from(">6I", scf, 4)
+        expect("peaks of the SCF file", peaks, list(struct.unpack_from(">%dI" % bases, scf, first)))
+        expect("trace of the SCF file", found[title].annotations["trace_array_max_index"], scans - 1)
 
 
 def check_alignments(export, wanted):

@@ -57,6 +57,17 @@ TEST(AtomicFile, GetsItsNameWhenItIsComplete) {
     EXPECT_EQ(NamesIn(folder), "a ");
 }
 
+TEST(AtomicFile, ANewOneReplacesNothing) {
+    TempFolder folder;
+    AtomicFile first, second;
+    ASSERT_EQ(first.Open(folder.Path("a")), 0);
+    ASSERT_EQ(second.Open(folder.Path("a")), 0);
+    first.Write("first");
+    EXPECT_EQ(first.CommitNew(), 0);
+    EXPECT_EQ(second.CommitNew(), EEXIST);
+    EXPECT_EQ(folder.Read("a") + NamesIn(folder), "firsta ");
+}
+
 TEST(AtomicFile, AnErrorOfAnyStepLeavesTheFormerFile) {
     TempFolder folder;
     folder.Write("a", "former");

@@ -127,6 +127,18 @@ TEST(PropertyKeys, FailedSampleEndsWithItsReason) {
     EXPECT_EQ(used.Read().analysis.basecallError, "no signal");
 }
 
+TEST(PropertyKeys, OnlyImportedSamplesNameTheirSource) {
+    StoredTree plain, imported;
+    CSampleInfo info = ProcessedInfo(4);
+    ASSERT_TRUE(plain.Store(info));
+    EXPECT_FALSE(plain.Has("SOURCE FILE"));
+    info.sourceFile = "run 7.ab1";
+    ASSERT_TRUE(imported.Store(info));
+    info.sourceFile = "other";
+    ASSERT_TRUE(imported.Store(info));
+    EXPECT_EQ(imported.Read().sourceFile, "run 7.ab1");
+}
+
 TEST(PropertyKeys, OldFilesGetPerBaseData) {
     StoredTree tree;
     CSampleInfo info = RawInfo(1);

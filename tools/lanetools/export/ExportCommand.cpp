@@ -38,7 +38,7 @@ constexpr const char* about =
     "not exported, but reported.";
 
 constexpr const char* notes =
-    "Columns for --name: those of lanetools summary.\n"
+    "Columns for --name and --files: those of lanetools summary.\n"
     "\n"
     "Exit codes:\n"
     "  0    all samples were exported, or were too short\n"
@@ -94,7 +94,11 @@ void AddReadOptions(CLI::App& app, CExportOptions& options) {
     app.add_option("--name", options.name, "Pattern of the titles, such as '{sample}_{well}' [{file}]")
         ->type_name("PATTERN")
         ->group(group);
-    app.add_option("--sheet", options.sheet, "Table with the columns plate, well and name, for titles")
+    app.add_option("--files", options.files, "Pattern of the files' names, as for --name")
+        ->type_name("PATTERN")
+        ->group(group);
+    app.add_option("--sheet", options.sheet,
+                   "Table with the columns plate, well and name, for titles\nand, with --files, for files")
         ->check(NotEmpty())
         ->type_name("FILE")
         ->group(group);
@@ -116,7 +120,7 @@ void ReadAll(const std::vector<COutputFolder>& outputs, CReadCollection& reads, 
             progress.Step();
         }
     }
-    reads.ReportUnusedRows();
+    reads.ReportSheet();
 }
 
 std::size_t WriteAll(const CReadCollection& collection, const CExportOptions& options) {

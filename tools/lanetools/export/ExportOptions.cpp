@@ -26,6 +26,7 @@ ReadFormat ParseFormat(const CExportOptions& options) {
 CReadRules ParseRules(const CExportOptions& options) {
     if (options.per != "sample" && options.per != "plate" && options.per != "run")
         throw CRefused("--per: '" + options.per + "' is none of sample, plate and run");
+    if (options.files && options.per != "sample") throw CRefused("--files: only --per sample has files to name");
     if (options.cap > largestPhred) throw CRefused("--cap: the highest Phred value is 93");
     if (!(options.adapterMismatch >= 0 && options.adapterMismatch < 1))
         throw CRefused("--adapter-mismatch: the part must be 0 or more and below 1");

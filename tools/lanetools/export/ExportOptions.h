@@ -17,7 +17,7 @@ namespace lanetools {
 struct CExportOptions {
     std::vector<std::string> outputs;
     std::string folder, format, per = "sample", trim = "none";
-    std::optional<std::string> adapter, name, sheet;
+    std::optional<std::string> adapter, name, sheet, files;
     double adapterMismatch = 0.1;
     std::optional<double> mixed;
     unsigned cap = 93, minLength = 0;

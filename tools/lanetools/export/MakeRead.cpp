@@ -49,6 +49,22 @@ CShownBases ShownBases(const CAnalysisInfo& analysis) {
     return shown;
 }
 
+// The raw scans of the processed trace, which are also those of the program's SCF files.
+struct CTraceRange {
+    std::int64_t start, length;
+};
+
+CTraceRange TraceRange(const CAnalysisInfo& analysis) {
+    return {analysis.startTrace, std::max(std::int64_t{analysis.endTrace} - analysis.startTrace, std::int64_t{0})};
+}
+
+// A raw scan as a scan of the trace, counted from 0; the nearest one if it is outside of the trace.
+std::int32_t PlaceIn(const CTraceRange& trace, std::int32_t rawScan) {
+    const std::int64_t last = std::max(trace.length - 1, std::int64_t{0});
+    return static_cast<std::int32_t>(
+        std::min(std::clamp(rawScan - trace.start, std::int64_t{0}, last), std::int64_t{INT32_MAX}));
+}
+
 CStretch Kept(const CShownBases& bases, const CReadRules& rules) {
     const CStretch whole = rules.adapter ? rules.adapter->Cut(bases.letters) : CStretch{0, bases.letters.size()};
     CStretch good = Shared(bases.good, whole);
@@ -75,6 +91,7 @@ void MaskOutside(std::string& letters, CStretch kept) {
 
 bool MakeRead(const CStoredSample& sample, const CReadRules& rules, CRead& read) {
     CShownBases bases = ShownBases(sample.info.analysis);
+    const CTraceRange trace = TraceRange(sample.info.analysis);
     const CStretch kept = Kept(bases, rules);
     if (rules.mixed) WriteMixed(bases, sample.info, *rules.mixed);
     if (rules.mask) MaskOutside(bases.letters, kept);
@@ -83,10 +100,10 @@ bool MakeRead(const CStoredSample& sample, const CReadRules& rules, CRead& read)
     for (std::size_t i = written.start; i < written.End(); ++i) {
         const auto rounded = static_cast<unsigned>(std::floor(Phred(bases.percents[i]) + 0.5));
         read.phreds.push_back(static_cast<std::uint8_t>(std::min(rounded, rules.cap)));
-        read.positions.push_back(bases.positions[i]);
+        read.positions.push_back(PlaceIn(trace, bases.positions[i]));
     }
     read.runStart = sample.info.runStart;
-    read.scans = sample.info.scanCount;
+    read.scans = trace.length;
     return !read.letters.empty() && kept.length >= rules.minLength;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "lanetools/export/ReadCollection.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -32,8 +33,9 @@ CReadCollection::CReadCollection(const CExportOptions& wanted, const std::vector
     : options(wanted),
       format(ParseFormat(wanted)),
       rules(ParseRules(wanted)),
-      pattern(wanted.name ? *wanted.name : DefaultPattern(wanted.per, outputs), ColumnNames()),
+      pattern("--name", wanted.name ? *wanted.name : DefaultPattern(wanted.per, outputs), ColumnNames()),
       say(std::move(report)) {
+    if (options.files) filePattern.emplace("--files", *options.files, ColumnNames());
     if (options.sheet) sheet.emplace(*options.sheet);
     std::error_code error;
     if (const auto status = fs::status(options.folder, error); fs::exists(status) && !fs::is_directory(status))
@@ -46,6 +48,8 @@ void CReadCollection::Add(const COutputFolder& output, const CStoredSample& samp
     CRead read;
     read.row = MakeRow(sample, PlateFolderOf(output.name));
     read.title = Title(read.row);  // of failed samples too: their rows of the sheet are used
+    if (sheet && sheet->Name(read.row.plate, read.row.well).empty())
+        withoutRow.push_back(read.row.plate + " " + read.row.well + " (" + sample.path + ")");
     if (sample.state != SampleState::Called) {
         ++notExported;
         const std::string state = sample.unread.empty() ? StateName(sample.state) + std::string(": ") : "";
@@ -57,7 +61,7 @@ void CReadCollection::Add(const COutputFolder& output, const CStoredSample& samp
         return;
     }
     if (read.title.empty()) throw CRefused(sample.path + ": its title is empty");
-    const std::string path = FilePath(output, sample);
+    const std::string path = FilePath(output, sample, read);
     const auto [other, isNew] = sampleOfTitle.emplace(std::pair(path, read.title), sample.path);
     if (!isNew)
         throw CRefused(sample.path + ": its title in " + path + " is '" + read.title + "', as that of " +
@@ -65,10 +69,16 @@ void CReadCollection::Add(const COutputFolder& output, const CStoredSample& samp
     files[path].push_back(std::move(read));
 }
 
-void CReadCollection::ReportUnusedRows() {
+void CReadCollection::ReportSheet() {
     if (!sheet) return;
     for (const std::string& row : sheet->Unused())
         say(*options.sheet + ": no sample for " + row);
+    constexpr std::size_t mostLines = 20;
+    const std::size_t shown = std::min(withoutRow.size(), mostLines);
+    for (std::size_t i = 0; i < shown; ++i)
+        say(*options.sheet + ": no row for " + OneLine(withoutRow[i]));
+    if (withoutRow.size() > shown)
+        say(*options.sheet + ": no row for " + std::to_string(withoutRow.size() - shown) + " more samples");
 }
 
 // Returns `name`, with "_2" and so on if another source has it, which is reported.
@@ -83,21 +93,34 @@ std::string CReadCollection::Unique(const std::string& name, const std::string& 
     return unique;
 }
 
-std::string CReadCollection::FilePath(const COutputFolder& output, const CStoredSample& sample) {
+// Relative to the target folder, without extension.
+std::string CReadCollection::FileName(const COutputFolder& output, const CStoredSample& sample, const CRead& read) {
+    if (options.per == "run") return "all";
     const std::string& folder = nameOfFolder.at(output.path);
-    const std::string name = options.per == "run"     ? "all"
-                             : options.per == "plate" ? folder
-                                                      : Unique(folder + "/" + SafeName(sample.stem), sample.path);
+    if (options.per == "plate") return folder;
+    if (!filePattern) return Unique(folder + "/" + SafeName(sample.stem), sample.path);
+    const std::string name = SafeName(Fill(*filePattern, read.row));
+    if (name.empty()) throw CRefused(sample.path + ": the name of its file is empty");
+    const auto [other, isNew] = sampleOfFile.emplace(folder + "/" + name, sample.path);
+    if (!isNew) throw CRefused(sample.path + ": its file would be '" + name + "', as that of " + other->second);
+    return folder + "/" + name;
+}
+
+std::string CReadCollection::FilePath(const COutputFolder& output, const CStoredSample& sample, const CRead& read) {
     // Absolute, since htslib takes "a:b" for an address.
     const std::string end = "." + options.format + (options.gzip ? ".gz" : "");
-    return (fs::absolute(options.folder).lexically_normal() / (name + end)).string();
+    return (fs::absolute(options.folder).lexically_normal() / (FileName(output, sample, read) + end)).string();
+}
+
+// The name in the sheet or, if it has none, the filled pattern.
+std::string CReadCollection::Fill(const CTitlePattern& otherwise, const CSampleRow& row) {
+    const std::string name = sheet ? sheet->Name(row.plate, row.well) : "";
+    if (!name.empty()) return name;
+    return otherwise.Fill([&](const std::string& column) { return ColumnText(row, column).value_or(""); });
 }
 
 std::string CReadCollection::Title(const CSampleRow& row) {
-    std::string title = sheet ? sheet->Name(row.plate, row.well) : "";
-    if (title.empty())
-        title = pattern.Fill([&](const std::string& column) { return ColumnText(row, column).value_or(""); });
-    title = OneWord(title);
+    const std::string title = OneWord(Fill(pattern, row));
     return format == ReadFormat::Sam || format == ReadFormat::Bam ? SamTitle(title) : title;
 }
 

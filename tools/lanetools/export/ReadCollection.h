@@ -30,10 +30,10 @@ class CReadCollection {
     CReadCollection(const CExportOptions& options, const std::vector<COutputFolder>& outputs, Say say);
 
     // Adds the read of one sample of `output`, which is one of the folders that were given. Throws CRefused if its
-    // title is empty, or equals that of another read of the same file.
+    // title or the name of its file is empty or equals that of another read.
     void Add(const COutputFolder& output, const CStoredSample& sample);
-    // Reports the rows of the sheet without a sample.
-    void ReportUnusedRows();
+    // Reports the rows of the sheet without a sample, and the samples without a row.
+    void ReportSheet();
 
     // By path.
     const std::map<std::string, std::vector<CRead>>& Files() const { return files; }
@@ -43,19 +43,24 @@ class CReadCollection {
 
   private:
     std::string Unique(const std::string& name, const std::string& source);
-    std::string FilePath(const COutputFolder& output, const CStoredSample& sample);
+    std::string FileName(const COutputFolder& output, const CStoredSample& sample, const CRead& read);
+    std::string FilePath(const COutputFolder& output, const CStoredSample& sample, const CRead& read);
+    std::string Fill(const CTitlePattern& otherwise, const CSampleRow& row);
     std::string Title(const CSampleRow& row);
 
     const CExportOptions& options;
     ReadFormat format;
     CReadRules rules;
     CTitlePattern pattern;
+    std::optional<CTitlePattern> filePattern;  // of --files
     std::optional<CSampleSheet> sheet;
     Say say;
     std::set<std::string> names;                      // taken in the target folder, relative to it
     std::map<std::string, std::string> nameOfFolder;  // by path of the output folder
     std::map<std::string, std::vector<CRead>> files;
     std::map<std::pair<std::string, std::string>, std::string> sampleOfTitle;  // by file and title, its sample's path
+    std::map<std::string, std::string> sampleOfFile;                           // by name of --files, its sample's path
+    std::vector<std::string> withoutRow;                                       // samples of which the sheet has no row
     std::size_t notExported = 0, tooShort = 0;
 };
 

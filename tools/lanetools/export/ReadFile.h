@@ -3,7 +3,7 @@
 //
 //   fastq, fasta  a title and a line of letters; fastq with a line of Phred characters
 //   qual          a title and a line of Phred values
-//   phd           a block per read, with a line per base: letter, Phred value, raw scan
+//   phd           a block per read, with a line per base: letter, Phred value, scan of the trace
 //   sam, bam      unaligned reads, with a read group per read
 //
 // Compression, SAM and BAM are htslib's. Its writer of FASTQ and FASTA is not used: it takes reads from BAM records,

@@ -3,14 +3,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <set>
-#include <string_view>
+#include <sstream>
+#include <utility>
 
 #include "lanetools/ExitCode.h"
+#include "lanetools/system/ReadText.h"
 #include "lanetools/text/Utf8.h"
+#include "platform/Ascii.h"
 
 namespace lanetools {
 
@@ -18,31 +18,24 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-// Commas between quotes belong to the field; two quotes there mean one quote.
-Fields SplitAtCommas(const std::string& line) {
+constexpr std::size_t largestSheet = std::size_t{16} << 20;
+constexpr std::array<const char*, 3> columnNames{"plate", "well", "name"};
+
+// Separators between quotes belong to the field; two quotes there mean one quote. Tabs have no quotes.
+Fields Split(const std::string& line, char separator) {
     Fields fields(1);
     bool isQuoted = false;
     for (std::size_t i = 0; i < line.size(); ++i) {
-        const bool isPair = line[i] == '"' && isQuoted && i + 1 < line.size() && line[i + 1] == '"';
+        const bool isQuote = line[i] == '"' && separator != '\t';
+        const bool isPair = isQuote && isQuoted && i + 1 < line.size() && line[i + 1] == '"';
         if (isPair)
             fields.back() += line[++i];
-        else if (line[i] == '"')
+        else if (isQuote)
             isQuoted = !isQuoted;
-        else if (line[i] == ',' && !isQuoted)
+        else if (line[i] == separator && !isQuoted)
             fields.emplace_back();
         else
             fields.back() += line[i];
-    }
-    return fields;
-}
-
-Fields SplitAtTabs(const std::string& line) {
-    Fields fields(1);
-    for (const char c : line) {
-        if (c == '\t')
-            fields.emplace_back();
-        else
-            fields.back() += c;
     }
     return fields;
 }
@@ -64,43 +57,71 @@ std::string PlainWell(const std::string& well) {
 
 // Reads the lines of the file without their ends and a byte order mark.
 Fields ReadLines(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
+    std::string text = ReadText(path, largestSheet);
+    if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
+    std::istringstream in(std::move(text));
     Fields lines;
     for (std::string line; std::getline(in, line);) {
         if (line.ends_with('\r')) line.pop_back();
         lines.push_back(ToUtf8(line));
     }
-    if (!in.is_open() || in.bad() || (lines.empty() && !in.eof()))
-        throw CRefused(path + ": " + std::strerror(errno != 0 ? errno : EIO));
-    if (!lines.empty() && lines[0].starts_with("\xEF\xBB\xBF")) lines[0].erase(0, 3);
     return lines;
+}
+
+Fields SplitPlain(const std::string& line, char separator) {
+    Fields fields = Split(line, separator);
+    std::transform(fields.begin(), fields.end(), fields.begin(), WithoutBlanks);
+    return fields;
+}
+
+// How a sheet is divided.
+struct CHeader {
+    char separator = ',';
+    Fields fields;
+    std::array<std::size_t, columnNames.size()> columns{};  // indices of columnNames, fields.size() for a missing one
+
+    CHeader(const std::string& line, char by) : separator(by), fields(SplitPlain(line, by)) {
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            const auto isName = [&](const std::string& field) {
+                return platform::EqualIgnoringCase(field, columnNames[i]);
+            };
+            columns[i] = static_cast<std::size_t>(std::find_if(fields.begin(), fields.end(), isName) - fields.begin());
+        }
+    }
+    // Index in columnNames of the first column that is missing.
+    std::size_t Missing() const {
+        return static_cast<std::size_t>(std::find(columns.begin(), columns.end(), fields.size()) - columns.begin());
+    }
+};
+
+// Throws CRefused, with the columns that were found, if one is missing with any separator.
+CHeader ReadHeader(const std::string& path, const std::string& line) {
+    CHeader best(line, '\t');
+    for (const char separator : {'\t', ';', ','}) {
+        CHeader header(line, separator);
+        if (header.Missing() == columnNames.size()) return header;
+        if (header.fields.size() > best.fields.size()) best = std::move(header);
+    }
+    std::string found;
+    for (const std::string& field : best.fields)
+        found += (found.empty() ? "" : ", ") + OneLine(field);
+    throw CRefused(path + ": the first line has no column '" + columnNames.at(best.Missing()) + "'; it has: " + found);
 }
 
 }  // namespace
 
 CSampleSheet::CSampleSheet(const std::string& path) {
     const Fields lines = ReadLines(path);
-    const bool hasTabs = !lines.empty() && lines[0].find('\t') != std::string::npos;
-    const auto split = [&](const std::string& line) {
-        Fields fields = hasTabs ? SplitAtTabs(line) : SplitAtCommas(line);
-        std::transform(fields.begin(), fields.end(), fields.begin(), WithoutBlanks);
-        return fields;
-    };
-    const Fields header = lines.empty() ? Fields{} : split(lines[0]);
-    std::array<std::size_t, 3> columns{};
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        static constexpr std::array<const char*, 3> names{"plate", "well", "name"};
-        columns[i] = static_cast<std::size_t>(std::find(header.begin(), header.end(), names[i]) - header.begin());
-        if (columns[i] == header.size()) throw CRefused(path + ": the first line has no column '" + names[i] + "'");
-    }
+    const CHeader header = ReadHeader(path, lines.empty() ? "" : lines[0]);
+    const auto& columns = header.columns;
     std::set<std::string> names;
     for (std::size_t i = 1; i < lines.size(); ++i) {
         if (WithoutBlanks(lines[i]).empty()) continue;
         const auto refuse = [&](const std::string& why) {
             throw CRefused(path + ": line " + std::to_string(i + 1) + ": " + why);
         };
-        Fields fields = split(lines[i]);
-        fields.resize(std::max(fields.size(), header.size()));
+        Fields fields = SplitPlain(lines[i], header.separator);
+        fields.resize(std::max(fields.size(), header.fields.size()));
         const CRow row{i + 1, fields[columns[0]], fields[columns[1]], fields[columns[2]]};
         if (row.plate.empty() || row.well.empty() || row.name.empty()) refuse("plate, well or name is empty");
         if (!byWell.emplace(std::pair(row.plate, PlainWell(row.well)), rows.size()).second)

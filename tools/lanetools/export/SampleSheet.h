@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // A sample sheet: the names that a laboratory gives to the wells of its plates.
 //
-// A text file with a header line that has the columns "plate", "well" and "name" (others are ignored), separated by
-// tabs or, if the header has none, by commas; between commas a field may be quoted. Plates are compared with the
-// column "plate" of the summary, wells without regard to letter case or leading zeros (a1 is A01).
+// A text file of up to 16 MiB with a header line that has the columns "plate", "well" and "name" in any letter case
+// (others are ignored), separated by tabs, semicolons or commas: the first of these that gives the three columns.
+// Between semicolons or commas a field may be quoted. Plates are compared with the column "plate" of the summary, wells
+// without regard to letter case or leading zeros (a1 is A01).
 #pragma once
 
 #include <cstddef>

@@ -23,18 +23,14 @@ std::string CTimeText(std::int64_t seconds) {
     return text;
 }
 
-// The last component of a path.
-std::string FileName(const std::string& path) {
-    return ToUtf8(path.substr(path.rfind('/') + 1));
-}
-
+// The trace is that of the program's SCF file, whose scans the peaks count.
 std::string PhdComment(const CRead& read) {
-    std::string text = "BEGIN_COMMENT\n\nCHROMAT_FILE: " + OneLine(FileName(read.row.path)) + "\n";
+    std::string text = "BEGIN_COMMENT\n\nCHROMAT_FILE: " + OneLine(read.row.file) + ".scf\n";
     if (!read.row.caller.empty()) text += "CALL_METHOD: " + OneLine(read.row.caller) + "\n";
     text += "QUALITY_LEVELS: 94\n";  // Phred values 0 to 93
     if (read.runStart != 0) text += "TIME: " + CTimeText(read.runStart) + "\n";
     text += "TRACE_ARRAY_MIN_INDEX: 0\n";
-    text += "TRACE_ARRAY_MAX_INDEX: " + std::to_string(std::max(read.scans, 1u) - 1) + "\n";
+    text += "TRACE_ARRAY_MAX_INDEX: " + std::to_string(std::max(read.scans, std::int64_t{1}) - 1) + "\n";
     return text + "\nEND_COMMENT\n";
 }
 

@@ -43,8 +43,9 @@ bool IsPrintableAscii(std::string_view character) {
 
 }  // namespace
 
-CTitlePattern::CTitlePattern(const std::string& pattern, const std::vector<std::string>& columns) {
-    const auto refuse = [&](const std::string& why) { throw CRefused("--name: " + why + " in '" + pattern + "'"); };
+CTitlePattern::CTitlePattern(const std::string& option, const std::string& pattern,
+                             const std::vector<std::string>& columns) {
+    const auto refuse = [&](const std::string& why) { throw CRefused(option + ": " + why + " in '" + pattern + "'"); };
     for (std::size_t at = 0; at < pattern.size();) {
         const std::size_t open = std::min(pattern.find('{', at), pattern.size());
         const std::string plain = pattern.substr(at, open - at);
@@ -59,7 +60,7 @@ CTitlePattern::CTitlePattern(const std::string& pattern, const std::vector<std::
         parts.push_back({true, column});
         at = close + 1;
     }
-    if (parts.empty()) throw CRefused("--name: the pattern is empty");
+    if (parts.empty()) throw CRefused(option + ": the pattern is empty");
 }
 
 std::string CTitlePattern::Fill(const std::function<std::string(const std::string&)>& text) const {

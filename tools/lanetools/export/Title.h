@@ -13,8 +13,9 @@ namespace lanetools {
 // A pattern such as "{sample}_{well}".
 class CTitlePattern {
   public:
-    // Throws CRefused for a brace without its partner, or a name in braces that is not one of `columns`.
-    CTitlePattern(const std::string& pattern, const std::vector<std::string>& columns);
+    // Throws CRefused, which names `option`, for a brace without its partner, or a name in braces that is not one of
+    // `columns`.
+    CTitlePattern(const std::string& option, const std::string& pattern, const std::vector<std::string>& columns);
 
     // Returns the pattern with each column replaced by what `text` gives for its name.
     std::string Fill(const std::function<std::string(const std::string&)>& text) const;

@@ -105,6 +105,8 @@ ByteSpan FindStart(ByteSpan file) {
     for (const std::size_t start : {std::size_t{0}, foreignHeader})
         if (IsWithin(start, headerEntry + entrySize, file.size()) && Characters(file.subspan(start, 4)) == "ABIF")
             return file.subspan(start);
+    if (Characters(file).starts_with(".scf"))
+        throw CUnusable("an SCF file: it has processed data only, which cannot be called");
     throw CUnusable("it is not an ABIF file");
 }
 

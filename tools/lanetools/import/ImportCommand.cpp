@@ -27,6 +27,7 @@
 #include "lanetools/import/StoreSample.h"
 #include "lanetools/system/Interrupt.h"
 #include "lanetools/system/Progress.h"
+#include "lanetools/system/ToDisk.h"
 #include "lanetools/text/SafeName.h"
 #include "lanetools/text/StandardOutput.h"
 #include "lanetools/text/Utf8.h"
@@ -42,7 +43,8 @@ namespace fs = std::filesystem;
 constexpr const char* about =
     "Makes plates of raw samples from the ABIF files (.ab1, .abi) of an instrument.\n"
     "\n"
-    "A folder means the .ab1 and .abi files directly in it. Each plate becomes a folder\n"
+    "A folder means the .ab1 and .abi files directly in it, also compressed ones (.ab1.gz).\n"
+    "Each plate becomes a folder\n"
     "  PLATES/<plate>/<plate><well>.rsd\n"
     "Existing samples are safe: one with the same bytes is not touched, and another sample is\n"
     "never replaced.\n"
@@ -67,6 +69,7 @@ struct COptions {
     std::string root;
     std::string name = "well";
     std::optional<std::string> plateId;
+    bool isRecursive = false;
 };
 
 // The result for a source.
@@ -80,6 +83,28 @@ void AddRemark(COutcome& outcome, const std::string& remark) {
     outcome.remark += remark;
 }
 
+// Stores the sample of `place`. A copy of its source, which has another name, leaves it as it is.
+Stored StoreAt(const CPlace& place, const CInstrumentSample& sample) {
+    if (place.HasOtherSource(sample.info)) {
+        CSampleInfo info = sample.info;
+        info.sourceFile = place.source;
+        if (IsStored(place.path, info, sample.scans)) return Stored::Unchanged;
+    }
+    return StoreSample(place.path, sample.info, sample.scans, place.isOwn);
+}
+
+// Another import may take a place before the sample is stored there; then the sample goes to the next one.
+std::pair<CPlace, Stored> StoreInPlace(const CPlateFolder& plate, const std::string& head, const std::string& tail,
+                                       const CInstrumentSample& sample) {
+    constexpr int mostTries = 10000;  // as many as a plate could ever need
+    for (int tries = 0; tries < mostTries; ++tries) {
+        const CPlace place = plate.Place(head, tail, sample.info, sample.scans);
+        const Stored stored = StoreAt(place, sample);
+        if (stored != Stored::Taken) return {place, stored};
+    }
+    throw CNotStored("all names are taken");
+}
+
 class CImport {
   public:
     explicit CImport(const COptions& given) : options(given) {}
@@ -88,7 +113,8 @@ class CImport {
   private:
     CInstrumentSample Read(const CSource& source) const;
     void FindPlates();
-    void MakeRoot() const;
+    void MakeRoot();
+    void Sync();
     COutcome Import(const CSource& source);
     COutcome Store(const CSource& source, CInstrumentSample sample);
     void Print() const;
@@ -98,6 +124,7 @@ class CImport {
     std::vector<CSource> sources;
     std::vector<COutcome> outcomes;              // of the sources so far
     std::map<std::string, CPlateFolder> plates;  // by plate id
+    std::vector<fs::path> newFolders;            // root and those above it, as far as this import has made them
     bool hasFailedToWrite = false;
 };
 
@@ -106,6 +133,7 @@ CInstrumentSample CImport::Read(const CSource& source) const {
     if (!source.refusal.empty()) throw CUnusable(source.refusal);
     const std::string file = ReadSource(source.path);
     CInstrumentSample sample = ReadInstrumentSample(std::as_bytes(std::span(file)));
+    sample.info.sourceFile = fs::path(source.path).filename().string();
     std::string& id = sample.info.plateId;
     if (options.plateId) id = *options.plateId;
     if (id.empty()) id = source.folder;
@@ -132,34 +160,49 @@ void CImport::FindPlates() {
     }
 }
 
-void CImport::MakeRoot() const {
+void CImport::MakeRoot() {
     std::error_code error;
+    for (fs::path folder = fs::absolute(options.root); !fs::exists(folder, error); folder = folder.parent_path())
+        newFolders.push_back(folder);
     fs::create_directories(options.root, error);
     if (error) throw CRefused(options.root + ": " + error.message());
+}
+
+// Brings the names of all samples to the disk; their bytes are there already. Until then none is reported.
+void CImport::Sync() {
+    const bool isAnyStored =
+        std::any_of(outcomes.begin(), outcomes.end(), [](const COutcome& outcome) { return outcome.path != "-"; });
+    if (!isAnyStored) return;
+    std::set<fs::path> folders{options.root};
+    for (const COutcome& outcome : outcomes)
+        if (outcome.path != "-") folders.insert(fs::path(outcome.path).parent_path());
+    for (const fs::path& folder : newFolders)
+        folders.insert(folder.parent_path());
+    for (const fs::path& folder : folders)
+        SyncNamesIn(folder.string());
 }
 
 COutcome CImport::Store(const CSource& source, CInstrumentSample sample) {
     CSampleInfo& info = sample.info;
     const auto found = plates.find(info.plateId);
     if (found == plates.end()) throw CUnusable("changed while it was imported");
-    CPlateFolder& plate = found->second;
+    const CPlateFolder& plate = found->second;
     info.plateColumns = plate.Columns();
     info.plateRows = plate.Rows();
 
     COutcome outcome{"-", sample.remark};
     if (plate.IsPlainTaken()) AddRemark(outcome, "the folder name " + SafeName(info.plateId) + " is taken");
-    const bool isByWell = options.name == "well";
-    std::string head = SafeName(isByWell ? info.plateId : source.stem);
-    if (isByWell && info.wellId.empty()) {
+    const std::string well = options.name == "well" ? info.wellId : "";
+    std::string head = SafeName(options.name == "well" ? info.plateId : source.stem);
+    if (options.name == "well" && well.empty()) {
         head.append("_").append(SafeName(source.stem));
         AddRemark(outcome, sample.wellText.empty() ? "no well" : "no well: \"" + sample.wellText + "\"");
     }
-    const CPlace place = plate.Place(head, isByWell ? info.wellId : "", info, sample.scans);
-    if (place.isPlainTaken && isByWell && !info.wellId.empty())
-        AddRemark(outcome, "well " + info.wellId + " is taken");
-    else if (place.isPlainTaken)
-        AddRemark(outcome, "the name " + head + " is taken");
-    if (!StoreSample(place.path, info, sample.scans)) AddRemark(outcome, "already imported");
+    const auto [place, stored] = StoreInPlace(plate, head, well, sample);
+    if (place.isPlainTaken) AddRemark(outcome, (well.empty() ? "the name " + head : "well " + well) + " is taken");
+    if (stored == Stored::Updated) AddRemark(outcome, "updated");
+    if (stored == Stored::Unchanged)
+        AddRemark(outcome, "already imported" + (place.HasOtherSource(info) ? " as " + place.source : ""));
     outcome.path = place.path;
     return outcome;
 }
@@ -196,7 +239,7 @@ ExitCode CImport::Result() const {
 }
 
 ExitCode CImport::Run() {
-    sources = FindSources(options.arguments);
+    sources = FindSources(options.arguments, options.isRecursive);
     FindPlates();
     if (!plates.empty()) MakeRoot();
     try {
@@ -207,9 +250,11 @@ ExitCode CImport::Run() {
             progress.Step();
         }
     } catch (const CInterrupted&) {
+        Sync();
         Print();
         throw;
     }
+    Sync();
     Print();
     return Result();
 }
@@ -232,6 +277,7 @@ CSubcommand AddImport(CLI::App& tools) {
         ->check(CLI::Validator(CheckNaming, ""))
         ->type_name("well|file")
         ->capture_default_str();
+    app->add_flag("-r,--recursive", options->isRecursive, "Also import the files in folders below");
     app->add_option("--plate", options->plateId, "Take all files for samples of this plate, whichever\nplate they name")
         ->type_name("ID");
     return {app, [options] {

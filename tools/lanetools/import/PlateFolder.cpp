@@ -29,9 +29,10 @@ bool Exists(const fs::path& path) {
     return fs::exists(fs::symlink_status(path, ignored));  // also a link to nothing
 }
 
-bool IsSameSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans) {
+// True, with its description in `stored`, if the file at `path` holds this sample.
+bool IsSameSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans,
+                  CSampleInfo& stored) {
     CRsdFile file;
-    CSampleInfo stored;
     std::uint32_t count = 0;
     if (file.Open(path, true) || file.ReadInfo(stored) || file.GetScanCount(count)) return false;
     if (stored.processed || stored.runStart != info.runStart || stored.sampleName != info.sampleName ||
@@ -88,20 +89,17 @@ void CPlateFolder::AddWell(const std::string& well) {
 }
 
 CPlace CPlateFolder::Place(const std::string& head, const std::string& tail, const CSampleInfo& info,
-                           std::span<const ScanRecord> scans) {
+                           std::span<const ScanRecord> scans) const {
     constexpr std::size_t extensionSize = 4;
     for (int number = 1;; ++number) {
-        const std::string stem = NumberedName(head, tail, number, extensionSize);
-        if (placed.contains(stem) || !IsFree(stem, info, scans)) continue;
-        placed.insert(stem);
-        return {path + '/' + stem + extensions[0], number > 1};
+        const std::string file = path + '/' + NumberedName(head, tail, number, extensionSize);
+        if (Exists(file + extensions[1])) continue;
+        const CPlace place{file + extensions[0], number > 1, false, {}};
+        if (!Exists(place.path)) return place;
+        CSampleInfo stored;
+        if (IsSameSample(place.path, info, scans, stored))
+            return {place.path, place.isPlainTaken, true, stored.sourceFile};
     }
-}
-
-bool CPlateFolder::IsFree(const std::string& stem, const CSampleInfo& info, std::span<const ScanRecord> scans) const {
-    const std::string file = path + '/' + stem;
-    if (Exists(file + extensions[1])) return false;
-    return !Exists(file + extensions[0]) || IsSameSample(file + extensions[0], info, scans);
 }
 
 }  // namespace lanetools

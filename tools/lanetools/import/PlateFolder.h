@@ -3,7 +3,7 @@
 //
 // No sample is ever lost to a name: a folder of another plate and a file of another sample stay as they are, and the
 // new one gets the first of the names NAME-2, NAME-3, ... that is free or its own. So the same import finds its own
-// files again.
+// files again, and so does another import of the same samples.
 #pragma once
 
 #include <cstddef>
@@ -24,6 +24,10 @@ namespace lanetools {
 struct CPlace {
     std::string path;
     bool isPlainTaken = false;  // another sample has the plain name
+    bool isOwn = false;         // there is a file, which holds this sample
+    std::string source;         // the source that it names, if any
+
+    bool HasOtherSource(const CSampleInfo& info) const { return !source.empty() && source != info.sourceFile; }
 };
 
 class CPlateFolder {
@@ -42,17 +46,14 @@ class CPlateFolder {
     std::int32_t Columns() const { return isLarge ? 24 : 12; }
     std::int32_t Rows() const { return isLarge ? 16 : 8; }
 
-    // The file of a sample with the plain name `head` + `tail`, of which `head` is cut as needed. From then
-    // on no other sample gets it.
+    // The file of a sample with the plain name `head` + `tail`, of which `head` is cut as needed. Other imports may be
+    // storing samples meanwhile: if the name has been taken when the file is to be stored there, call it again.
     CPlace Place(const std::string& head, const std::string& tail, const CSampleInfo& info,
-                 std::span<const ScanRecord> scans);
+                 std::span<const ScanRecord> scans) const;
 
   private:
-    bool IsFree(const std::string& stem, const CSampleInfo& info, std::span<const ScanRecord> scans) const;
-
     std::string path;
     bool isPlainTaken = false, isLarge = false;
-    std::set<std::string> placed;  // stems
 };
 
 }  // namespace lanetools

@@ -8,12 +8,15 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <set>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "lanetools/ExitCode.h"
 #include "lanetools/import/AbifDirectory.h"
+#include "lanetools/import/Unpack.h"
+#include "lanetools/system/Interrupt.h"
 #include "platform/Ascii.h"
 
 namespace lanetools {
@@ -28,29 +31,81 @@ bool HasExtension(const fs::path& path, std::string_view extension) {
     return platform::EqualIgnoringCase(path.extension().string(), extension);
 }
 
+// The name of a source without ".gz".
+fs::path PlainName(const fs::path& path) {
+    return HasExtension(path, ".gz") ? path.stem() : path.filename();
+}
+
+bool IsSourceName(const fs::path& path) {
+    return HasExtension(PlainName(path), ".ab1") || HasExtension(PlainName(path), ".abi");
+}
+
 CSource MakeSource(const fs::path& path) {
-    CSource source{path.string(), path.stem().string(), {}, {}, {}};
+    CSource source{path.string(), PlainName(path).stem().string(), {}, {}, {}};
     std::error_code error;
     source.folder = fs::absolute(path, error).lexically_normal().parent_path().filename().string();
-    if (HasExtension(path, ".fsa")) source.refusal = "a fragment analysis (.fsa), not a sequencing run";
+    if (HasExtension(PlainName(path), ".fsa")) source.refusal = "a fragment analysis (.fsa), not a sequencing run";
     return source;
 }
 
-std::vector<CSource> ListFolder(const fs::path& folder) {
-    std::error_code error;
-    std::vector<fs::path> names;
-    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
-        const fs::path name = at->path().filename();
+// The source files and the folders that are directly in a folder, by name.
+struct CListing {
+    std::vector<fs::path> files, folders;
+    std::error_code error;  // if it cannot be listed to its end
+};
+
+CListing List(const fs::path& folder) {
+    CListing listing;
+    for (fs::directory_iterator at(folder, listing.error), end; !listing.error && at != end;
+         at.increment(listing.error)) {
         std::error_code ignored;
-        if ((HasExtension(name, ".ab1") || HasExtension(name, ".abi")) && !fs::is_directory(at->path(), ignored))
-            names.push_back(name);
+        const fs::path path = folder / at->path().filename();
+        if (fs::is_directory(path, ignored))
+            listing.folders.push_back(path);
+        else if (IsSourceName(path))
+            listing.files.push_back(path);
     }
-    if (error) throw CRefused(folder.string() + ": " + error.message());
-    std::sort(names.begin(), names.end());
+    std::sort(listing.files.begin(), listing.files.end());
+    std::sort(listing.folders.begin(), listing.folders.end());
+    return listing;
+}
+
+void AddFiles(const CListing& listing, std::vector<CSource>& sources) {
+    std::transform(listing.files.begin(), listing.files.end(), std::back_inserter(sources), MakeSource);
+}
+
+// Adds the sources in the folders of `listing` and below; `entered` has the folders that were listed before.
+void AddBelow(const CListing& listing, std::set<fs::path>& entered, std::vector<CSource>& sources) {
+    for (const fs::path& folder : listing.folders) {
+        CheckInterrupt();
+        std::error_code error;
+        if (const fs::path real = fs::canonical(folder, error); !error && !entered.insert(real).second) continue;
+        const CListing below = List(folder);
+        if (below.error) sources.push_back({folder.string(), {}, {}, below.error.message(), {}});
+        AddFiles(below, sources);
+        AddBelow(below, entered, sources);
+    }
+}
+
+std::string WhyEmpty(const CListing& listing, bool isRecursive) {
+    if (isRecursive) return "no .ab1 or .abi file in this folder or below it";
+    const bool isDeeper = std::any_of(listing.folders.begin(), listing.folders.end(),
+                                      [](const fs::path& folder) { return !List(folder).files.empty(); });
+    return std::string("no .ab1 or .abi file in this folder") +
+           (isDeeper ? ", but one folder deeper: import --recursive" : "");
+}
+
+std::vector<CSource> SourcesOf(const std::string& folder, bool isRecursive) {
+    const CListing listing = List(folder);
+    if (listing.error) throw CRefused(folder + ": " + listing.error.message());
     std::vector<CSource> sources;
-    sources.reserve(names.size());
-    for (const fs::path& name : names)
-        sources.push_back(MakeSource(folder / name));
+    AddFiles(listing, sources);
+    if (isRecursive) {
+        std::error_code ignored;
+        std::set<fs::path> entered{fs::canonical(folder, ignored)};
+        AddBelow(listing, entered, sources);
+    }
+    if (sources.empty()) sources.push_back({folder, {}, {}, WhyEmpty(listing, isRecursive), {}});
     return sources;
 }
 
@@ -67,20 +122,19 @@ void FindRepeats(std::vector<CSource>& sources) {
 
 }  // namespace
 
-std::vector<CSource> FindSources(const std::vector<std::string>& arguments) {
+std::vector<CSource> FindSources(const std::vector<std::string>& arguments, bool isRecursive) {
     std::vector<CSource> sources;
-    bool isAnyFound = false;
     for (const std::string& argument : arguments) {
         std::error_code error;
         const fs::file_status status = fs::status(argument, error);
         if (!fs::exists(status)) throw CRefused(argument + ": " + error.message());
         std::vector<CSource> found =
-            fs::is_directory(status) ? ListFolder(argument) : std::vector<CSource>{MakeSource(argument)};
-        isAnyFound = isAnyFound || !found.empty();
-        if (found.empty()) found.push_back({argument, {}, {}, "no .ab1 or .abi file in this folder", {}});
+            fs::is_directory(status) ? SourcesOf(argument, isRecursive) : std::vector<CSource>{MakeSource(argument)};
         std::move(found.begin(), found.end(), std::back_inserter(sources));
     }
-    if (!isAnyFound) throw CRefused(arguments.front() + ": it has no .ab1 or .abi file");
+    const bool isAnyFound =
+        std::any_of(sources.begin(), sources.end(), [](const CSource& source) { return !source.stem.empty(); });
+    if (!isAnyFound) throw CRefused(sources.front().path + ": " + sources.front().refusal);
     FindRepeats(sources);
     return sources;
 }
@@ -97,7 +151,7 @@ std::string ReadSource(const std::string& path) {
     in.read(bytes.data(), static_cast<std::streamsize>(size));
     if (in.bad()) throw CUnusable("it cannot be read to its end");
     bytes.resize(static_cast<std::size_t>(in.gcount()));
-    return bytes;
+    return IsPacked(bytes) ? Unpack(bytes, largestFile) : bytes;
 }
 
 }  // namespace lanetools

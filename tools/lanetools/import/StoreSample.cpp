@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "lanetools/import/StoreSample.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <filesystem>
 #include <system_error>
@@ -31,23 +32,44 @@ void Demand(Error error) {
     if (error) throw CNotStored(error.Text());
 }
 
+// The bytes of a sample file under a temporary name: next to where it goes or, if nothing may be written there,
+// elsewhere, for the comparison with a file that exists already.
+class CNewFile {
+  public:
+    CNewFile(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans)
+        : notOpened(file.Open(path)) {
+        if (notOpened && elsewhere.Open(fs::temp_directory_path() / "imported.rsd")) Demand(notOpened);
+        Demand(WriteSample(Name(), info, scans));
+    }
+    const std::string& Name() const { return notOpened ? elsewhere.TemporaryName() : file.TemporaryName(); }
+    Error Replace() { return notOpened ? notOpened : file.Commit(); }
+    Error Add() { return notOpened ? notOpened : file.CommitNew(); }
+
+  private:
+    platform::AtomicFile file, elsewhere;
+    Error notOpened;
+};
+
 }  // namespace
 
-bool StoreSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans) {
+bool IsStored(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans) {
+    return HaveSameBytes(CNewFile(path, info, scans).Name(), path);
+}
+
+Stored StoreSample(const std::string& path, const CSampleInfo& info, std::span<const ScanRecord> scans, bool isOwn) {
     std::error_code error;
     fs::create_directory(fs::path(path).parent_path(), error);
     if (error) throw CNotStored(error.message());
-    platform::AtomicFile file;
-    const Error notOpened = file.Open(path);
-    // If nothing may be written here, the sample may still exist already: it is written elsewhere and compared.
-    platform::AtomicFile elsewhere;
-    if (notOpened && elsewhere.Open(fs::temp_directory_path() / "imported.rsd")) Demand(notOpened);
-    platform::AtomicFile& made = notOpened ? elsewhere : file;
-    Demand(WriteSample(made.TemporaryName(), info, scans));
-    if (HaveSameBytes(made.TemporaryName(), path)) return false;
-    Demand(notOpened);
-    Demand(file.Commit());
-    return true;
+    CNewFile made(path, info, scans);
+    if (!isOwn) {
+        const Error added = made.Add();
+        if (added == EEXIST) return Stored::Taken;
+        Demand(added);
+        return Stored::New;
+    }
+    if (HaveSameBytes(made.Name(), path)) return Stored::Unchanged;
+    Demand(made.Replace());
+    return Stored::Updated;
 }
 
 }  // namespace lanetools

@@ -106,6 +106,7 @@ void Identify(CSampleRow& row, const CSampleInfo& info, const std::string& plate
     row.well = ToUtf8(info.wellId);
     row.sample = ToUtf8(info.sampleName);
     row.runStart = UtcText(info.runStart);
+    row.source = ToUtf8(info.sourceFile);
     if (info.plateColumns > 0 && info.plateColumns <= mostColumns) row.plateColumns = info.plateColumns;
     if (info.plateRows > 0 && info.plateRows <= mostRows) row.plateRows = info.plateRows;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The row of one sample in the summary: 20 columns, which titles of exported reads can take up too.
+// The row of one sample in the summary: 21 columns, which titles of exported reads can take up too.
 #pragma once
 
 #include <cstdint>
@@ -32,6 +32,7 @@ struct CSampleRow {
     std::optional<std::int64_t> mixed;  // mixed places of the good region, see MixedPlaces.h
     std::string remark;                 // why a called read is poor, see Remark.h
     std::string runStart;               // "2024-05-01T10:20:30Z", empty for 0
+    std::string source;                 // name of the file that the sample was imported from, if it was
 
     // No columns:
     std::string path;                               // of the stored sample, empty when missing
@@ -65,6 +66,7 @@ void VisitColumns(const CSampleRow& row, Visit visit) {
     visit("run_start", row.runStart);
     visit("mixed", row.mixed);
     visit("remark", row.remark);
+    visit("source", row.source);
 }
 
 // The names of the columns, in order.
@@ -81,7 +83,8 @@ std::optional<double> OneDecimal(std::optional<double> value);
 
 // The row of a stored sample. `plateFolder` names the plate where the sample does not. rawPeak is absent.
 CSampleRow MakeRow(const CStoredSample& sample, const std::string& plateFolder);
-// Fills what says which sample it is, from its description: plate to file but the stem, runStart and the plate's size.
+// Fills what says which sample it is, from its description: plate to file but the stem, runStart, source
+// and the plate's size.
 void Identify(CSampleRow& row, const CSampleInfo& info, const std::string& plateFolder);
 // The name of the plate's folder, as far as the name of the output folder shows it: "p1" for "p1_LC1_QX1". A code with
 // "_" in it cannot be separated from the plate's name. Any other name is returned unchanged.

@@ -66,6 +66,7 @@ constexpr CColumnStyle styles[] = {
     {"mixed", "Mixed", "Places of the good region with a second letter of 0.33 or more of the strongest", "{:,.0f}",
      true},
     {"remark", "Remark", "Why the read is poor", nullptr, false},
+    {"source", "Source", "Name of the file that the sample was imported from", nullptr, true},
 };
 
 // Columns with a value in some row.

@@ -27,12 +27,15 @@ Error OnOpened(const fs::path& path, Call sync) {
     return error;
 }
 
+Error SyncFolder(const fs::path& folder, const fs::path& inside) {
+    const Error error = OnOpened(folder, ::fsync);
+    // The folder may not be listed, or its volume does not know this for folders: then everything is synced.
+    return error == EACCES || error == EINVAL ? OnOpened(inside, ::syncfs) : error;
+}
+
 // Waits until the name `path` of an existing file or folder is on the disk.
 Error SyncName(const fs::path& path) {
-    const fs::path folder = path.parent_path();
-    const Error error = OnOpened(folder.empty() ? "." : folder, ::fsync);
-    // The folder may not be listed, or its volume does not know this for folders: then everything is synced.
-    return error == EACCES || error == EINVAL ? OnOpened(path, ::syncfs) : error;
+    return SyncFolder(path.has_parent_path() ? path.parent_path() : ".", path);
 }
 
 void Demand(Error error, const std::string& path) {
@@ -45,6 +48,15 @@ void CommitToDisk(platform::AtomicFile& file, const std::string& path) {
     Error error = file.IsOpen() ? OnOpened(file.TemporaryName(), ::fsync) : platform::success;
     if (!error) error = file.Commit();
     if (!error) error = SyncName(path);
+    Demand(error, path);
+}
+
+void SyncNamesIn(const std::string& path) {
+    Error error = SyncFolder(path, path);
+    if (error == EACCES) {
+        ::sync();
+        error = platform::success;
+    }
     Demand(error, path);
 }
 

@@ -51,6 +51,7 @@ export interface Sample {
   noise: number | null;
   raw_peak: number | null;
   run_start: string | null;
+  source: string | null;
   /** Labels and values, in the order in which they are shown. */
   description: [string, string][];
   /** Letters of channels 1 to 4. */

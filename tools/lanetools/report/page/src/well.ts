@@ -49,6 +49,7 @@ function description(sample: Sample): HTMLElement {
     ["Raw peak", figureOf(sample, "raw_peak")],
     ["Base caller", sample.caller ?? ""],
     ["Run start", sample.run_start ?? ""],
+    ["Imported from", sample.source ?? ""],
   ];
   const list = make("dl", { class: "description" });
   for (const [label, value] of [...figures, ...sample.description])
