@@ -50,7 +50,7 @@ for list in import:--name summary:--format export:--format export:--per export:-
         [ "$list" != export:--format ] || format="-o reads"
         # shellcheck disable=SC2086
         message=$(lanetools "${list%%:*}" plate1 "${list#*:}" "$value" $format 2>&1 || true)
-        [[ $message == "lanetools: plate1: it has no "* ]] || { echo "${list#*:} $value: $message" >&2; failed=1; }
+        [[ $message == "lanetools: plate1: "*"no "*" in this folder" || $message == "lanetools: plate1: it has no "* ]] || { echo "${list#*:} $value: $message" >&2; failed=1; }
     done
 done
 exit $failed
