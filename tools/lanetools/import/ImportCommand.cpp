@@ -170,16 +170,16 @@ void CImport::MakeRoot() {
 
 // Brings the names of all samples to the disk; their bytes are there already. Until then none is reported.
 void CImport::Sync() {
-    const bool isAnyStored =
-        std::any_of(outcomes.begin(), outcomes.end(), [](const COutcome& outcome) { return outcome.path != "-"; });
-    if (!isAnyStored) return;
-    std::set<fs::path> folders{options.root};
-    for (const COutcome& outcome : outcomes)
-        if (outcome.path != "-") folders.insert(fs::path(outcome.path).parent_path());
-    for (const fs::path& folder : newFolders)
-        folders.insert(folder.parent_path());
-    for (const fs::path& folder : folders)
-        SyncNamesIn(folder.string());
+    std::map<fs::path, std::string> samples;  // by folder, one that is in it or below it
+    for (const COutcome& outcome : outcomes) {
+        if (outcome.path == "-") continue;
+        samples.emplace(options.root, outcome.path);
+        samples.emplace(fs::path(outcome.path).parent_path(), outcome.path);
+        for (const fs::path& folder : newFolders)
+            samples.emplace(folder.parent_path(), outcome.path);
+    }
+    for (const auto& [folder, sample] : samples)
+        SyncNamesIn(folder.string(), sample);
 }
 
 COutcome CImport::Store(const CSource& source, CInstrumentSample sample) {

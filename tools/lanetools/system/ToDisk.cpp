@@ -51,13 +51,8 @@ void CommitToDisk(platform::AtomicFile& file, const std::string& path) {
     Demand(error, path);
 }
 
-void SyncNamesIn(const std::string& path) {
-    Error error = SyncFolder(path, path);
-    if (error == EACCES) {
-        ::sync();
-        error = platform::success;
-    }
-    Demand(error, path);
+void SyncNamesIn(const std::string& path, const std::string& file) {
+    Demand(SyncFolder(path, file), path);
 }
 
 void SyncVolumeOf(const std::string& path) {

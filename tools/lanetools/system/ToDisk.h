@@ -13,8 +13,9 @@ namespace lanetools {
 // std::runtime_error with `path` and the reason of the first error since it was opened.
 void CommitToDisk(platform::AtomicFile& file, const std::string& path);
 
-// Waits until the names of all files and folders in the folder `path` are on the disk. Throws as above.
-void SyncNamesIn(const std::string& path);
+// Waits until the names of all files and folders in the folder `path` are on the disk. `file` is one of them, or below
+// it. Throws as above.
+void SyncNamesIn(const std::string& path, const std::string& file);
 
 // Waits until everything written to the volume of the existing file `path` is on the disk. Throws as above.
 void SyncVolumeOf(const std::string& path);
