@@ -146,10 +146,10 @@ TEST_F(Export, TheSheetRenamesWells) {
     temp.Write("sheet.tsv", "\xEF\xBB\xBFname\tnote\tplate\twell\r\nfirst one\t\tP1\ta1\r\n\r\nother\tx\tP2\tA001\r\n");
     EXPECT_EQ(Exported("--format fasta --per run --sheet sheet.tsv", "all.fasta"),
               ">first_one\nACGTRYNAA\n>b\nTTTTTTTT\n>other\nGGGGGG\n");
-    temp.Write("sheet.csv", "plate,well,name\n\"P1\",A1,\"one, \"\"two\"\"\"\n");
+    temp.Write("sheet.csv", "plate,well,name,note\n\"P1\",A1, \"one, \"\"two\"\"\",\n,,,\r\nP1,A2,5\" x,2\n");
     EXPECT_EQ(
         Exported("--format fasta --per run --name '{plate}:{bases}:{trace_score}' --sheet sheet.csv", "all.fasta"),
-        ">one,_\"two\"\nACGTRYNAA\n>P1:8:20.0\nTTTTTTTT\n>P2:6:20.0\nGGGGGG\n");
+        ">one,_\"two\"\nACGTRYNAA\n>5\"_x\nTTTTTTTT\n>P2:6:20.0\nGGGGGG\n");
 }
 
 TEST_F(Export, FilesAreNamedByPatternAndSheet) {

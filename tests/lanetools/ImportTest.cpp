@@ -249,6 +249,10 @@ TEST_F(ImportTest, CompressedFilesAndFoldersBelow) {
     EXPECT_EQ(Info("out/deep/deepA03.rsd").sourceFile, "c.abi.gz");
     ASSERT_EQ(Import("whole.gz -o out --name file --plate w"), 0);
     EXPECT_EQ(Report(), "whole.gz\tout/w/whole.rsd\t\n");
+    ASSERT_EQ(Run("mkdir -p seen/below; chmod 444 seen"), 0);
+    EXPECT_EQ(Run(testsupport::WithoutPrivileges() + LANETOOLS_PROGRAM " import -r seen whole.gz -o out --plate w"), 3);
+    EXPECT_EQ(Report(), "seen/below\t-\tPermission denied\nwhole.gz\tout/w/wA01.rsd\t\n");
+    ASSERT_EQ(Run("chmod 755 seen"), 0);
     EXPECT_EQ(Import("bad x.fsa.gz -o out"), 3);
     EXPECT_EQ(Report(),
               "bad/bomb.ab1.gz\t-\ttoo large for a run: it unpacks to more than 64 MiB\n"

@@ -21,21 +21,25 @@ using Fields = std::vector<std::string>;
 constexpr std::size_t largestSheet = std::size_t{16} << 20;
 constexpr std::array<const char*, 3> columnNames{"plate", "well", "name"};
 
-// Separators between quotes belong to the field; two quotes there mean one quote. Tabs have no quotes.
+// Separators between quotes belong to the field; two quotes there mean one quote. A quote after the
+// first letter of a field is itself, and tabs have no quotes.
 Fields Split(const std::string& line, char separator) {
     Fields fields(1);
-    bool isQuoted = false;
+    bool isQuoted = false, isPlain = false;  // the latter once a letter has come without a quote before it
     for (std::size_t i = 0; i < line.size(); ++i) {
-        const bool isQuote = line[i] == '"' && separator != '\t';
+        const bool isQuote = line[i] == '"' && separator != '\t' && !isPlain;
         const bool isPair = isQuote && isQuoted && i + 1 < line.size() && line[i + 1] == '"';
         if (isPair)
             fields.back() += line[++i];
         else if (isQuote)
             isQuoted = !isQuoted;
-        else if (line[i] == separator && !isQuoted)
+        else if (line[i] == separator && !isQuoted) {
             fields.emplace_back();
-        else
+            isPlain = false;
+        } else {
             fields.back() += line[i];
+            isPlain = isPlain || (line[i] != ' ' && !isQuoted);
+        }
     }
     return fields;
 }
@@ -116,11 +120,12 @@ CSampleSheet::CSampleSheet(const std::string& path) {
     const auto& columns = header.columns;
     std::set<std::string> names;
     for (std::size_t i = 1; i < lines.size(); ++i) {
-        if (WithoutBlanks(lines[i]).empty()) continue;
         const auto refuse = [&](const std::string& why) {
             throw CRefused(path + ": line " + std::to_string(i + 1) + ": " + why);
         };
         Fields fields = SplitPlain(lines[i], header.separator);
+        if (std::all_of(fields.begin(), fields.end(), [](const std::string& field) { return field.empty(); }))
+            continue;  // spreadsheets write such lines for empty rows
         fields.resize(std::max(fields.size(), header.fields.size()));
         const CRow row{i + 1, fields[columns[0]], fields[columns[1]], fields[columns[2]]};
         if (row.plate.empty() || row.well.empty() || row.name.empty()) refuse("plate, well or name is empty");

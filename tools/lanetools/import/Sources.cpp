@@ -60,7 +60,7 @@ CListing List(const fs::path& folder) {
          at.increment(listing.error)) {
         std::error_code ignored;
         const fs::path path = folder / at->path().filename();
-        if (fs::is_directory(path, ignored))
+        if (at->is_directory(ignored))  // known from the listing, also of a folder that may not be looked at
             listing.folders.push_back(path);
         else if (IsSourceName(path))
             listing.files.push_back(path);

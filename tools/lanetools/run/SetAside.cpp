@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "lanetools/run/SetAside.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
 
 #include "lanetools/samples/StoredSample.h"
+#include "platform/Error.h"
+#include "platform/Host.h"
 
 namespace lanetools {
 
@@ -28,10 +31,9 @@ bool IsWhole(const std::string& path) {
 
 // Nothing is replaced, and nothing but the two names is changed. Returns the system's reason if it cannot be done.
 std::string Rename(const std::string& from, const std::string& to) {
-    std::error_code error;
-    if (IsTaken(to)) return to + " exists";
-    fs::rename(from, to, error);
-    return error ? error.message() : "";
+    const platform::Error error = platform::host::RenameNew(from, to);
+    if (error == EEXIST) return to + " exists";
+    return error ? error.Text() : "";
 }
 
 }  // namespace

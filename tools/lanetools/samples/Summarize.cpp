@@ -78,7 +78,6 @@ CResult ReadResult(const std::string& path) {
     } catch (const std::bad_alloc&) {
         result.stored = UnreadSample(path, NoMemory());
         result.row = MakeRow(result.stored, "");
-        if (result.stored.state == SampleState::Called) result.places = PlacesOf(result.stored.info);
     }
     result.stored.info.analysis = {};  // large, and no longer needed
     return result;
