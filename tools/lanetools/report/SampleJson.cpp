@@ -105,7 +105,7 @@ void AddContents(Json& json, const CSampleRow& row, bool withRaw, CQualityByPosi
 
 Json SampleJson(const CSampleRow& row, bool withRaw, CQualityByPosition& quality, Unread& unread) {
     unread.insert(unread.end(), row.unread.begin(), row.unread.end());
-    Json json;
+    Json json = Json::object();  // an empty one that becomes an object by itself cannot be destroyed if memory lacks
     VisitColumns(row, [&](const char* name, const auto& value) { json[name] = ColumnValue(value); });
     json["description"] = Json::array();
     json["letters"] = ChannelLetters({});

@@ -81,7 +81,7 @@ std::set<std::string> FilledColumns(const std::vector<CSampleRow>& rows) {
 
 Json TableHeaders(const std::vector<CSampleRow>& rows) {
     const std::set<std::string> filled = FilledColumns(rows);
-    Json headers;
+    Json headers = Json::object();  // see SampleJson
     for (const CColumnStyle& style : styles) {
         Json header{{"title", style.title},
                     {"description", style.description},

@@ -62,7 +62,7 @@ std::string JsonReport(const std::vector<CSampleRow>& rows) {
                           {"damaged", counts.damaged}});
     Json& samples = report["samples"] = Json::array();
     for (const CSampleRow& row : rows) {
-        Json sample;
+        Json sample = Json::object();  // see SampleJson
         VisitColumns(row, [&](const char* name, const auto& value) {
             Json one = JsonValue(value);
             sample[name] = IsAbsent(one) ? Json(nullptr) : std::move(one);
