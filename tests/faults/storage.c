@@ -156,7 +156,7 @@ int rename(const char* from, const char* to) {
 
 // --- Allocations. An address sanitizer has an allocator of its own, which nothing may come before.
 
-#ifndef NO_ALLOCATIONS
+#ifndef UNDER_SANITIZERS
 extern void *__libc_malloc(size_t), *__libc_calloc(size_t, size_t), *__libc_realloc(void*, size_t);
 
 static int isLoading;

@@ -1,7 +1,9 @@
 # SPDX-License-Identifier: MIT
-"""Runs lanetools over a small plate with one call that goes wrong, and judges the result: no abort; input unchanged; what has
-a final name is whole; exit code 0 only with everything done; otherwise a sentence on standard error (import has one for each
-source on standard output); nothing else left behind; and the same command afterwards completes it all."""
+"""Runs lanetools over a small plate in which one call fails, and judges the result.
+
+It must not abort or change its input. Files with a final name must be complete, and no other files may remain. The exit code is 0
+only if everything was done; otherwise there is a reason on standard error (import prints one per source on standard output). The
+same command, run again without a failing call, must complete everything."""
 
 import gzip
 import pathlib

@@ -2,7 +2,6 @@
 // lanetools mixed: the places where reads have more than one letter.
 #include <cstdio>
 #include <memory>
-#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -69,14 +68,6 @@ std::string LinesOf(const CStoredSample& sample, const COutputFolder& output, co
     return lines;
 }
 
-CStoredSample ReadOne(const std::string& path) {
-    try {
-        return ReadStoredSample(path);
-    } catch (const std::bad_alloc&) {
-        return UnreadSample(path, NoMemory());
-    }
-}
-
 ExitCode ListMixed(const CMixedOptions& options) {
     Unread unread;
     const std::vector<COutputFolder> outputs = FindOutputs(options.outputs, unread);
@@ -92,7 +83,7 @@ ExitCode ListMixed(const CMixedOptions& options) {
     for (const COutputFolder& output : outputs)
         for (const std::string& path : output.files) {
             CheckInterrupt();
-            const CStoredSample sample = ReadOne(path);
+            const CStoredSample sample = ReadStoredSample(path);
             if (sample.state == SampleState::Called) {
                 table += LinesOf(sample, output, options);
             } else {
